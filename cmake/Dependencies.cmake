@@ -1,0 +1,8 @@
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
+find_package(PkgConfig REQUIRED)
+find_package(ZLIB REQUIRED)
+find_package(ICU 72 REQUIRED COMPONENTS uc i18n)
+pkg_check_modules(QPDF REQUIRED IMPORTED_TARGET libqpdf>=11.3)
+pkg_check_modules(HARFBUZZ REQUIRED IMPORTED_TARGET harfbuzz harfbuzz-subset)
+pkg_check_modules(FONTCONFIG REQUIRED IMPORTED_TARGET fontconfig)
+pkg_check_modules(POPPLER REQUIRED IMPORTED_TARGET poppler-cpp)

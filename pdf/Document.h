@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <variant>
+
+class QPDF;
+
+namespace tallyfold::pdf {
+
+/// Why a file gives no document.
+enum class OpenFailure {
+    unreadable, ///< Not a PDF, damaged beyond repair, or not there.
+    locked,     ///< Needs a password to open.
+};
+
+/// A PDF file opened for reading, with the empty password. The file is read through one descriptor
+/// that stays open, so that what was opened is what is read, whatever happens to the name.
+class Document {
+public:
+    using Opened = std::variant<std::unique_ptr<Document>, OpenFailure>;
+
+    /// Opens the file at `path`, repairing its structure in memory where that is possible. Never throws.
+    [[nodiscard]] static Opened open(const std::filesystem::path &path);
+
+    ~Document();
+    Document(const Document &) = delete;
+    Document &operator=(const Document &) = delete;
+
+    /// Whether the file is encrypted (with an empty password, or it would be `locked`).
+    [[nodiscard]] bool isEncrypted() const;
+    /// What the owner lets a reader do (PDF 1.7, 7.6.3.2); all true for a file that is not encrypted
+    /// and for one whose owner password is empty.
+    [[nodiscard]] bool allowsPrinting() const;
+    [[nodiscard]] bool allowsChanges() const;
+    [[nodiscard]] bool allowsCopying() const;
+
+    /// Number of pages, found by walking the page tree: `/Count` is not trusted. Never negative.
+    [[nodiscard]] std::int64_t pageCount();
+
+    /// The parsed file, for the parts of this layer that copy from it.
+    [[nodiscard]] QPDF &parsed();
+
+private:
+    struct Parts;
+    explicit Document(std::unique_ptr<Parts> parts);
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace tallyfold::pdf
