@@ -5,7 +5,7 @@
 #include <memory>
 #include <variant>
 
-class QPDF;
+#include <qpdf/QPDF.hh>
 
 namespace tallyfold::pdf {
 
@@ -37,10 +37,21 @@ public:
     [[nodiscard]] bool allowsCopying() const;
 
     /// Number of pages, found by walking the page tree: `/Count` is not trusted. Never negative.
+    /// 0 when the tree cannot be read. Never throws.
     [[nodiscard]] std::int64_t pageCount();
 
-    /// The parsed file, for the parts of this layer that copy from it.
+    /// Whether the file was written to since it was opened, so that what was read of it may not fit together.
+    [[nodiscard]] bool hasChanged() const;
+
+    /// The parsed file, for the parts of this layer that copy from it. What it throws is QPDFExc
+    /// or another std::exception.
     [[nodiscard]] QPDF &parsed();
+
+    /// The parser keeps all it has read. `release` gives back the memory of an indirect object that
+    /// is not likely to be needed again; `fetch` gives the object behind a reference even so, read
+    /// anew where it was released. What may have been released must be reached through `fetch`.
+    void release(const QPDFObjectHandle &reference);
+    [[nodiscard]] QPDFObjectHandle fetch(const QPDFObjectHandle &reference);
 
 private:
     struct Parts;

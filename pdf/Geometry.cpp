@@ -24,7 +24,8 @@ Rect boundsOfTransformed(const Matrix &matrix, const Rect &rect)
 {
     const Point first = transform(matrix, {rect.minX, rect.minY});
     Rect bounds{first.x, first.y, first.x, first.y};
-    for (const Point corner : {Point{rect.maxX, rect.minY}, Point{rect.minX, rect.maxY}, Point{rect.maxX, rect.maxY}}) {
+    for (const Point corner :
+         {Point{rect.maxX, rect.minY}, Point{rect.minX, rect.maxY}, Point{rect.maxX, rect.maxY}}) {
         const Point moved = transform(matrix, corner);
         bounds.minX = std::min(bounds.minX, moved.x);
         bounds.minY = std::min(bounds.minY, moved.y);

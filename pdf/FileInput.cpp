@@ -1,0 +1,169 @@
+#include "pdf/FileInput.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace tallyfold::pdf {
+
+std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path)
+{
+    // Without O_NONBLOCK a named pipe called "x.pdf" would hold the program up for ever.
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0) {
+        return nullptr;
+    }
+    Stamp stamp;
+    if (!readStamp(descriptor, stamp)) {
+        ::close(descriptor);
+        return nullptr;
+    }
+    return std::shared_ptr<FileInput>(new FileInput(descriptor, stamp));
+}
+
+FileInput::FileInput(int descriptor, const Stamp &stamp) : m_descriptor(descriptor), m_stamp(stamp) {}
+
+FileInput::~FileInput()
+{
+    ::close(m_descriptor);
+}
+
+bool FileInput::readStamp(int descriptor, Stamp &stamp)
+{
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return false;
+    }
+    stamp = {status.st_size,
+             {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec, status.st_ctim.tv_nsec}};
+    return true;
+}
+
+qpdf_offset_t FileInput::size() const
+{
+    return m_stamp.size;
+}
+
+bool FileInput::hasChanged() const
+{
+    Stamp now;
+    return !readStamp(m_descriptor, now) || now != m_stamp;
+}
+
+const FileInput::Block &FileInput::blockAt(qpdf_offset_t offset)
+{
+    const qpdf_offset_t number = offset / blockSize;
+    Block &block = m_blocks[static_cast<std::size_t>(number) % blockCount];
+    const qpdf_offset_t start = number * blockSize;
+    if (block.start == start) {
+        return block;
+    }
+    block.start = -1;
+    block.bytes.resize(static_cast<std::size_t>(std::min(blockSize, m_stamp.size - start)));
+    std::size_t have = 0;
+    while (have < block.bytes.size()) {
+        const ssize_t got = ::pread(m_descriptor, block.bytes.data() + have, block.bytes.size() - have,
+                                    start + static_cast<qpdf_offset_t>(have));
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got < 0) {
+            throw std::system_error(errno, std::generic_category(), "read");
+        }
+        if (got == 0) { // The file has shrunk; what is gone reads as its end.
+            block.bytes.resize(have);
+            break;
+        }
+        have += static_cast<std::size_t>(got);
+    }
+    block.start = start;
+    return block;
+}
+
+size_t FileInput::read(char *destination, size_t length)
+{
+    last_offset = m_position;
+    std::size_t done = 0;
+    while (done < length && m_position < m_stamp.size) {
+        const Block &block = blockAt(m_position);
+        const auto inBlock = static_cast<std::size_t>(m_position - block.start);
+        if (inBlock >= block.bytes.size()) {
+            break;
+        }
+        const std::size_t part = std::min(length - done, block.bytes.size() - inBlock);
+        std::memcpy(destination + done, block.bytes.data() + inBlock, part);
+        done += part;
+        m_position += static_cast<qpdf_offset_t>(part);
+    }
+    if (done == 0 && length > 0) { // The parser expects a failed read to stand at the end.
+        m_position = m_stamp.size;
+        last_offset = m_position;
+    }
+    return done;
+}
+
+qpdf_offset_t FileInput::findAndSkipNextEOL()
+{
+    const auto isLineEnd = [](char ch) { return ch == '\r' || ch == '\n'; };
+    qpdf_offset_t found = m_stamp.size;
+    bool inLineEnd = false;
+    while (m_position < m_stamp.size) {
+        const Block &block = blockAt(m_position);
+        const auto inBlock = static_cast<std::size_t>(m_position - block.start);
+        if (inBlock >= block.bytes.size()) {
+            break;
+        }
+        const auto from = block.bytes.begin() + static_cast<std::ptrdiff_t>(inBlock);
+        const auto stop = inLineEnd ? std::find_if_not(from, block.bytes.end(), isLineEnd)
+                                    : std::find_if(from, block.bytes.end(), isLineEnd);
+        m_position += stop - from;
+        if (stop == block.bytes.end()) {
+            continue;
+        }
+        if (inLineEnd) {
+            return found;
+        }
+        found = m_position;
+        inLineEnd = true;
+    }
+    m_position = m_stamp.size;
+    return found;
+}
+
+std::string const &FileInput::getName() const
+{
+    return m_name;
+}
+
+qpdf_offset_t FileInput::tell()
+{
+    return m_position;
+}
+
+void FileInput::seek(qpdf_offset_t offset, int whence)
+{
+    const qpdf_offset_t base = whence == SEEK_SET ? 0 : whence == SEEK_END ? m_stamp.size : m_position;
+    if (offset < -base) {
+        throw std::runtime_error("seek before the beginning of the file");
+    }
+    m_position = base + offset;
+}
+
+void FileInput::rewind()
+{
+    m_position = 0;
+}
+
+void FileInput::unreadCh(char)
+{
+    if (m_position > 0) {
+        --m_position;
+    }
+}
+
+} // namespace tallyfold::pdf

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <qpdf/InputSource.hh>
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tallyfold::pdf {
+
+/// Bytes of a file for the parser, read through one descriptor in large blocks that are kept for a while.
+/// The parser reads a few bytes at a time and jumps about; plain stdio would throw its buffer away at
+/// every jump. A file is never mapped: one that shrinks while it is read would end the program.
+class FileInput final : public InputSource {
+public:
+    /// The regular file at `path`, or null when it cannot be opened for reading.
+    [[nodiscard]] static std::shared_ptr<FileInput> open(const std::filesystem::path &path);
+
+    ~FileInput() override;
+    FileInput(const FileInput &) = delete;
+    FileInput &operator=(const FileInput &) = delete;
+
+    qpdf_offset_t findAndSkipNextEOL() override;
+    std::string const &getName() const override;
+    qpdf_offset_t tell() override;
+    void seek(qpdf_offset_t offset, int whence) override;
+    void rewind() override;
+    size_t read(char *destination, size_t length) override;
+    void unreadCh(char ch) override;
+
+    /// Length of the file in bytes when it was opened.
+    [[nodiscard]] qpdf_offset_t size() const;
+    /// Whether size, modification or change time differ from what they were at opening.
+    [[nodiscard]] bool hasChanged() const;
+
+private:
+    /// What tells one state of a file from another.
+    struct Stamp {
+        std::int64_t size = 0;
+        std::array<std::int64_t, 4> times{};
+        bool operator==(const Stamp &) const = default;
+    };
+    struct Block {
+        qpdf_offset_t start = -1;
+        std::vector<char> bytes;
+    };
+
+    FileInput(int descriptor, const Stamp &stamp);
+    static bool readStamp(int descriptor, Stamp &stamp);
+    const Block &blockAt(qpdf_offset_t offset);
+
+    static constexpr qpdf_offset_t blockSize = 64 * 1024;
+    static constexpr std::size_t blockCount = 16;
+
+    int m_descriptor;
+    Stamp m_stamp;
+    qpdf_offset_t m_position = 0;
+    std::array<Block, blockCount> m_blocks;
+    std::string m_name;
+};
+
+} // namespace tallyfold::pdf

@@ -1,0 +1,53 @@
+#include "pdf/PageContent.h"
+
+#include "pdf/Document.h"
+#include "pdf/RawStream.h"
+
+#include <stdexcept>
+
+namespace tallyfold::pdf {
+
+namespace {
+
+/// More decoded content than the most detailed map has; beyond it lies data made to fill the memory.
+constexpr std::size_t largestContent = 256 * 1024 * 1024;
+
+} // namespace
+
+std::vector<QPDFObjectHandle> contentStreams(Document &document, const QPDFObjectHandle &contents)
+{
+    std::vector<QPDFObjectHandle> streams;
+    QPDFObjectHandle entry = document.fetch(contents);
+    if (entry.isStream()) {
+        streams.push_back(entry);
+    } else if (entry.isArray()) {
+        for (int index = 0, count = entry.getArrayNItems(); index < count; ++index) {
+            QPDFObjectHandle item = document.fetch(entry.getArrayItem(index));
+            if (item.isStream()) {
+                streams.push_back(item);
+            }
+        }
+    }
+    return streams;
+}
+
+std::string joinedContent(const std::vector<QPDFObjectHandle> &streams)
+{
+    std::string content;
+    RawStream pipe([&content](std::string_view bytes) {
+        if (content.size() + bytes.size() > largestContent) {
+            throw std::length_error("page content");
+        }
+        content.append(bytes);
+    });
+    for (QPDFObjectHandle stream : streams) {
+        stream.pipeStreamData(&pipe, 0, qpdf_dl_specialized, true, false);
+        content.push_back('\n');
+        if (content.size() >= largestContent) {
+            throw std::length_error("page content"); // The parser swallows what its pipeline throws.
+        }
+    }
+    return content;
+}
+
+} // namespace tallyfold::pdf
