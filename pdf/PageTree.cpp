@@ -26,6 +26,17 @@ SourcePage withOwnAttributes(const QPDFObjectHandle &dictionary, SourcePage inhe
     return inherited;
 }
 
+/// The root of the tree that `node` is in: some catalogs name the first page, or a node, instead.
+QPDFObjectHandle topmost(QPDFObjectHandle node)
+{
+    std::set<QPDFObjGen> visited;
+    while (node.isDictionary() && node.getKey("/Parent").isDictionary() &&
+           visited.insert(node.getObjGen()).second) {
+        node = node.getKey("/Parent");
+    }
+    return node;
+}
+
 } // namespace
 
 PageTree::PageTree(Document &document) : m_document(&document)
@@ -33,7 +44,7 @@ PageTree::PageTree(Document &document) : m_document(&document)
     QPDFObjectHandle root = document.parsed().getRoot();
     const QPDFObjectHandle null = QPDFObjectHandle::newNull();
     const SourcePage nothing{null, null, null, null, null};
-    QPDFObjectHandle pages = root.getKey("/Pages");
+    QPDFObjectHandle pages = topmost(root.getKey("/Pages"));
     if (!pages.isDictionary()) {
         return;
     }
@@ -65,8 +76,8 @@ std::optional<SourcePage> PageTree::next()
             continue;
         }
         QPDFObjectHandle kid = m_document->fetch(node.kids.getArrayItem(node.index++));
-        if (!kid.isDictionary()) {
-            continue;
+        if (!kid.isDictionary()) { // Viewers count a lost page, and so must its neighbours' numbers.
+            kid = QPDFObjectHandle::newDictionary();
         }
         if (kid.getKey("/Kids").isArray()) {
             const SourcePage inherited = node.inherited;
