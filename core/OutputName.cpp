@@ -1,0 +1,67 @@
+#include "core/OutputName.h"
+
+#include "core/Graphemes.h"
+
+namespace tallyfold {
+
+namespace {
+
+const QString pdfEnding = QStringLiteral(".pdf");
+
+/// `name` without its last extension. As on the platform the rule comes from, a name that is all extension
+/// keeps it, and what follows the last dot is no extension when it holds a space.
+QString withoutExtension(const QString &name)
+{
+    const qsizetype dot = name.lastIndexOf(u'.');
+    const bool isExtension = dot > 0 && dot + 1 < name.size() && !name.sliced(dot).contains(u' ');
+    return isExtension ? name.first(dot) : name;
+}
+
+} // namespace
+
+QString cleanedFileName(const QString &name)
+{
+    QString clean = name;
+    for (QChar &ch : clean) {
+        if (ch == u'/' || ch == u':') {
+            ch = u'-';
+        } else if (isNewline(ch)) {
+            ch = u' ';
+        }
+    }
+    clean = clean.trimmed();
+    while (clean.startsWith(u'.')) {
+        clean.remove(0, 1);
+    }
+    if (clean.isEmpty()) {
+        clean = QStringLiteral("Document");
+    }
+    return clean.toLower().endsWith(pdfEnding) ? clean : clean + pdfEnding;
+}
+
+QString outputName(const QString &sourceName, const std::optional<NumberRange> &range, OutputNaming naming,
+                   const BatesFormatter &bates)
+{
+    const QString base = cleanedFileName(sourceName);
+    if (!range) {
+        return base;
+    }
+    switch (naming) {
+    case OutputNaming::original:
+        break;
+    case OutputNaming::batesFirst:
+        return cleanedFileName(bates(range->first) + pdfEnding);
+    case OutputNaming::batesRange: {
+        QString name = bates(range->first);
+        if (range->last != range->first) {
+            name += u'-' + bates(range->last);
+        }
+        return cleanedFileName(name + pdfEnding);
+    }
+    case OutputNaming::batesAndOriginal:
+        return cleanedFileName(bates(range->first) + u' ' + withoutExtension(base) + pdfEnding);
+    }
+    return base;
+}
+
+} // namespace tallyfold

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QStringList>
+
+#include <cstdint>
+#include <optional>
+
+namespace tallyfold {
+
+class ProductionPlan;
+
+/// What there is to say about the password-protected sources of a plan.
+struct PasswordNotice {
+    QStringList names;               ///< Of those sources, in production order.
+    bool nothingElseToStamp = false; ///< No file of the plan would be written at all.
+
+    /// The notice for `plan`; nothing when it holds no password-protected source.
+    [[nodiscard]] static std::optional<PasswordNotice> of(const ProductionPlan &plan);
+
+    /// Number of names.
+    [[nodiscard]] std::int64_t count() const;
+
+    /// The first names, and how many are left out.
+    struct ShortList {
+        QStringList names;
+        std::int64_t more = 0;
+        bool operator==(const ShortList &) const = default;
+    };
+    /// At most `limit` names, but at least one.
+    [[nodiscard]] ShortList shortList(std::int64_t limit) const;
+
+    bool operator==(const PasswordNotice &) const = default;
+};
+
+} // namespace tallyfold

@@ -1,0 +1,20 @@
+#include "core/Preset.h"
+
+#include "core/Graphemes.h"
+
+#include <QHashFunctions>
+
+namespace tallyfold {
+
+Preset Preset::of(const QUuid &id, const QString &name, const StampSettings &settings)
+{
+    constexpr std::int64_t longestName = 80;
+    return {id, firstGraphemes(name, longestName), settings.normalized()};
+}
+
+std::size_t hashValue(const Preset &preset)
+{
+    return qHashMulti(0, preset.id, preset.name, hashValue(preset.settings));
+}
+
+} // namespace tallyfold

@@ -1,0 +1,88 @@
+#include "core/ProductionIndex.h"
+
+#include "core/CSV.h"
+
+#include <vector>
+
+namespace tallyfold::ProductionIndex {
+
+namespace {
+
+QString numberText(const std::optional<std::int64_t> &number, const BatesFormatter &bates)
+{
+    return number ? bates(*number) : QString();
+}
+
+/// A row for a file that has no copy.
+QStringList rowWithoutCopy(const SourceFile &source, const QString &status)
+{
+    return {source.name, {}, {}, {}, QString::number(source.pageCount), status};
+}
+
+QStringList indexRow(const PlannedFile &file, const QSet<QString> &failures, const BatesFormatter &bates)
+{
+    const SourceFile &source = file.source;
+    if (source.problem) {
+        return rowWithoutCopy(source, indexStatus(*source.problem));
+    }
+    if (source.pageCount < 1 || file.isSkipped()) {
+        return rowWithoutCopy(source, QStringLiteral("skipped: cover page only, no number"));
+    }
+    if (failures.contains(source.name)) {
+        return rowWithoutCopy(source, QStringLiteral("failed"));
+    }
+    return {source.name,
+            file.outputName,
+            numberText(file.firstNumber(), bates),
+            numberText(file.lastNumber(), bates),
+            QString::number(file.pages.size()),
+            file.isCoverOnly() ? QStringLiteral("copied: cover page only, number not shown")
+                               : QStringLiteral("stamped")};
+}
+
+} // namespace
+
+QStringList indexHeader()
+{
+    return {QStringLiteral("File"),       QStringLiteral("Stamped Copy"), QStringLiteral("First Bates"),
+            QStringLiteral("Last Bates"), QStringLiteral("Pages"),        QStringLiteral("Status")};
+}
+
+QStringList privilegeLogHeader()
+{
+    return {QStringLiteral("Bates Begin"),        QStringLiteral("Bates End"),   QStringLiteral("Date"),
+            QStringLiteral("Document Type"),      QStringLiteral("Author"),      QStringLiteral("Recipients"),
+            QStringLiteral("Privilege Asserted"), QStringLiteral("Description"), QStringLiteral("File")};
+}
+
+QString csv(const ProductionPlan &plan, const QSet<QString> &failures)
+{
+    const BatesFormatter bates(plan.settings);
+    std::vector<QStringList> rows{indexHeader()};
+    for (const PlannedFile &file : plan.files) {
+        rows.push_back(indexRow(file, failures, bates));
+    }
+    return CSV::text(rows);
+}
+
+QString privilegeLog(const ProductionPlan &plan, const QSet<QString> &failures)
+{
+    const BatesFormatter bates(plan.settings);
+    std::vector<QStringList> rows{privilegeLogHeader()};
+    for (const PlannedFile *file : plan.stampedFiles()) {
+        if (!failures.contains(file->source.name)) {
+            rows.push_back({numberText(file->firstNumber(), bates),
+                            numberText(file->lastNumber(), bates),
+                            {},
+                            {},
+                            {},
+                            {},
+                            {},
+                            {},
+                            file->outputName});
+        }
+    }
+    return CSV::text(rows);
+}
+
+} // namespace tallyfold::ProductionIndex

@@ -1,0 +1,120 @@
+#include "core/SourceCollector.h"
+
+#include "core/NaturalOrder.h"
+
+#include <algorithm>
+#include <string>
+#include <system_error>
+#include <unordered_set>
+
+namespace tallyfold {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A name of a PDF that is neither hidden nor the companion ("._name") another desktop leaves beside its
+/// files.
+bool isPdfName(const std::string &name)
+{
+    constexpr std::string_view ending = ".pdf";
+    if (name.starts_with('.') || name.size() < ending.size()) {
+        return false;
+    }
+    return std::equal(ending.begin(), ending.end(), name.end() - static_cast<std::ptrdiff_t>(ending.size()),
+                      [](char wanted, char given) {
+                          return wanted == (given >= 'A' && given <= 'Z' ? given + 32 : given);
+                      });
+}
+
+/// What lies below `folder` and is named like a PDF. Symbolic links to folders are not entered, so there are
+/// no loops.
+std::vector<fs::path> pdfsBelow(const fs::path &folder)
+{
+    std::vector<fs::path> found;
+    std::error_code error;
+    fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
+    while (!error && entry != fs::recursive_directory_iterator()) {
+        const std::string name = entry->path().filename().native();
+        if (name.starts_with('.')) {
+            entry.disable_recursion_pending();
+        } else if (isPdfName(name)) {
+            found.push_back(entry->path());
+        }
+        entry.increment(error);
+    }
+    return found;
+}
+
+void sortByPathBelow(const fs::path &folder, std::vector<fs::path> &locations)
+{
+    const std::string prefix = standardized(folder).native();
+    std::vector<QString> relative;
+    relative.reserve(locations.size());
+    for (const fs::path &location : locations) {
+        std::string path = standardized(location).native();
+        if (path.starts_with(prefix)) {
+            path.erase(0, prefix.size());
+        }
+        relative.push_back(QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())));
+    }
+    // Folders are read in no particular order: names that compare the same are told apart by their bytes
+    // first.
+    std::vector<std::size_t> byBytes(locations.size());
+    for (std::size_t index = 0; index < byBytes.size(); ++index) {
+        byBytes[index] = index;
+    }
+    std::sort(byBytes.begin(), byBytes.end(),
+              [&](std::size_t left, std::size_t right) { return locations[left] < locations[right]; });
+    std::vector<QString> names;
+    names.reserve(byBytes.size());
+    for (const std::size_t index : byBytes) {
+        names.push_back(relative[index]);
+    }
+    std::vector<fs::path> sorted;
+    sorted.reserve(locations.size());
+    for (const std::size_t place : NaturalOrder().sorted(names)) {
+        sorted.push_back(std::move(locations[byBytes[place]]));
+    }
+    locations = std::move(sorted);
+}
+
+} // namespace
+
+fs::path standardized(const fs::path &path)
+{
+    std::error_code error;
+    fs::path absolute = fs::absolute(path, error);
+    absolute = (error ? path : absolute).lexically_normal();
+    return absolute.has_filename() || absolute == absolute.root_path() ? absolute : absolute.parent_path();
+}
+
+std::vector<fs::path> collectPdfLocations(std::span<const fs::path> items)
+{
+    std::vector<fs::path> collected;
+    std::unordered_set<std::string> known;
+    const auto add = [&](const fs::path &location) {
+        if (known.insert(standardized(location).native()).second) {
+            collected.push_back(location);
+        }
+    };
+    for (const fs::path &item : items) {
+        std::error_code error;
+        const fs::file_status status = fs::status(item, error);
+        if (!fs::exists(status)) {
+            continue;
+        }
+        if (!fs::is_directory(status)) {
+            if (isPdfName(item.filename().native())) {
+                add(item);
+            }
+            continue;
+        }
+        std::vector<fs::path> found = pdfsBelow(item);
+        sortByPathBelow(item, found);
+        std::for_each(found.begin(), found.end(), add);
+    }
+    return collected;
+}
+
+} // namespace tallyfold

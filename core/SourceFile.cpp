@@ -1,0 +1,61 @@
+#include "core/SourceFile.h"
+
+#include <QHashFunctions>
+#include <QTimeZone>
+
+namespace tallyfold {
+
+QString keyOf(SourceProblem problem)
+{
+    switch (problem) {
+    case SourceProblem::unreadable:
+        return QStringLiteral("unreadable");
+    case SourceProblem::locked:
+        return QStringLiteral("locked");
+    case SourceProblem::encrypted:
+        return QStringLiteral("encrypted");
+    case SourceProblem::empty:
+        break;
+    }
+    return QStringLiteral("empty");
+}
+
+bool isPasswordProtected(SourceProblem problem)
+{
+    return problem == SourceProblem::locked || problem == SourceProblem::encrypted;
+}
+
+QString indexStatus(SourceProblem problem)
+{
+    switch (problem) {
+    case SourceProblem::unreadable:
+        return QStringLiteral("skipped: unreadable");
+    case SourceProblem::locked:
+    case SourceProblem::encrypted:
+        return QStringLiteral("skipped: password-protected");
+    case SourceProblem::empty:
+        break;
+    }
+    return QStringLiteral("skipped: empty");
+}
+
+std::size_t hashValue(const SourceFile &source)
+{
+    return qHashMulti(0, source.id, std::filesystem::hash_value(source.url), source.name, source.pageCount,
+                      source.modified, source.problem ? static_cast<int>(*source.problem) : -1,
+                      source.existingBates.value_or(QString()), source.existingBates.has_value());
+}
+
+QDateTime distantPast()
+{
+    return {QDate(1, 1, 1), QTime(0, 0), Qt::UTC};
+}
+
+QString displayName(const std::filesystem::path &path)
+{
+    const std::filesystem::path last = path.has_filename() ? path.filename() : path.parent_path().filename();
+    const std::string &bytes = last.native();
+    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+} // namespace tallyfold

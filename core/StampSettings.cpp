@@ -1,0 +1,120 @@
+#include "core/StampSettings.h"
+
+#include "core/Graphemes.h"
+
+#include <QHashFunctions>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tallyfold {
+
+namespace {
+
+constexpr std::int64_t longestAffix = 40;
+constexpr std::int64_t longestLegend = 200;
+constexpr std::int64_t longestPageFormat = 80;
+
+QString oneLine(const QString &text, std::int64_t longest)
+{
+    QString line = text;
+    for (QChar &ch : line) {
+        if (isNewline(ch)) {
+            ch = u' ';
+        }
+    }
+    return firstGraphemes(line, longest);
+}
+
+double finiteWithin(double value, const ClosedRange<double> &range, double otherwise)
+{
+    return std::isfinite(value) ? std::clamp(value, range.lowest, range.highest) : otherwise;
+}
+
+} // namespace
+
+StampSettings StampSettings::normalized() const
+{
+    const StampSettings defaults;
+    StampSettings result = *this;
+    result.prefix = oneLine(prefix, longestAffix);
+    result.suffix = oneLine(suffix, longestAffix);
+    result.legend = oneLine(legend, longestLegend);
+    result.pageOfTotalFormat = oneLine(pageOfTotalFormat, longestPageFormat);
+    result.digits = std::clamp(digits, digitRange.lowest, digitRange.highest);
+    result.startNumber = std::clamp<std::int64_t>(startNumber, 0, maxStart);
+    result.margin = finiteWithin(margin, marginRange, defaults.margin);
+    result.fontSize = finiteWithin(fontSize, fontSizeRange, defaults.fontSize);
+    if (fontName.trimmed().isEmpty()) {
+        result.fontName = defaults.fontName;
+    }
+    return result;
+}
+
+QString StampSettings::bates(std::int64_t number) const
+{
+    return BatesFormatter(normalized())(number);
+}
+
+QString StampSettings::pageLabel(std::int64_t page, std::int64_t total) const
+{
+    return normalized()
+        .pageOfTotalFormat.replace(QStringLiteral("{page}"), QString::number(page))
+        .replace(QStringLiteral("{total}"), QString::number(total));
+}
+
+StampSettings StampSettings::standard()
+{
+    return {};
+}
+
+StampSettings StampSettings::confidential(const QString &legend)
+{
+    StampSettings settings;
+    settings.legend = legend;
+    settings.color = StampColor::confidentialRed();
+    return settings;
+}
+
+StampSettings StampSettings::exhibits()
+{
+    StampSettings settings;
+    settings.prefix = QStringLiteral("EX-");
+    settings.digits = 4;
+    settings.batesPosition = StampPosition::topRight;
+    settings.pageOfTotal = true;
+    settings.naming = OutputNaming::batesAndOriginal;
+    return settings;
+}
+
+BatesFormatter::BatesFormatter(const StampSettings &normalized)
+    : m_prefix(normalized.prefix),
+      m_suffix(normalized.suffix),
+      m_digits(static_cast<qsizetype>(normalized.digits))
+{
+}
+
+QString BatesFormatter::operator()(std::int64_t number) const
+{
+    const QString plain = QString::number(std::max<std::int64_t>(number, 0));
+    QString text;
+    text.reserve(m_prefix.size() + std::max(m_digits, plain.size()) + m_suffix.size());
+    text.append(m_prefix);
+    for (qsizetype width = plain.size(); width < m_digits; ++width) {
+        text.append(u'0');
+    }
+    return text.append(plain).append(m_suffix);
+}
+
+std::size_t hashValue(const StampSettings &settings)
+{
+    return qHashMulti(0, settings.prefix, settings.digits, settings.startNumber, settings.suffix,
+                      static_cast<int>(settings.batesPosition), settings.margin, settings.fontName,
+                      settings.fontSize, hashValue(settings.color), settings.background, settings.legend,
+                      static_cast<int>(settings.legendPosition), settings.pageOfTotal,
+                      settings.pageOfTotalFormat, static_cast<int>(settings.pageOfTotalPosition),
+                      static_cast<int>(settings.cover), static_cast<int>(settings.order),
+                      static_cast<int>(settings.naming));
+}
+
+} // namespace tallyfold
