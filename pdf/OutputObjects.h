@@ -19,6 +19,10 @@ public:
     /// Writes a stream, compressed here with Flate. `entries` are its dictionary's entries without
     /// the brackets, and without `/Length`, `/Filter` and `/DecodeParms`.
     virtual void writeStream(int number, std::string_view entries, std::string_view data) = 0;
+
+    /// Writes a stream whose bytes are already encoded. `entries` as for `writeStream`, but with the
+    /// stream's `/Filter` and `/DecodeParms`.
+    virtual void writeEncodedStream(int number, std::string_view entries, std::string_view bytes) = 0;
 };
 
 } // namespace tallyfold::pdf

@@ -22,10 +22,7 @@ public:
     int reserve() override;
     void writeObject(int number, std::string_view syntax) override;
     void writeStream(int number, std::string_view entries, std::string_view data) override;
-
-    /// Writes a stream whose bytes are already encoded. `entries` as for `writeStream`, but with the
-    /// stream's `/Filter` and `/DecodeParms`, and without `/Length`.
-    void writeEncodedStream(int number, std::string_view entries, std::string_view bytes);
+    void writeEncodedStream(int number, std::string_view entries, std::string_view bytes) override;
 
     /// A stream in pieces, for data too large to hold: between `beginStream` and `endStream`
     /// only `appendToStream` may be called. Its length becomes an object of its own.

@@ -1,0 +1,68 @@
+#include "core/SourceClassifier.h"
+
+#include "core/EarlierNumber.h"
+#include "pdf/Document.h"
+#include "pdf/PageReader.h"
+
+#include <sys/stat.h>
+#include <variant>
+
+namespace tallyfold {
+
+namespace {
+
+QDateTime modificationDate(const std::filesystem::path &location)
+{
+    struct stat status {};
+    if (::stat(location.c_str(), &status) != 0) {
+        return distantPast();
+    }
+    const qint64 milliseconds = qint64{status.st_mtim.tv_sec} * 1000 + status.st_mtim.tv_nsec / 1'000'000;
+    return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
+}
+
+std::optional<QString> earlierNumberOnFirstPage(const std::filesystem::path &location)
+{
+    const std::unique_ptr<pdf::PageReader> reader = pdf::PageReader::open(location);
+    const std::optional<pdf::Rect> crop = reader ? reader->cropBox(0) : std::nullopt;
+    if (!crop) {
+        return std::nullopt;
+    }
+    for (const QString &text : reader->textIn(0, earlierNumberStrips(*crop))) {
+        if (auto number = earlierNumberIn(text)) {
+            return number;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+SourceFile classify(const std::filesystem::path &location)
+{
+    SourceFile source;
+    source.id = QUuid::createUuid();
+    source.url = location;
+    source.name = displayName(location);
+    source.modified = modificationDate(location);
+
+    pdf::Document::Opened opened = pdf::Document::open(location);
+    if (const auto *failure = std::get_if<pdf::OpenFailure>(&opened)) {
+        source.problem =
+            *failure == pdf::OpenFailure::locked ? SourceProblem::locked : SourceProblem::unreadable;
+        return source;
+    }
+    const auto document = std::get<std::unique_ptr<pdf::Document>>(std::move(opened));
+    source.pageCount = document->pageCount();
+    if (document->isEncrypted() &&
+        !(document->allowsPrinting() && document->allowsChanges() && document->allowsCopying())) {
+        source.problem = SourceProblem::encrypted;
+    } else if (source.pageCount == 0) {
+        source.problem = SourceProblem::empty;
+    } else {
+        source.existingBates = earlierNumberOnFirstPage(location);
+    }
+    return source;
+}
+
+} // namespace tallyfold

@@ -1,0 +1,72 @@
+#include "core/StampDrawing.h"
+
+#include "core/StampLayout.h"
+#include "pdf/NumberFormat.h"
+
+#include <algorithm>
+
+namespace tallyfold {
+
+namespace {
+
+/// Space between stacked lines, in font sizes.
+constexpr double lineGap = 0.25;
+
+constexpr int coordinateDecimals = 4;
+
+void appendNumbers(std::string &out, std::initializer_list<double> numbers)
+{
+    for (const double number : numbers) {
+        pdf::appendNumber(out, number, coordinateDecimals);
+        out.push_back(' ');
+    }
+}
+
+double componentInRange(double value)
+{
+    return std::clamp(value, 0.0, 1.0); // A stored colour is read as it is; NaN is not valid in its record.
+}
+
+} // namespace
+
+StampDrawing::StampDrawing(const StampSettings &settings, pdf::CopyWriter &copy)
+    : m_settings(&settings), m_copy(&copy)
+{
+    const StampColor &color = settings.color;
+    appendNumbers(m_ink,
+                  {componentInRange(color.red), componentInRange(color.green), componentInRange(color.blue)});
+    m_ink.append("rg\n");
+    if (color.alpha < 1) {
+        m_ink.append(copy.overlayState(componentInRange(color.alpha))).append(" gs\n");
+    }
+}
+
+std::string StampDrawing::content(std::span<const Stamper::Line> lines, const pdf::Size &page)
+{
+    std::string content;
+    if (lines.empty()) {
+        return content;
+    }
+    std::vector<pdf::ShapedLine> shaped;
+    std::vector<MeasuredLine> measured;
+    for (const Stamper::Line &line : lines) {
+        shaped.push_back(m_copy->fonts().shape(line.text, m_settings->fontName, m_settings->fontSize));
+        const pdf::ShapedLine &last = shaped.back();
+        measured.push_back({line.position, last.width, last.ascent, last.descent});
+    }
+    for (const PlacedLine &line :
+         layOut(measured, page, m_settings->margin, m_settings->fontSize * lineGap)) {
+        content.append("q ");
+        if (m_settings->background) {
+            content.append("1 g ");
+            appendNumbers(content, {line.box.minX, line.box.minY, line.box.width(), line.box.height()});
+            content.append("re f\n");
+        }
+        content.append(m_ink);
+        m_copy->fonts().show(shaped[line.index], line.x, line.baseline, content);
+        content.append("Q\n");
+    }
+    return content;
+}
+
+} // namespace tallyfold

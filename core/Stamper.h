@@ -1,0 +1,69 @@
+#pragma once
+
+#include "core/ProductionPlan.h"
+#include "core/SourceFile.h"
+#include "core/StampError.h"
+#include "core/StampSettings.h"
+#include "pdf/Bitmap.h"
+#include "pdf/ByteSink.h"
+#include "pdf/Document.h"
+#include "pdf/PageGeometry.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Turns one source and its planned pages into a stamped copy: every page of its own visible size, upright,
+/// with the stamp lines on top as real text. The source is only read. Nothing is kept between calls.
+/// Every function here that can fail throws `StampError`, and nothing else.
+namespace tallyfold::Stamper {
+
+/// One line of the stamp, its text final.
+struct Line {
+    QString text;
+    StampPosition position = StampPosition::bottomRight;
+    bool operator==(const Line &) const = default;
+};
+
+/// Called after each finished page; false stops the copy.
+using PageDone = std::function<bool()>;
+
+/// The source's document. Throws `unreadable`, `locked`, or `encrypted` when the owner withholds printing,
+/// changing or copying.
+[[nodiscard]] std::unique_ptr<pdf::Document> open(const SourceFile &source);
+
+/// Size in points at which `page` is shown: its crop box, width and height swapped when it is turned by 90 or
+/// 270 degrees (PDF 1.7, 7.7.3.3 and 14.11.2). Cannot fail.
+[[nodiscard]] pdf::Size displaySize(const pdf::SourcePage &page);
+
+/// The lines of the page with the 0-based index `pageIndex` of a file of `total` pages: legend, Bates number,
+/// page number, as far as `settings` (normalised) and `page` ask for them. None for a page that is not
+/// stamped.
+[[nodiscard]] std::vector<Line> lines(const PlannedPage &page, const StampSettings &settings,
+                                      std::int64_t pageIndex, std::int64_t total);
+
+/// Writes the stamped copy of `file` into a new file at `path`, which must not exist. Throws `cannotWrite`
+/// with the last component of `path` when it cannot be made, `cannotWrite` with the copy's name when it
+/// cannot be finished, `cancelled` when `pageDone` says so: the file is then complete up to the page in
+/// progress. What was written stays.
+void write(const PlannedFile &file, const StampSettings &settings, const std::filesystem::path &path,
+           const PageDone &pageDone);
+
+/// The same into `sink`, which gets a complete PDF file whether all pages were written or not.
+void write(const PlannedFile &file, const StampSettings &settings, pdf::ByteSink &sink,
+           const PageDone &pageDone);
+
+/// The stamped copy's first `pages` pages, as the bytes of a PDF file.
+[[nodiscard]] std::vector<char> data(const PlannedFile &file, const StampSettings &settings,
+                                     std::int64_t pages);
+
+/// The stamped copy's first `pages` pages as pictures `width` pixels wide, white where the page is empty.
+[[nodiscard]] std::vector<pdf::Bitmap> previewImages(const PlannedFile &file, const StampSettings &settings,
+                                                     std::int64_t pages, std::int64_t width);
+
+} // namespace tallyfold::Stamper

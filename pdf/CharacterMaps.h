@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tallyfold::pdf {
+
+/// Dictionary entries of the stream that holds an encoding map.
+[[nodiscard]] std::string_view encodingEntries();
+
+/// A CMap (PDF 1.7, 9.7.5.3) that maps the two-byte codes 1, 2, 3 … to `cids`, in that order.
+[[nodiscard]] std::string encodingMap(std::span<const std::uint16_t> cids);
+
+/// A ToUnicode CMap (PDF 1.7, 9.10.3) that maps the two-byte codes 1, 2, 3 … to `texts`, in that order; a
+/// code without text is left out.
+[[nodiscard]] std::string toUnicodeMap(std::span<const QString> texts);
+
+/// Appends `code` as four hexadecimal digits.
+void appendHex(std::string &out, std::uint16_t code);
+
+} // namespace tallyfold::pdf

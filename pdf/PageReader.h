@@ -1,0 +1,46 @@
+#pragma once
+
+#include "pdf/Bitmap.h"
+#include "pdf/Geometry.h"
+
+#include <QString>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace tallyfold::pdf {
+
+/// What can be seen on the pages of a PDF: their text and their picture. Behind an interface because it runs
+/// on files of any origin and may one day run in a process of its own. Nothing here throws.
+class PageReader {
+public:
+    virtual ~PageReader() = default;
+
+    /// A reader of the file at `path`, or of a file in memory; null when it cannot be read or needs a
+    /// password.
+    [[nodiscard]] static std::unique_ptr<PageReader> open(const std::filesystem::path &path);
+    [[nodiscard]] static std::unique_ptr<PageReader> open(std::vector<char> bytes);
+
+    /// Number of pages.
+    [[nodiscard]] virtual int pageCount() const = 0;
+
+    /// The crop box of the page, in its own coordinates; nothing when there is no such page.
+    [[nodiscard]] virtual std::optional<Rect> cropBox(int pageIndex) = 0;
+
+    /// The size of the page's media box in points; nothing when there is no such page.
+    [[nodiscard]] virtual std::optional<Size> mediaSize(int pageIndex) = 0;
+
+    /// For each of `areas`, in the page's own coordinates however it is turned, the text of the glyphs that
+    /// lie in it: the words of a line with spaces between them, lines joined by line feeds.
+    [[nodiscard]] virtual std::vector<QString> textIn(int pageIndex, std::span<const Rect> areas) = 0;
+
+    /// The page on white paper, `scale` pixels to the point, `width` by `height` pixels from its upper left
+    /// corner.
+    [[nodiscard]] virtual std::optional<Bitmap> render(int pageIndex, int width, int height,
+                                                       double scale) = 0;
+};
+
+} // namespace tallyfold::pdf
