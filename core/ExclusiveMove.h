@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+/// Ways to give a file in a folder another name without ever replacing what has that name, for file systems
+/// that differ in what they can do. Each takes the folder's open descriptor and gives 0 or the error number;
+/// with EEXIST for a name that is taken, by a dangling symbolic link as well.
+namespace tallyfold::ExclusiveMove {
+
+/// The best of the three that the file system has.
+[[nodiscard]] int move(int folder, const std::string &from, const std::string &to);
+
+/// In one step; EINVAL, ENOSYS or ENOTSUP where the file system cannot (NFS, some FUSE file systems).
+[[nodiscard]] int byRenaming(int folder, const std::string &from, const std::string &to);
+
+/// A second name, then the first one goes; EPERM, ENOSYS, ENOTSUP or EMLINK where there are no hard links
+/// (FAT).
+[[nodiscard]] int byLinking(int folder, const std::string &from, const std::string &to);
+
+/// A copy into a new file of that name, flushed, then the first file goes. Should it fail, the new file is
+/// removed.
+[[nodiscard]] int byCopying(int folder, const std::string &from, const std::string &to);
+
+} // namespace tallyfold::ExclusiveMove

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "core/FileError.h"
+#include "pdf/ByteSink.h"
+#include "pdf/FileSink.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace tallyfold {
+
+/// The folder a production is written into. It is opened once, so that what is written stays together even
+/// when the folder is renamed meanwhile. Nothing in it is ever replaced: a file gets its final name only
+/// where none is.
+class OutputFolder {
+public:
+    /// The folder at `path`; null when it is not there or is not a folder.
+    [[nodiscard]] static std::unique_ptr<OutputFolder> open(const std::filesystem::path &path);
+
+    ~OutputFolder();
+    OutputFolder(const OutputFolder &) = delete;
+    OutputFolder &operator=(const OutputFolder &) = delete;
+
+    /// A hidden file of a random name in which a copy is made before it gets its own name. Removed with this
+    /// object when it was not published; a removal that fails is passed over.
+    class TemporaryFile {
+    public:
+        /// Throws `StampError` `cannotWrite` with the file's name when it cannot be made.
+        explicit TemporaryFile(const OutputFolder &folder);
+        ~TemporaryFile();
+        TemporaryFile(const TemporaryFile &) = delete;
+        TemporaryFile &operator=(const TemporaryFile &) = delete;
+
+        [[nodiscard]] pdf::ByteSink &sink();
+
+        /// Brings the file to the disk and then gives it the name `name`; false when either fails, or when
+        /// there is something of that name.
+        [[nodiscard]] bool publish(const QString &name);
+
+    private:
+        const OutputFolder *m_folder;
+        std::string m_name;
+        std::unique_ptr<pdf::FileSink> m_sink;
+        bool m_isPublished = false;
+    };
+
+    /// Writes `contents` into a new file called `name` and brings it to the disk. Throws `FileError`, and
+    /// removes what was written, when that fails; a file of that name is such a failure.
+    void writeNewFile(const QString &name, const QByteArray &contents) const;
+
+    /// Brings the names given so far to the disk. Throws `FileError` with the name "." when that fails.
+    void flush() const;
+
+private:
+    explicit OutputFolder(int descriptor);
+    int m_descriptor;
+};
+
+} // namespace tallyfold

@@ -1,0 +1,213 @@
+#include "core/Production.h"
+
+#include "core/OutputFolder.h"
+#include "core/ProductionIndex.h"
+#include "core/Stamper.h"
+
+#include <QHashFunctions>
+#include <QSet>
+
+namespace tallyfold {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<ProductionConflict> conflictOf(ProductionConflict::Kind kind)
+{
+    return {{kind, {}}};
+}
+
+/// `path` absolute and without symbolic links, as far as it exists.
+fs::path resolved(const fs::path &path)
+{
+    std::error_code error;
+    fs::path result = fs::weakly_canonical(fs::absolute(path, error), error);
+    return error ? path.lexically_normal() : result;
+}
+
+/// A path in a form that does not tell letter case apart. Bytes that are not valid text stay distinct from
+/// text.
+QString withoutCase(const fs::path &path)
+{
+    const std::string &bytes = path.native();
+    const QString text = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    const bool isText = text.toUtf8() == QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    return isText ? text.toLower()
+                  : QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size())).prepend(u'\0');
+}
+
+/// `name` in `folder`; a name is text, and its bytes in the file system are UTF-8.
+fs::path inFolder(const fs::path &folder, const QString &name)
+{
+    return folder / fs::path(name.toStdString());
+}
+
+/// Whether anything has this name, be it a symbolic link that leads nowhere.
+bool isTaken(const fs::path &path)
+{
+    std::error_code error;
+    return fs::exists(fs::symlink_status(path, error));
+}
+
+/// One production on its way.
+class Run {
+public:
+    Run(const ProductionPlan &plan, fs::path folder, const Production::OnPage &onPage)
+        : m_plan(plan), m_path(std::move(folder)), m_folder(OutputFolder::open(m_path)), m_onPage(onPage)
+    {
+    }
+
+    void writeCopies()
+    {
+        for (const PlannedFile *file : m_plan.stampedFiles()) {
+            try {
+                writeCopy(*file);
+            } catch (const StampError &error) {
+                if (error.kind != StampError::Kind::cancelled) {
+                    m_result.failures.insert(file->source.name, error);
+                }
+            }
+            if (m_isStopped) {
+                throw ProductionError{ProductionError::Kind::cancelled, {}, m_result.written};
+            }
+        }
+    }
+
+    fs::path writeTable(const QString &name, const QString &text)
+    {
+        if (!m_folder) {
+            throw FileError{name, std::make_error_code(std::errc::no_such_file_or_directory)};
+        }
+        m_folder->writeNewFile(name, text.toUtf8());
+        return inFolder(m_path, name);
+    }
+
+    /// Brings the names given so far to the disk. What lies under them is there already.
+    void flushNames()
+    {
+        if (m_folder) {
+            m_folder->flush();
+        }
+    }
+
+    [[nodiscard]] QSet<QString> failedNames() const
+    {
+        return {m_result.failures.keyBegin(), m_result.failures.keyEnd()};
+    }
+
+    ProductionResult &result()
+    {
+        return m_result;
+    }
+
+private:
+    void writeCopy(const PlannedFile &file)
+    {
+        if (!m_folder) {
+            throw StampError::cannotWrite(file.outputName);
+        }
+        OutputFolder::TemporaryFile temporary(*m_folder);
+        Stamper::write(file, m_plan.settings, temporary.sink(), [this] {
+            ++m_result.pages;
+            m_isStopped = !m_onPage(m_result.pages);
+            return !m_isStopped;
+        });
+        if (!temporary.publish(file.outputName)) {
+            throw StampError::cannotWrite(file.outputName);
+        }
+        m_result.written.push_back(inFolder(m_path, file.outputName));
+    }
+
+    const ProductionPlan &m_plan;
+    fs::path m_path;
+    std::unique_ptr<OutputFolder> m_folder;
+    const Production::OnPage &m_onPage;
+    ProductionResult m_result;
+    bool m_isStopped = false;
+};
+
+} // namespace
+
+std::size_t hashValue(const ProductionConflict &conflict)
+{
+    return qHashMulti(0, static_cast<int>(conflict.kind), conflict.name);
+}
+
+std::size_t hashValue(const ProductionResult &result)
+{
+    std::size_t hash = qHashMulti(0, result.pages);
+    const auto add = [&hash](const fs::path &path) { hash = qHashMulti(hash, fs::hash_value(path)); };
+    for (const fs::path &path : result.written) {
+        add(path);
+    }
+    add(result.index.value_or(fs::path()));
+    add(result.privilegeLog.value_or(fs::path()));
+    for (const auto &[name, error] : result.failures.asKeyValueRange()) {
+        hash = qHashMulti(hash, name, hashValue(error));
+    }
+    return hash;
+}
+
+std::vector<ProductionConflict> Production::findConflicts(const ProductionPlan &plan, const fs::path &folder,
+                                                          const ProductionOptions &options)
+{
+    using Kind = ProductionConflict::Kind;
+    std::vector<ProductionConflict> conflicts;
+    const std::vector<const PlannedFile *> files = plan.stampedFiles();
+    if (files.empty()) {
+        conflicts = conflictOf(Kind::nothingToStamp);
+    }
+    std::error_code error;
+    if (!fs::is_directory(folder, error)) {
+        conflicts.push_back({Kind::folderMissing, {}});
+        return conflicts;
+    }
+    const fs::path target = resolved(folder);
+    QSet<QString> originals;
+    for (const PlannedFile &file : plan.files) {
+        originals.insert(withoutCase(resolved(file.source.url)));
+    }
+    for (const QString &name : plan.duplicateOutputNames()) {
+        conflicts.push_back({Kind::duplicate, name});
+    }
+    for (const PlannedFile *file : files) {
+        const fs::path path = inFolder(target, file->outputName);
+        if (originals.contains(withoutCase(path))) {
+            conflicts.push_back({Kind::wouldReplaceOriginal, file->outputName});
+        } else if (isTaken(path)) {
+            conflicts.push_back({Kind::exists, file->outputName});
+        }
+    }
+    if (options.writeIndex && isTaken(inFolder(target, ProductionOptions::indexName))) {
+        conflicts.push_back({Kind::exists, ProductionOptions::indexName});
+    }
+    if (options.writePrivilegeLog && isTaken(inFolder(target, ProductionOptions::privilegeLogName))) {
+        conflicts.push_back({Kind::exists, ProductionOptions::privilegeLogName});
+    }
+    return conflicts;
+}
+
+ProductionResult Production::write(const ProductionPlan &plan, const fs::path &folder,
+                                   const ProductionOptions &options, const OnPage &onPage)
+{
+    const std::vector<ProductionConflict> conflicts = findConflicts(plan, folder, options);
+    if (!conflicts.empty()) {
+        throw ProductionError{ProductionError::Kind::conflicts, conflicts, {}};
+    }
+    Run run(plan, folder, onPage);
+    run.writeCopies();
+    run.flushNames(); // Before the index, which speaks of the copies.
+    if (options.writeIndex) {
+        run.result().index =
+            run.writeTable(ProductionOptions::indexName, ProductionIndex::csv(plan, run.failedNames()));
+    }
+    if (options.writePrivilegeLog) {
+        run.result().privilegeLog = run.writeTable(ProductionOptions::privilegeLogName,
+                                                   ProductionIndex::privilegeLog(plan, run.failedNames()));
+    }
+    run.flushNames();
+    return std::move(run.result());
+}
+
+} // namespace tallyfold

@@ -1,0 +1,162 @@
+#include "examples/ProductionReport.h"
+
+namespace tallyfold::ProductionReport {
+
+namespace {
+
+template <typename List, typename ToValue> QJsonArray arrayOf(const List &list, ToValue toValue)
+{
+    QJsonArray array;
+    for (const auto &item : list) {
+        array.append(toValue(item));
+    }
+    return array;
+}
+
+template <typename Value> QJsonValue orNull(const std::optional<Value> &value)
+{
+    return value ? QJsonValue(*value) : QJsonValue();
+}
+
+QJsonValue numberOrNull(const std::optional<std::int64_t> &number)
+{
+    return number ? QJsonValue(static_cast<qint64>(*number)) : QJsonValue();
+}
+
+QJsonValue nameOf(const std::optional<std::filesystem::path> &file)
+{
+    return file ? QJsonValue(displayName(*file)) : QJsonValue();
+}
+
+QJsonObject tagged(const char *tag, const QString &name)
+{
+    return {{QLatin1StringView(tag), name.isEmpty() ? QJsonValue(true) : QJsonValue(name)}};
+}
+
+QJsonObject of(const StampError &error)
+{
+    switch (error.kind) {
+    case StampError::Kind::unreadable:
+        return tagged("unreadable", error.name);
+    case StampError::Kind::locked:
+        return tagged("locked", error.name);
+    case StampError::Kind::encrypted:
+        return tagged("encrypted", error.name);
+    case StampError::Kind::cannotWrite:
+        return tagged("cannotWrite", error.name);
+    case StampError::Kind::cancelled:
+        break;
+    }
+    return tagged("cancelled", {});
+}
+
+QJsonObject of(const ProductionConflict &conflict)
+{
+    switch (conflict.kind) {
+    case ProductionConflict::Kind::exists:
+        return tagged("exists", conflict.name);
+    case ProductionConflict::Kind::duplicate:
+        return tagged("duplicate", conflict.name);
+    case ProductionConflict::Kind::wouldReplaceOriginal:
+        return tagged("wouldReplaceOriginal", conflict.name);
+    case ProductionConflict::Kind::nothingToStamp:
+        return tagged("nothingToStamp", {});
+    case ProductionConflict::Kind::folderMissing:
+        break;
+    }
+    return tagged("folderMissing", {});
+}
+
+QJsonArray namesOf(const std::vector<std::filesystem::path> &files)
+{
+    return arrayOf(files, [](const std::filesystem::path &file) { return QJsonValue(displayName(file)); });
+}
+
+QJsonArray namesOf(const std::vector<const PlannedFile *> &files)
+{
+    return arrayOf(files, [](const PlannedFile *file) { return QJsonValue(file->outputName); });
+}
+
+QJsonObject of(const PlannedFile &file, const BatesFormatter &bates)
+{
+    const auto formatted = [&bates](const std::optional<std::int64_t> &number) {
+        return number ? QJsonValue(bates(*number)) : QJsonValue();
+    };
+    return {{QStringLiteral("source"), file.source.name},
+            {QStringLiteral("outputName"), file.outputName},
+            {QStringLiteral("first"), formatted(file.firstNumber())},
+            {QStringLiteral("last"), formatted(file.lastNumber())},
+            {QStringLiteral("pages"), arrayOf(file.pages, [](const PlannedPage &page) {
+                 return QJsonObject{{QStringLiteral("number"), numberOrNull(page.number)},
+                                    {QStringLiteral("stamped"), page.stamped}};
+             })}};
+}
+
+} // namespace
+
+QJsonObject of(const ProductionResult &result)
+{
+    QJsonObject failures;
+    for (const auto &[name, error] : result.failures.asKeyValueRange()) {
+        failures.insert(name, of(error));
+    }
+    return {{QStringLiteral("written"), namesOf(result.written)},
+            {QStringLiteral("index"), nameOf(result.index)},
+            {QStringLiteral("privilegeLog"), nameOf(result.privilegeLog)},
+            {QStringLiteral("pages"), static_cast<qint64>(result.pages)},
+            {QStringLiteral("failures"), failures}};
+}
+
+QJsonObject of(const ProductionError &error)
+{
+    switch (error.kind) {
+    case ProductionError::Kind::conflicts:
+        return {{QStringLiteral("conflicts"),
+                 arrayOf(error.conflicts, [](const ProductionConflict &conflict) { return of(conflict); })}};
+    case ProductionError::Kind::cancelled:
+        break;
+    }
+    return {{QStringLiteral("cancelled"), QJsonObject{{QStringLiteral("written"), namesOf(error.written)}}}};
+}
+
+QJsonObject of(const ProductionPlan &plan)
+{
+    const BatesFormatter bates(plan.settings);
+    const std::optional<PasswordNotice> notice = plan.passwordNotice();
+    QJsonValue noticeValue;
+    if (notice) {
+        noticeValue = QJsonObject{{QStringLiteral("names"), QJsonArray::fromStringList(notice->names)},
+                                  {QStringLiteral("nothingElseToStamp"), notice->nothingElseToStamp}};
+    }
+    return {{QStringLiteral("files"),
+             arrayOf(plan.files, [&](const PlannedFile &file) { return of(file, bates); })},
+            {QStringLiteral("stampedFiles"), namesOf(plan.stampedFiles())},
+            {QStringLiteral("coverOnlyFiles"), namesOf(plan.coverOnlyFiles())},
+            {QStringLiteral("skippedFiles"), namesOf(plan.skippedFiles())},
+            {QStringLiteral("passwordProtectedFiles"), namesOf(plan.passwordProtectedFiles())},
+            {QStringLiteral("firstNumber"), numberOrNull(plan.firstNumber())},
+            {QStringLiteral("lastNumber"), numberOrNull(plan.lastNumber())},
+            {QStringLiteral("nextNumber"), static_cast<qint64>(plan.nextNumber())},
+            {QStringLiteral("rangeText"), orNull(plan.rangeText())},
+            {QStringLiteral("digitsNeeded"), static_cast<qint64>(plan.digitsNeeded())},
+            {QStringLiteral("outgrowsDigits"), plan.outgrowsDigits()},
+            {QStringLiteral("duplicateOutputNames"), QJsonArray::fromStringList(plan.duplicateOutputNames())},
+            {QStringLiteral("passwordNotice"), noticeValue}};
+}
+
+QJsonArray of(const std::vector<SourceFile> &sources)
+{
+    return arrayOf(sources, [](const SourceFile &source) {
+        const std::string &url = source.url.native();
+        return QJsonObject{
+            {QStringLiteral("id"), source.id.toString(QUuid::WithoutBraces)},
+            {QStringLiteral("url"), QString::fromUtf8(url.data(), static_cast<qsizetype>(url.size()))},
+            {QStringLiteral("name"), source.name},
+            {QStringLiteral("pageCount"), static_cast<qint64>(source.pageCount)},
+            {QStringLiteral("modified"), source.modified.toString(Qt::ISODateWithMs)},
+            {QStringLiteral("problem"), source.problem ? QJsonValue(keyOf(*source.problem)) : QJsonValue()},
+            {QStringLiteral("existingBates"), orNull(source.existingBates)}};
+    });
+}
+
+} // namespace tallyfold::ProductionReport
