@@ -100,6 +100,7 @@ bool isPlain(const QString &text)
 struct TextFonts::Shaping {
     const QString &text;
     ShapedLine &line;
+    bool hasSharedGlyphs = false; ///< Whether several glyphs show one stretch of text together.
 };
 
 void TextFonts::BufferDestroyer::operator()(hb_buffer_t *buffer) const
@@ -134,7 +135,8 @@ ShapedLine TextFonts::shape(const QString &text, const QString &postScriptName, 
     line.descent = base->descent() * size / 1000;
     const QString shown = printable(text);
     Shaping shaping{shown, line};
-    for (const TextItem &item : itemize(shown)) {
+    const std::vector<TextItem> items = itemize(shown);
+    for (const TextItem &item : items) {
         if (isPlain(shown)) { // Every text font has these.
             appendRun(shaping, item.start, item.length, base, item.isRightToLeft, item.script);
             continue;
@@ -143,6 +145,13 @@ ShapedLine TextFonts::shape(const QString &text, const QString &postScriptName, 
             appendRun(shaping, stretch.start, stretch.end - stretch.start, stretch.face, item.isRightToLeft,
                       item.script);
         }
+    }
+    // Readers put right-to-left text into its order by themselves, and would turn round what they are told as
+    // well.
+    const bool isLeftToRight =
+        std::none_of(items.begin(), items.end(), [](const TextItem &item) { return item.isRightToLeft; });
+    if (shaping.hasSharedGlyphs && isLeftToRight) {
+        line.spokenText = shown;
     }
     for (const ShapedRun &run : line.runs) {
         const FontFace &face = m_fonts[run.font]->embedded.face();
@@ -199,6 +208,7 @@ void TextFonts::appendRun(Shaping &shaping, qsizetype start, qsizetype length, c
             }
             isFirstOfCluster = index == 0 || infos[index - 1].cluster != infos[index].cluster;
         }
+        shaping.hasSharedGlyphs = shaping.hasSharedGlyphs || !isFirstOfCluster;
         const QString glyphText = isFirstOfCluster ? shaping.text.sliced(cluster, end - cluster) : QString();
         const std::uint32_t glyph = infos[index].codepoint;
         run.glyphs.push_back({font.codeFor(glyph, glyphText), face->advance(glyph),
@@ -211,6 +221,13 @@ void TextFonts::appendRun(Shaping &shaping, qsizetype start, qsizetype length, c
 
 void TextFonts::show(const ShapedLine &line, double x, double baseline, std::string &content)
 {
+    if (!line.spokenText.isEmpty()) {
+        content.append("/Span<</ActualText<FEFF");
+        for (const QChar unit : line.spokenText) {
+            appendHex(content, unit.unicode());
+        }
+        content.append(">>>BDC\n");
+    }
     content.append("BT ");
     appendNumber(content, x);
     content.push_back(' ');
@@ -261,6 +278,9 @@ void TextFonts::show(const ShapedLine &line, double x, double baseline, std::str
         close();
     }
     content.append(rise == 0 ? "ET\n" : "0 Ts ET\n");
+    if (!line.spokenText.isEmpty()) {
+        content.append("EMC\n");
+    }
 }
 
 int TextFonts::resources()

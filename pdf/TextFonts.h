@@ -38,6 +38,7 @@ struct ShapedLine {
     double descent = 0; ///< Below the baseline, a positive number.
     double size = 0;
     std::vector<ShapedRun> runs; ///< From left to right.
+    QString spokenText;          ///< The text, where several glyphs show one stretch of it together.
 };
 
 /// The fonts of one output file: looked up, measured, noted as used, and embedded once at the end.
