@@ -9,6 +9,7 @@
 #include <poppler-image.h>
 #include <poppler-page-renderer.h>
 #include <poppler-page.h>
+#include <string_view>
 #include <utility>
 
 namespace tallyfold::pdf {
@@ -20,7 +21,7 @@ constexpr double pointsPerInch = 72;
 /// A glyph's box in the coordinates of the page as it is shown, y downward.
 struct Glyph {
     Rect box;
-    QString text;
+    QChar unit; ///< Of its text in UTF-16; a character of two units is two glyphs in one place.
 };
 
 /// A word as Poppler found it.
@@ -31,12 +32,6 @@ struct Word {
 Rect toRect(const poppler::rectf &rect)
 {
     return {rect.left(), rect.top(), rect.right(), rect.bottom()};
-}
-
-QString toText(const poppler::ustring &text)
-{
-    const poppler::byte_array bytes = text.to_utf8();
-    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
 /// From a page's own coordinates to those it is shown in: turned, the crop box's corner at the upper left.
@@ -92,7 +87,7 @@ QString textOf(const std::vector<Word> &words, const Rect &area)
             if (last != nullptr && !isWordOpen) {
                 text.append(shareLine(last->box, glyph.box) ? u' ' : u'\n');
             }
-            text.append(glyph.text);
+            text.append(glyph.unit);
             last = &glyph;
             isWordOpen = true;
         }
@@ -136,7 +131,7 @@ public:
             Word word;
             const poppler::ustring text = found.text();
             for (std::size_t index = 0; index < text.size(); ++index) {
-                word.glyphs.push_back({toRect(found.char_bbox(index)), toText(poppler::ustring(1, text[index]))});
+                word.glyphs.push_back({toRect(found.char_bbox(index)), QChar(text[index])});
             }
             words.push_back(std::move(word));
         }
@@ -206,27 +201,32 @@ std::unique_ptr<PageReader> readerOf(std::unique_ptr<poppler::document> document
     return std::make_unique<PopplerReader>(std::move(document), std::move(bytes));
 }
 
-/// Poppler writes what it finds wrong with a file to the terminal.
-void keepQuiet()
+/// Poppler writes what it finds wrong with a file to the terminal, and sets up large tables for the first document that
+/// is open and takes them down with the last: an empty one that stays open saves most of the time a small file takes.
+void prepare()
 {
-    static const bool isSet = [] {
+    static constexpr std::string_view emptyFile =
+        "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj 2 0 obj<</Type/Pages/Kids[]/Count 0>>endobj\n"
+        "trailer<</Root 1 0 R/Size 3>>\n%%EOF\n";
+    static const std::unique_ptr<poppler::document> keptOpen = [] {
         poppler::set_debug_error_function([](const std::string &, void *) {}, nullptr);
-        return true;
+        return std::unique_ptr<poppler::document>(
+            poppler::document::load_from_raw_data(emptyFile.data(), static_cast<int>(emptyFile.size())));
     }();
-    (void)isSet;
+    (void)keptOpen;
 }
 
 } // namespace
 
 std::unique_ptr<PageReader> PageReader::open(const std::filesystem::path &path)
 {
-    keepQuiet();
+    prepare();
     return readerOf(std::unique_ptr<poppler::document>(poppler::document::load_from_file(path.native())), {});
 }
 
 std::unique_ptr<PageReader> PageReader::open(std::vector<char> bytes)
 {
-    keepQuiet();
+    prepare();
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
         return nullptr;
     }
