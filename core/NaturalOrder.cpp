@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 #include <string>
+#include <string_view>
 #include <unicode/coll.h>
 #include <unicode/sortkey.h>
 #include <unicode/unistr.h>
@@ -16,6 +17,13 @@ icu::UnicodeString alias(const QString &text)
     return {false, reinterpret_cast<const char16_t *>(text.utf16()), static_cast<int32_t>(text.size())};
 }
 
+/// The user's locale. Without one ("C"), names are still for people: the order that languages share.
+icu::Locale userLocale()
+{
+    const icu::Locale locale = icu::Locale::getDefault();
+    return std::string_view(locale.getVariant()) == "POSIX" ? icu::Locale::getRoot() : locale;
+}
+
 } // namespace
 
 struct NaturalOrder::Collator {
@@ -25,7 +33,7 @@ struct NaturalOrder::Collator {
 NaturalOrder::NaturalOrder() : m_collator(std::make_unique<Collator>())
 {
     UErrorCode status = U_ZERO_ERROR;
-    m_collator->collator.reset(icu::Collator::createInstance(icu::Locale::getDefault(), status));
+    m_collator->collator.reset(icu::Collator::createInstance(userLocale(), status));
     if (U_FAILURE(status)) {
         m_collator->collator.reset();
         return;

@@ -1,0 +1,52 @@
+#include "core/EarlierNumber.h"
+
+#include <gtest/gtest.h>
+
+namespace tallyfold {
+
+TEST(EarlierNumber, NumbersAsTheyAreStampedAreFound)
+{
+    for (const char *text :
+         {"ABC000123", "EX-0001", "DEF 1234567", "A0000", "AB12_012345678901", "Z999999"}) {
+        EXPECT_EQ(earlierNumberIn(QString::fromLatin1(text)), QString::fromLatin1(text));
+    }
+    EXPECT_EQ(earlierNumberIn(QStringLiteral("CONFIDENTIAL ABC000045")), QStringLiteral("ABC000045"));
+    EXPECT_EQ(earlierNumberIn(QStringLiteral("see\nABC000045\nABC000046")), QStringLiteral("ABC000045"));
+}
+
+TEST(EarlierNumber, OrdinaryTextIsNot)
+{
+    for (const char *text : {"", "Page 12", "ABC123", "2023", "abc000123", "ABC00", "A 12345", "xABC000123",
+                             "ABC000123x", "ABCDEFGHIJKLM0000123"}) {
+        EXPECT_EQ(earlierNumberIn(QString::fromLatin1(text)), std::nullopt) << text;
+    }
+}
+
+TEST(EarlierNumber, OnlyAsciiLettersAndDigitsCount)
+{
+    EXPECT_EQ(earlierNumberIn(QStringLiteral("\u00C4\u00D6000123")), std::nullopt);
+    EXPECT_EQ(earlierNumberIn(QStringLiteral("ABC\u0660\u0660\u0661\u0662")), std::nullopt);
+}
+
+TEST(EarlierNumber, AMatchIsMadeOfWholeCharacters)
+{
+    EXPECT_EQ(earlierNumberIn(QStringLiteral("ABC000123\u0301")), std::nullopt);
+    EXPECT_EQ(earlierNumberIn(QStringLiteral("ABC000123\u0301 DEF000777")), QStringLiteral("DEF000777"));
+}
+
+TEST(EarlierNumber, StripsLieAtTheBottomTheTopTheLeftAndTheRight)
+{
+    const auto strips = earlierNumberStrips({10, 20, 622, 812});
+    EXPECT_EQ(strips[0], (pdf::Rect{10, 20, 622, 110}));
+    EXPECT_EQ(strips[1], (pdf::Rect{10, 722, 622, 812}));
+    EXPECT_EQ(strips[2], (pdf::Rect{10, 20, 100, 812}));
+    EXPECT_EQ(strips[3], (pdf::Rect{532, 20, 622, 812}));
+}
+
+TEST(EarlierNumber, StripsOfANarrowPageAreHalfItsWidthDeep)
+{
+    EXPECT_EQ(earlierNumberStrips({0, 0, 100, 800})[0].maxY, 50);
+    EXPECT_EQ(earlierNumberStrips({0, 0, 800, 60})[2].maxX, 30);
+}
+
+} // namespace tallyfold

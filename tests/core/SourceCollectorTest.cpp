@@ -1,0 +1,127 @@
+#include "core/SourceCollector.h"
+
+#include "tests/support/PdfBuilder.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace tallyfold {
+
+namespace fs = std::filesystem;
+using tests::TemporaryFolder;
+
+namespace {
+
+void touch(const fs::path &path)
+{
+    fs::create_directories(path.parent_path());
+    tests::writeFile(path, "x");
+}
+
+/// The collected locations relative to `folder`.
+std::vector<std::string> collected(const TemporaryFolder &folder, const std::vector<fs::path> &items)
+{
+    std::vector<std::string> names;
+    for (const fs::path &location : collectPdfLocations(items)) {
+        names.push_back(location.lexically_relative(folder.path()).native());
+    }
+    return names;
+}
+
+using Names = std::vector<std::string>;
+
+} // namespace
+
+TEST(SourceCollector, FilesAreTakenByTheirNames)
+{
+    const TemporaryFolder folder;
+    std::vector<fs::path> items;
+    for (const char *name : {"Report.PDF", "._Report.pdf", ".hidden.pdf", "notes.pdf.txt", "b.pdf", "pdf"}) {
+        touch(folder / name);
+        items.push_back(folder / name);
+    }
+    items.push_back(folder / "missing.pdf");
+    EXPECT_EQ(collected(folder, items), (Names{"Report.PDF", "b.pdf"}));
+}
+
+TEST(SourceCollector, AFoldersFilesComeInNaturalOrderOfTheirPaths)
+{
+    const TemporaryFolder folder;
+    for (const char *name : {"in/b.pdf", "in/a/10.pdf", "in/a/2.pdf"}) {
+        touch(folder / name);
+    }
+    EXPECT_EQ(collected(folder, {folder / "in"}), (Names{"in/a/2.pdf", "in/a/10.pdf", "in/b.pdf"}));
+}
+
+TEST(SourceCollector, AFolderStandsAtThePlaceWhereItWasGiven)
+{
+    const TemporaryFolder folder;
+    for (const char *name : {"z.pdf", "in/m.pdf", "a.pdf"}) {
+        touch(folder / name);
+    }
+    EXPECT_EQ(collected(folder, {folder / "z.pdf", folder / "in", folder / "a.pdf"}),
+              (Names{"z.pdf", "in/m.pdf", "a.pdf"}));
+}
+
+TEST(SourceCollector, AFileMetTwiceIsListedOnce)
+{
+    const TemporaryFolder folder;
+    touch(folder / "in/a.pdf");
+    EXPECT_EQ(collected(folder, {folder / "in/a.pdf", folder / "in/a.pdf"}).size(), 1U);
+    EXPECT_EQ(collected(folder, {folder / "in", folder / "in/a.pdf"}).size(), 1U);
+    EXPECT_EQ(collectPdfLocations(std::vector{folder / "in/a.pdf", folder / "in/../in/./a.pdf"}).size(), 1U);
+}
+
+TEST(SourceCollector, ASymbolicLinkIsADocumentOfItsOwn)
+{
+    const TemporaryFolder folder;
+    touch(folder / "a.pdf");
+    fs::create_symlink("a.pdf", folder / "b.pdf");
+    EXPECT_EQ(collected(folder, {folder / "a.pdf", folder / "b.pdf"}), (Names{"a.pdf", "b.pdf"}));
+}
+
+TEST(SourceCollector, LinkedFoldersDoNotLeadIntoLoops)
+{
+    const TemporaryFolder folder;
+    touch(folder / "in/a.pdf");
+    fs::create_directory_symlink(folder / "in", folder / "in/again");
+    EXPECT_EQ(collected(folder, {folder / "in"}), (Names{"in/a.pdf"}));
+}
+
+TEST(SourceCollector, HiddenFilesAndFoldersAreLeftOut)
+{
+    const TemporaryFolder folder;
+    for (const char *name : {"in/.hidden/a.pdf", "in/.b.pdf", "in/._c.pdf", "in/d.pdf"}) {
+        touch(folder / name);
+    }
+    EXPECT_EQ(collected(folder, {folder / "in"}), (Names{"in/d.pdf"}));
+}
+
+TEST(SourceCollector, AFolderNamedLikeAFileIsListedAndSoAreItsContents)
+{
+    const TemporaryFolder folder;
+    touch(folder / "in/x.pdf/inner.pdf");
+    EXPECT_EQ(collected(folder, {folder / "in"}), (Names{"in/x.pdf", "in/x.pdf/inner.pdf"}));
+}
+
+TEST(SourceCollector, NamesThatAreNotTextAreFound)
+{
+    const TemporaryFolder folder;
+    touch(folder / "in/caf\xE9.pdf");
+    touch(folder / "in/line\nbreak.pdf");
+    const Names names = collected(folder, {folder / "in"});
+    EXPECT_EQ(names.size(), 2U);
+    EXPECT_EQ(std::count(names.begin(), names.end(), "in/caf\xE9.pdf"), 1);
+}
+
+TEST(SourceCollector, PathsAreStandardisedWithoutResolvingLinks)
+{
+    EXPECT_EQ(standardized("/a/b/../c/./d//e/"), "/a/c/d/e");
+    EXPECT_EQ(standardized("/"), "/");
+    EXPECT_EQ(standardized("x.pdf"), fs::current_path() / "x.pdf");
+}
+
+} // namespace tallyfold
