@@ -1,0 +1,289 @@
+#include "core/Production.h"
+
+#include "core/SourceClassifier.h"
+#include "tests/support/Sample.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace tallyfold {
+
+namespace fs = std::filesystem;
+using tests::soundPages;
+using tests::TemporaryFolder;
+using tests::textOfPage;
+using tests::writeFile;
+using tests::writeSample;
+
+namespace {
+
+using Kind = ProductionConflict::Kind;
+using Conflicts = std::vector<ProductionConflict>;
+
+const Production::OnPage goOn = [](std::int64_t) { return true; };
+
+/// Three sources of two pages each, and an empty folder for their copies.
+struct ThreeFiles {
+    TemporaryFolder folder;
+    fs::path out = folder / "out";
+
+    ThreeFiles()
+    {
+        fs::create_directories(folder / "in");
+        fs::create_directories(out);
+        for (const char *name : {"a.pdf", "b.pdf", "c.pdf"}) {
+            writeSample(folder / "in" / name, 2);
+        }
+    }
+
+    [[nodiscard]] ProductionPlan plan(const StampSettings &settings = {}) const
+    {
+        std::vector<SourceFile> sources;
+        for (const char *name : {"a.pdf", "b.pdf", "c.pdf"}) {
+            sources.push_back(classify(folder / "in" / name));
+        }
+        return {sources, settings};
+    }
+
+    /// The names in the output folder.
+    [[nodiscard]] std::vector<std::string> names() const
+    {
+        std::vector<std::string> found;
+        for (const fs::directory_entry &entry : fs::directory_iterator(out)) {
+            found.push_back(entry.path().filename());
+        }
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+};
+
+using Names = std::vector<std::string>;
+
+ProductionError errorOf(const ProductionPlan &plan, const fs::path &folder, const Production::OnPage &onPage)
+{
+    try {
+        (void)Production::write(plan, folder, {}, onPage);
+    } catch (const ProductionError &error) {
+        return error;
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return {};
+}
+
+} // namespace
+
+TEST(Production, WritesEveryCopyAndTheTables)
+{
+    const ThreeFiles files;
+    const ProductionResult result = Production::write(files.plan(), files.out, {true, true}, goOn);
+    EXPECT_EQ(result.written,
+              (std::vector<fs::path>{files.out / "a.pdf", files.out / "b.pdf", files.out / "c.pdf"}));
+    EXPECT_EQ(result.pages, 6);
+    EXPECT_EQ(result.index, files.out / "Production Index.csv");
+    EXPECT_EQ(result.privilegeLog, files.out / "Privilege Log.csv");
+    EXPECT_TRUE(result.failures.isEmpty());
+    EXPECT_EQ(files.names(), (Names{"Privilege Log.csv", "Production Index.csv", "a.pdf", "b.pdf", "c.pdf"}));
+    EXPECT_EQ(soundPages(files.out / "c.pdf"), 2);
+    EXPECT_NE(textOfPage(files.out / "c.pdf", 2).find("ABC000006"), std::string::npos);
+    EXPECT_TRUE(tests::readFile(files.out / "Production Index.csv").starts_with("File,Stamped Copy"));
+}
+
+TEST(Production, ProgressCountsEveryPageOfTheWholeProduction)
+{
+    const ThreeFiles files;
+    std::vector<std::int64_t> counts;
+    (void)Production::write(files.plan(), files.out, {}, [&counts](std::int64_t count) {
+        counts.push_back(count);
+        return true;
+    });
+    EXPECT_EQ(counts, (std::vector<std::int64_t>{1, 2, 3, 4, 5, 6}));
+}
+
+TEST(Production, NothingToStampAndNoFolderAreBothToldAndNothingElse)
+{
+    EXPECT_EQ(Production::findConflicts(ProductionPlan({}, {}), "/nowhere/at/all", {}),
+              (Conflicts{{Kind::nothingToStamp, {}}, {Kind::folderMissing, {}}}));
+}
+
+TEST(Production, AFileIsNoFolder)
+{
+    const ThreeFiles files;
+    EXPECT_EQ(Production::findConflicts(files.plan(), files.folder / "in/a.pdf", {}),
+              (Conflicts{{Kind::folderMissing, {}}}));
+}
+
+TEST(Production, ConflictsComeInTheirOrder)
+{
+    const ThreeFiles files;
+    fs::create_directories(files.folder / "in2");
+    writeSample(files.folder / "in2/A.PDF", 1);
+    std::vector<SourceFile> sources{classify(files.folder / "in/a.pdf"), classify(files.folder / "in2/A.PDF"),
+                                    classify(files.folder / "in/b.pdf")};
+    writeFile(files.out / "b.pdf", "x");
+    writeFile(files.out / "Production Index.csv", "x");
+    writeFile(files.out / "Privilege Log.csv", "x");
+    StampSettings settings;
+    settings.order = FileOrder::manual;
+    const ProductionPlan plan(sources, settings);
+    EXPECT_EQ(Production::findConflicts(plan, files.out, {true, true}),
+              (Conflicts{{Kind::duplicate, QStringLiteral("a.pdf")},
+                         {Kind::exists, QStringLiteral("b.pdf")},
+                         {Kind::exists, QStringLiteral("Production Index.csv")},
+                         {Kind::exists, QStringLiteral("Privilege Log.csv")}}));
+    EXPECT_EQ(Production::findConflicts(plan, files.out, {false, false}).size(), 2U)
+        << "tables that are not written are in nobody's way";
+    EXPECT_EQ(errorOf(plan, files.out, goOn).kind, ProductionError::Kind::conflicts);
+    EXPECT_EQ(tests::readFile(files.out / "b.pdf"), "x");
+}
+
+TEST(Production, ACopyMayNotLandOnASourceWhateverItsLetterCase)
+{
+    const ThreeFiles files;
+    std::vector<SourceFile> sources{classify(files.folder / "in/a.pdf")};
+    sources[0].name = QStringLiteral("A.PDF");
+    EXPECT_EQ(Production::findConflicts(ProductionPlan(sources, {}), files.folder / "in", {}),
+              (Conflicts{{Kind::wouldReplaceOriginal, QStringLiteral("A.PDF")}}));
+}
+
+TEST(Production, ASourceIsFoundThroughLinks)
+{
+    const ThreeFiles files;
+    fs::create_directory_symlink(files.folder / "in", files.folder / "link");
+    EXPECT_EQ(Production::findConflicts(files.plan(), files.folder / "link", {}),
+              (Conflicts{{Kind::wouldReplaceOriginal, QStringLiteral("a.pdf")},
+                         {Kind::wouldReplaceOriginal, QStringLiteral("b.pdf")},
+                         {Kind::wouldReplaceOriginal, QStringLiteral("c.pdf")}}));
+}
+
+TEST(Production, ALinkThatLeadsNowhereIsInTheWay)
+{
+    const ThreeFiles files;
+    fs::create_symlink("nowhere", files.out / "b.pdf");
+    EXPECT_EQ(Production::findConflicts(files.plan(), files.out, {}),
+              (Conflicts{{Kind::exists, QStringLiteral("b.pdf")}}));
+}
+
+TEST(Production, StoppingKeepsTheFinishedCopiesAndNothingElse)
+{
+    for (std::int64_t last = 1; last <= 6; ++last) {
+        const ThreeFiles files;
+        const ProductionError error =
+            errorOf(files.plan(), files.out, [last](std::int64_t pages) { return pages < last; });
+        EXPECT_EQ(error.kind, ProductionError::Kind::cancelled);
+        const std::size_t finished = static_cast<std::size_t>(last - 1) / 2;
+        EXPECT_EQ(error.written.size(), finished) << last;
+        const Names all{"a.pdf", "b.pdf", "c.pdf"};
+        EXPECT_EQ(files.names(), Names(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(finished)))
+            << last;
+    }
+}
+
+TEST(Production, ASourceThatVanishedFailsAloneAndByName)
+{
+    const ThreeFiles files;
+    const ProductionPlan plan = files.plan();
+    fs::remove(files.folder / "in/b.pdf");
+    const ProductionResult result = Production::write(plan, files.out, {true, true}, goOn);
+    EXPECT_EQ(result.failures,
+              (QMap<QString, StampError>{
+                  {QStringLiteral("b.pdf"), StampError::unreadable(QStringLiteral("b.pdf"))}}));
+    EXPECT_EQ(files.names(), (Names{"Privilege Log.csv", "Production Index.csv", "a.pdf", "c.pdf"}));
+    EXPECT_NE(tests::readFile(files.out / "Production Index.csv").find("b.pdf,,,,2,failed\r\n"),
+              std::string::npos);
+    EXPECT_NE(textOfPage(files.out / "c.pdf", 1).find("ABC000005"), std::string::npos)
+        << "the numbers of the others are as planned";
+}
+
+TEST(Production, AFileThatTurnsUpMeanwhileIsNotReplaced)
+{
+    const ThreeFiles files;
+    const ProductionResult result =
+        Production::write(files.plan(), files.out, {}, [&files](std::int64_t pages) {
+            if (pages == 3) {
+                writeFile(files.out / "b.pdf", "mine");
+            }
+            return true;
+        });
+    EXPECT_EQ(result.failures.value(QStringLiteral("b.pdf")),
+              StampError::cannotWrite(QStringLiteral("b.pdf")));
+    EXPECT_EQ(tests::readFile(files.out / "b.pdf"), "mine");
+    EXPECT_EQ(files.names(), (Names{"Production Index.csv", "a.pdf", "b.pdf", "c.pdf"}));
+}
+
+TEST(Production, AnIndexThatTurnsUpMeanwhileIsNotReplacedAndTheCopiesStay)
+{
+    const ThreeFiles files;
+    EXPECT_THROW((void)Production::write(files.plan(), files.out, {},
+                                         [&files](std::int64_t pages) {
+                                             if (pages == 1) {
+                                                 writeFile(files.out / "Production Index.csv", "mine");
+                                             }
+                                             return true;
+                                         }),
+                 FileError);
+    EXPECT_EQ(tests::readFile(files.out / "Production Index.csv"), "mine");
+    EXPECT_EQ(files.names().size(), 4U);
+}
+
+TEST(Production, AFolderThatIsRenamedMeanwhileStillGetsItsCopies)
+{
+    const ThreeFiles files;
+    (void)Production::write(files.plan(), files.out, {}, [&files](std::int64_t pages) {
+        if (pages == 1) {
+            fs::rename(files.out, files.folder / "moved");
+        }
+        return true;
+    });
+    EXPECT_TRUE(fs::exists(files.folder / "moved/c.pdf"));
+    EXPECT_TRUE(fs::exists(files.folder / "moved/Production Index.csv"));
+}
+
+TEST(Production, ANameTooLongForTheFolderFailsAlone)
+{
+    const ThreeFiles files;
+    std::vector<SourceFile> sources{classify(files.folder / "in/a.pdf"), classify(files.folder / "in/b.pdf")};
+    sources[0].name = QString(300, u'a') + QStringLiteral(".pdf");
+    const ProductionResult result = Production::write(ProductionPlan(sources, {}), files.out, {}, goOn);
+    EXPECT_EQ(result.failures.value(sources[0].name).kind, StampError::Kind::cannotWrite);
+    EXPECT_EQ(files.names(), (Names{"Production Index.csv", "b.pdf"}));
+}
+
+TEST(Production, CopiesAreReadableByOthersAsTheUmaskSays)
+{
+    const ThreeFiles files;
+    const mode_t before = ::umask(027);
+    (void)Production::write(files.plan(), files.out, {}, goOn);
+    ::umask(before);
+    for (const std::string &name : files.names()) {
+        struct stat status {};
+        ASSERT_EQ(::stat((files.out / name).c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0777U, 0640U) << name;
+    }
+}
+
+TEST(Production, AnUncountedCoverAloneIsNothingToStamp)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 1);
+    StampSettings settings;
+    settings.cover = CoverOption::skipNoNumber;
+    EXPECT_EQ(
+        Production::findConflicts(ProductionPlan({classify(folder / "a.pdf")}, settings), folder.path(), {}),
+        (Conflicts{{Kind::nothingToStamp, {}}}));
+}
+
+TEST(Production, ASourceWhoseNameIsNotTextIsStampedAndListed)
+{
+    const ThreeFiles files;
+    const fs::path path = files.folder / std::filesystem::path("in/caf\xE9.pdf");
+    writeSample(path, 1);
+    const ProductionResult result =
+        Production::write(ProductionPlan({classify(path)}, {}), files.out, {}, goOn);
+    EXPECT_EQ(result.written, (std::vector<fs::path>{files.out / "caf\xEF\xBF\xBD.pdf"}));
+    EXPECT_NE(tests::readFile(files.out / "Production Index.csv").find("caf\xEF\xBF\xBD.pdf"),
+              std::string::npos);
+}
+
+} // namespace tallyfold

@@ -1,0 +1,404 @@
+#include "core/Stamper.h"
+
+#include "core/SourceClassifier.h"
+#include "tests/support/Sample.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Tool.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+
+namespace tallyfold {
+
+namespace fs = std::filesystem;
+using tests::contentOfPage;
+using tests::PdfBuilder;
+using tests::reference;
+using tests::soundPages;
+using tests::TemporaryFolder;
+using tests::textOfPage;
+using tests::writeFile;
+using tests::writeSample;
+
+namespace {
+
+PlannedFile planned(const fs::path &path, const StampSettings &settings)
+{
+    return ProductionPlan({classify(path)}, settings).files.front();
+}
+
+/// Stamps `source` into the folder and gives the copy.
+fs::path stamped(const TemporaryFolder &folder, const fs::path &source, const StampSettings &settings = {})
+{
+    const fs::path copy = folder / "copy.pdf";
+    fs::remove(copy);
+    Stamper::write(planned(source, settings), settings, copy, {});
+    return copy;
+}
+
+/// A document of one page with these entries, and nothing on it.
+fs::path emptyPage(const TemporaryFolder &folder, const std::string &entries)
+{
+    PdfBuilder builder;
+    builder.addPage(entries);
+    writeFile(folder / "page.pdf", builder.file());
+    return folder / "page.pdf";
+}
+
+std::string pageSize(const fs::path &path)
+{
+    const std::string info = tests::runTool({"pdfinfo", path}).output;
+    std::smatch match;
+    return std::regex_search(info, match, std::regex("Page size: +([0-9.]+ x [0-9.]+)")) ? match[1].str()
+                                                                                         : "";
+}
+
+/// The numbers before every operator `name` of `content`.
+std::vector<std::vector<double>> operands(const std::string &content, const std::string &name)
+{
+    std::vector<std::vector<double>> found;
+    const std::regex pattern("((?:-?[0-9.]+\\s+)+)" + name + "\\b");
+    for (std::sregex_iterator match(content.begin(), content.end(), pattern); match != std::sregex_iterator();
+         ++match) {
+        std::istringstream numbers((*match)[1].str());
+        std::vector<double> values;
+        for (double value = 0; numbers >> value;) {
+            values.push_back(value);
+        }
+        found.push_back(values);
+    }
+    return found;
+}
+
+StampError errorOf(const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const StampError &error) {
+        return error;
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return {};
+}
+
+} // namespace
+
+TEST(Stamper, EveryPageBearsItsNumberAsText)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 3);
+    const fs::path copy = stamped(folder, folder / "a.pdf");
+    EXPECT_EQ(soundPages(copy), 3);
+    for (int page = 1; page <= 3; ++page) {
+        const std::string text = textOfPage(copy, page);
+        EXPECT_NE(text.find("ABC00000" + std::to_string(page)), std::string::npos) << text;
+        EXPECT_NE(text.find("Page of the original " + std::to_string(page)), std::string::npos) << text;
+    }
+}
+
+TEST(Stamper, TheSourceIsOnlyRead)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 2);
+    const std::string before = tests::readFile(folder / "a.pdf");
+    const auto time = fs::last_write_time(folder / "a.pdf");
+    (void)stamped(folder, folder / "a.pdf");
+    EXPECT_EQ(tests::readFile(folder / "a.pdf"), before);
+    EXPECT_EQ(fs::last_write_time(folder / "a.pdf"), time);
+}
+
+TEST(Stamper, TheSameFileGivesTheSameBytes)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 3);
+    const std::string first = tests::readFile(stamped(folder, folder / "a.pdf"));
+    EXPECT_EQ(tests::readFile(stamped(folder, folder / "a.pdf")), first);
+}
+
+TEST(Stamper, TurnedPagesComeOutUpright)
+{
+    for (const char *rotate : {"90", "-270", "450", "270", "-90"}) {
+        const TemporaryFolder folder;
+        const fs::path copy =
+            stamped(folder, emptyPage(folder, std::string("/MediaBox[0 0 612 792]/Rotate ") + rotate));
+        EXPECT_EQ(pageSize(copy), "792 x 612") << rotate;
+        EXPECT_NE(tests::runTool({"pdfinfo", copy}).output.find("Page rot:        0"), std::string::npos);
+        const auto place = operands(contentOfPage(copy, 1), "Td");
+        ASSERT_EQ(place.size(), 1U);
+        EXPECT_GT(place[0][0], 792 / 2) << "the stamp is at the right of the upright page";
+        EXPECT_LT(place[0][1], 50);
+    }
+}
+
+TEST(Stamper, ACroppedPageHasTheSizeOfWhatIsSeen)
+{
+    const TemporaryFolder folder;
+    EXPECT_EQ(pageSize(stamped(folder, emptyPage(folder, "/MediaBox[0 0 612 792]/CropBox[10 20 500 700]"))),
+              "490 x 680");
+}
+
+TEST(Stamper, AUserUnitKeepsThePagesRealSizeAndTheStampsOwn)
+{
+    const TemporaryFolder folder;
+    const fs::path copy = stamped(folder, emptyPage(folder, "/MediaBox[0 0 200 300]/UserUnit 2"));
+    EXPECT_EQ(pageSize(copy), "200 x 300") << "in units; a viewer makes points of them";
+    const std::string content = contentOfPage(copy, 1);
+    EXPECT_NE(content.find("0.5 0 0 0.5 0 0 cm"), std::string::npos) << content;
+    EXPECT_GT(operands(content, "Td")[0][0], 250) << "from a page 400 points wide";
+}
+
+TEST(Stamper, AnUnstampedPageIsCopiedWithoutAnyText)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 2);
+    StampSettings settings;
+    settings.cover = CoverOption::skipKeepNumber;
+    settings.legend = QStringLiteral("SECRET");
+    settings.pageOfTotal = true;
+    const fs::path copy = stamped(folder, folder / "a.pdf", settings);
+    const std::string cover = textOfPage(copy, 1);
+    EXPECT_EQ(cover.find("ABC"), std::string::npos);
+    EXPECT_EQ(cover.find("SECRET"), std::string::npos);
+    EXPECT_EQ(cover.find("of 2"), std::string::npos);
+    EXPECT_NE(textOfPage(copy, 2).find("ABC000002"), std::string::npos);
+}
+
+TEST(Stamper, LinesAreTheLegendTheNumberAndThePage)
+{
+    StampSettings settings;
+    settings.legend = QStringLiteral(" \tA B\t ");
+    settings.pageOfTotal = true;
+    const std::vector<Stamper::Line> expected{{QStringLiteral("A B"), StampPosition::bottomLeft},
+                                              {QStringLiteral("ABC000005"), StampPosition::bottomRight},
+                                              {QStringLiteral("Page 3 of 10"), StampPosition::bottomCenter}};
+    EXPECT_EQ(Stamper::lines({5, true}, settings, 2, 10), expected);
+    EXPECT_TRUE(Stamper::lines({5, false}, settings, 2, 10).empty());
+}
+
+TEST(Stamper, ALegendOfSpacesTakesNoLineAndAStampedPageNeedsNoNumber)
+{
+    StampSettings settings;
+    settings.legend = QStringLiteral("   ");
+    settings.pageOfTotal = true;
+    settings.pageOfTotalFormat = QStringLiteral("{page}/{total}");
+    const std::vector<Stamper::Line> expected{{QStringLiteral("3/10"), StampPosition::bottomCenter}};
+    EXPECT_EQ(Stamper::lines({std::nullopt, true}, settings, 2, 10), expected);
+    settings.pageOfTotalFormat = QString();
+    EXPECT_EQ(Stamper::lines({std::nullopt, true}, settings, 2, 10).size(), 1U) << "used even when empty";
+}
+
+TEST(Stamper, BoxesAndBaselinesAreWhereTheLayoutPutsThem)
+{
+    const TemporaryFolder folder;
+    StampSettings settings;
+    settings.fontSize = 12;
+    settings.legend = QStringLiteral("L");
+    settings.legendPosition = StampPosition::bottomRight;
+    settings.pageOfTotal = true;
+    settings.pageOfTotalPosition = StampPosition::bottomRight;
+    const std::string content =
+        contentOfPage(stamped(folder, emptyPage(folder, "/MediaBox[0 0 612 792]"), settings), 1);
+    const auto boxes = operands(content, "re");
+    const auto places = operands(content, "Td");
+    ASSERT_EQ(boxes.size(), 3U);
+    ASSERT_EQ(places.size(), 3U);
+    for (std::size_t line = 0; line < 3; ++line) {
+        EXPECT_NEAR(boxes[line][0], places[line][0] - 2, 0.001);
+        EXPECT_NEAR(boxes[line][0] + boxes[line][2], 612 - 18 + 2, 0.001);
+    }
+    const double lineHeight = boxes[0][3] - 4;
+    EXPECT_NEAR(boxes[2][1], 18 - 2, 0.001) << "the lowest descent is at the margin";
+    EXPECT_NEAR(boxes[0][1] - boxes[1][1], lineHeight + 3, 0.001) << "a gap of a quarter of the font size";
+    EXPECT_NEAR(boxes[1][1] + boxes[1][3] - boxes[0][1], 1, 0.001) << "boxes overlap by a point";
+}
+
+TEST(Stamper, WithoutABackgroundNothingIsFilled)
+{
+    const TemporaryFolder folder;
+    StampSettings settings;
+    settings.background = false;
+    settings.color = StampColor::of(1, 0.5, 0, 0.25);
+    const std::string content =
+        contentOfPage(stamped(folder, emptyPage(folder, "/MediaBox[0 0 612 792]"), settings), 1);
+    EXPECT_TRUE(operands(content, "re").empty());
+    EXPECT_EQ(operands(content, "rg"), (std::vector<std::vector<double>>{{1, 0.5, 0}}));
+    EXPECT_NE(content.find("/G gs"), std::string::npos);
+}
+
+TEST(Stamper, APageLimitShortensTheCopyButNotTheTotal)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 10);
+    StampSettings settings;
+    settings.pageOfTotal = true;
+    const std::vector<char> bytes = Stamper::data(planned(folder / "a.pdf", settings), settings, 2);
+    writeFile(folder / "two.pdf", {bytes.data(), bytes.size()});
+    EXPECT_EQ(soundPages(folder / "two.pdf"), 2);
+    EXPECT_NE(textOfPage(folder / "two.pdf", 2).find("Page 2 of 10"), std::string::npos);
+}
+
+TEST(Stamper, TheShorterOfPlanAndDocumentEndsTheCopy)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 3);
+    PlannedFile file = planned(folder / "a.pdf", {});
+    file.pages.resize(2);
+    Stamper::write(file, {}, folder / "two.pdf", {});
+    EXPECT_EQ(soundPages(folder / "two.pdf"), 2);
+    file.pages.resize(5, {9, true});
+    Stamper::write(file, {}, folder / "three.pdf", {});
+    EXPECT_EQ(soundPages(folder / "three.pdf"), 3);
+    file.pages.clear();
+    Stamper::write(file, {}, folder / "none.pdf", {});
+    EXPECT_EQ(soundPages(folder / "none.pdf"), 0);
+}
+
+TEST(Stamper, StoppingFinishesThePageInProgressAndTheFile)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 10);
+    int pages = 0;
+    const StampError error = errorOf([&] {
+        Stamper::write(planned(folder / "a.pdf", {}), {}, folder / "five.pdf",
+                       [&pages] { return ++pages < 5; });
+    });
+    EXPECT_EQ(error, StampError::cancelled());
+    EXPECT_EQ(soundPages(folder / "five.pdf"), 5);
+}
+
+TEST(Stamper, WhatCannotBeOpenedIsToldByTheSourcesName)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 1);
+    PlannedFile file = planned(folder / "a.pdf", {});
+    tests::encrypt(folder / "a.pdf", folder / "locked.pdf", "secret owner 256");
+    tests::encrypt(folder / "a.pdf", folder / "restricted.pdf", "'' owner 256 --print=none");
+    writeFile(folder / "broken.pdf", "nothing");
+    const std::vector<std::pair<std::string, StampError>> cases{
+        {"locked.pdf", StampError::locked(QStringLiteral("a.pdf"))},
+        {"restricted.pdf", StampError::encrypted(QStringLiteral("a.pdf"))},
+        {"broken.pdf", StampError::unreadable(QStringLiteral("a.pdf"))},
+        {"gone.pdf", StampError::unreadable(QStringLiteral("a.pdf"))}};
+    for (const auto &[name, expected] : cases) {
+        file.source.url = folder / name;
+        EXPECT_EQ(errorOf([&] { (void)Stamper::data(file, {}, 1); }), expected) << name;
+    }
+}
+
+TEST(Stamper, AFileThatIsThereIsNotWrittenTo)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 1);
+    writeFile(folder / "taken.pdf", "mine");
+    const PlannedFile file = planned(folder / "a.pdf", {});
+    EXPECT_EQ(errorOf([&] { Stamper::write(file, {}, folder / "taken.pdf", {}); }),
+              StampError::cannotWrite(QStringLiteral("taken.pdf")));
+    EXPECT_EQ(tests::readFile(folder / "taken.pdf"), "mine");
+}
+
+TEST(Stamper, ASourceThatChangesMeanwhileIsNotTrusted)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 3);
+    const PlannedFile file = planned(folder / "a.pdf", {});
+    const auto grow = [&] {
+        writeFile(folder / "a.pdf", tests::readFile(folder / "a.pdf") + "%more\n");
+        return true;
+    };
+    EXPECT_EQ(errorOf([&] { Stamper::write(file, {}, folder / "copy.pdf", grow); }),
+              StampError::unreadable(QStringLiteral("a.pdf")));
+}
+
+TEST(Stamper, PreviewsAreAsWideAsAskedAndAsHighAsThePage)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 3);
+    const std::vector<pdf::Bitmap> images = Stamper::previewImages(planned(folder / "a.pdf", {}), {}, 2, 300);
+    ASSERT_EQ(images.size(), 2U);
+    EXPECT_EQ(images[0].width, 300);
+    EXPECT_EQ(images[0].height, 388);
+    EXPECT_EQ(images[0].pixels.size(), 300U * 388U * 4U);
+    EXPECT_EQ(images[0].pixels[0], 255) << "white paper";
+    EXPECT_EQ(images[0].pixels[3], 255);
+    EXPECT_NE(std::count(images[0].pixels.begin(), images[0].pixels.end(), 0), 0)
+        << "something is printed on it";
+}
+
+TEST(Stamper, NothingButWhatIsSeenGetsIntoTheCopy)
+{
+    const TemporaryFolder folder;
+    PdfBuilder builder;
+    const int script = builder.add("<</S/JavaScript/JS(app.alert\\(MARKER-SCRIPT\\))>>");
+    const int metadata = builder.addStream("/Type/Metadata/Subtype/XML", "MARKER-METADATA");
+    const int attached = builder.addStream("/Type/EmbeddedFile", "MARKER-ATTACHED");
+    builder.addToCatalog("/OpenAction " + reference(script) + "/Metadata " + reference(metadata) +
+                         "/Names<</EmbeddedFiles<</Names[(x)<</Type/Filespec/EF<</F " + reference(attached) +
+                         ">>>>]>>>>/Lang(MARKER-LANG)");
+    const int image = builder.addStream("/Type/XObject/Subtype/Image/Width 1/Height 1/BitsPerComponent 8"
+                                        "/ColorSpace/DeviceGray/Metadata " +
+                                            reference(metadata),
+                                        "x");
+    const int content = builder.addStream("", "/I Do");
+    builder.addPage("/MediaBox[0 0 100 100]/Contents " + reference(content) + "/Resources<</XObject<</I " +
+                    reference(image) + ">>>>/AA<</O " + reference(script) +
+                    ">>/PieceInfo<</X<</Private(MARKER-PIECE)>>>>"
+                    "/Annots[<</Type/Annot/Subtype/Link/Rect[0 0 9 9]/A<</S/URI/URI(MARKER-LINK)>>>>]");
+    writeFile(folder / "a.pdf", builder.file());
+    const fs::path copy = stamped(folder, folder / "a.pdf");
+    EXPECT_EQ(soundPages(copy), 1);
+    const std::string all = tests::runTool({"qpdf", "--qdf", "--stream-data=uncompress", copy, "-"}).output;
+    EXPECT_EQ(all.find("MARKER"), std::string::npos);
+    EXPECT_NE(all.find("/Subtype /Image"), std::string::npos);
+}
+
+TEST(Stamper, ContentsInSeveralStreamsAreJoined)
+{
+    const TemporaryFolder folder;
+    PdfBuilder builder;
+    const int font = builder.add("<</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding/WinAnsiEncoding>>");
+    const int first = builder.addStream("", "2 0 0 2 100 100 cm 0 0 1 1 re W n BT /F1 12 Tf");
+    const int second = builder.addStream("", "20 30 Td (Joined) Tj ET q q");
+    const int parts = builder.add("[" + reference(first) + " 99 0 R " + reference(second) + "]");
+    builder.addPage("/MediaBox[0 0 612 792]/Contents " + reference(parts) + "/Resources<</Font<</F1 " +
+                    reference(font) + ">>>>");
+    writeFile(folder / "a.pdf", builder.file());
+    const fs::path copy = stamped(folder, folder / "a.pdf");
+    const std::string text = textOfPage(copy, 1);
+    EXPECT_NE(text.find("Joined"), std::string::npos);
+    EXPECT_NE(text.find("ABC000001"), std::string::npos)
+        << "neither moved nor clipped by what the page left behind";
+}
+
+TEST(Stamper, PagesWithoutContentsOrResourcesAreStamped)
+{
+    const TemporaryFolder folder;
+    const fs::path copy = stamped(folder, emptyPage(folder, ""));
+    EXPECT_EQ(soundPages(copy), 1);
+    EXPECT_EQ(pageSize(copy), "612 x 792");
+    EXPECT_NE(textOfPage(copy, 1).find("ABC000001"), std::string::npos);
+}
+
+TEST(Stamper, LayersThatAreOffStayOff)
+{
+    const TemporaryFolder folder;
+    PdfBuilder builder;
+    const int shown = builder.add("<</Type/OCG/Name(Shown)>>");
+    const int hidden = builder.add("<</Type/OCG/Name(Hidden)>>");
+    builder.addToCatalog("/OCProperties<</OCGs[" + reference(shown) + " " + reference(hidden) + "]/D<</OFF[" +
+                         reference(hidden) + "]>>>>");
+    const int content = builder.addStream(
+        "", "/OC /A BDC 1 0 0 rg 0 0 50 50 re f EMC /OC /B BDC 0 0 1 rg 50 50 50 50 re f EMC");
+    builder.addPage("/MediaBox[0 0 100 100]/Contents " + reference(content) + "/Resources<</Properties<</A " +
+                    reference(shown) + "/B " + reference(hidden) + ">>>>");
+    writeFile(folder / "a.pdf", builder.file());
+    const PlannedFile file = planned(folder / "a.pdf", {});
+    const pdf::Bitmap image = Stamper::previewImages(file, {}, 1, 100).at(0);
+    const auto pixel = [&image](int x, int y) {
+        return &image.pixels[static_cast<std::size_t>(y * 100 + x) * 4];
+    };
+    EXPECT_EQ(pixel(10, 60)[2], 0) << "the red of the layer that is on";
+    EXPECT_EQ(pixel(80, 20)[0], 255) << "white where the layer that is off would be blue";
+}
+
+} // namespace tallyfold
