@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <unistd.h>
 #include <utility>
 
 namespace tallyfold::pdf {
@@ -10,80 +9,114 @@ namespace tallyfold::pdf {
 namespace {
 
 constexpr std::size_t bufferSize = 256 * 1024;
+constexpr mode_t readableAndWritableForAll = 0666;
 
 } // namespace
 
 std::unique_ptr<FileSink> FileSink::create(const std::filesystem::path &path)
 {
-    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
-    return descriptor < 0 ? nullptr : std::make_unique<FileSink>(descriptor);
+    std::error_code ignored;
+    return create(AT_FDCWD, path, FileCalls::system(), ignored);
 }
 
-FileSink::FileSink(int descriptor) : m_descriptor(descriptor)
+std::unique_ptr<FileSink> FileSink::create(int folder, const std::filesystem::path &name, FileCalls &calls,
+                                           std::error_code &error)
+{
+    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    int descriptor = -1;
+    do {
+        descriptor = calls.openAt(folder, name.c_str(), flags, readableAndWritableForAll);
+    } while (descriptor < 0 && errno == EINTR);
+    if (descriptor < 0) {
+        error = {errno, std::generic_category()};
+        return nullptr;
+    }
+    return std::make_unique<FileSink>(descriptor, calls);
+}
+
+FileSink::FileSink(int descriptor, FileCalls &calls) : m_calls(calls), m_descriptor(descriptor)
 {
     m_buffer.reserve(bufferSize);
 }
 
 FileSink::~FileSink()
 {
-    (void)close(); // Only reached with an open file when the copy is given up.
-}
-
-bool FileSink::writeOut(std::span<const char> bytes)
-{
-    while (!bytes.empty() && !m_hasFailed) {
-        const ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
-        if (written <= 0) {
-            m_hasFailed = true;
-            break;
-        }
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    if (m_descriptor >= 0) {
+        static_cast<void>(m_calls.close(m_descriptor));
     }
-    return !m_hasFailed;
 }
 
 bool FileSink::write(std::span<const char> bytes)
 {
-    if (m_buffer.size() + bytes.size() <= bufferSize) {
-        m_buffer.insert(m_buffer.end(), bytes.begin(), bytes.end());
-        return !m_hasFailed;
+    if (m_failure) {
+        return false;
     }
-    if (!finish()) {
+    if (bytes.size() > bufferSize - m_buffer.size() && !flush()) {
         return false;
     }
     if (bytes.size() >= bufferSize) {
-        return writeOut(bytes);
+        return writeThrough(bytes);
     }
-    m_buffer.assign(bytes.begin(), bytes.end());
+    m_buffer.insert(m_buffer.end(), bytes.begin(), bytes.end());
     return true;
 }
 
 bool FileSink::finish()
 {
-    const bool isWritten = writeOut(m_buffer);
-    m_buffer.clear();
-    return isWritten;
+    return !m_failure && flush();
 }
 
 bool FileSink::flushToDisk()
 {
-    if (!m_hasFailed && ::fsync(m_descriptor) != 0) {
-        m_hasFailed = true;
+    if (!finish()) {
+        return false;
     }
-    return close();
+    int synced = -1;
+    do {
+        synced = m_calls.syncData(m_descriptor);
+    } while (synced < 0 && errno == EINTR);
+    if (synced < 0) {
+        return fail();
+    }
+    // An interrupted close has closed all the same, and the bytes were safe before it.
+    if (m_calls.close(std::exchange(m_descriptor, -1)) < 0 && errno != EINTR) {
+        return fail();
+    }
+    return true;
 }
 
-bool FileSink::close()
+std::error_code FileSink::failure() const
 {
-    const int descriptor = std::exchange(m_descriptor, -1);
-    // Interrupted or not, the descriptor is closed then.
-    if (descriptor >= 0 && ::close(descriptor) != 0 && errno != EINTR) {
-        m_hasFailed = true;
+    return m_failure;
+}
+
+bool FileSink::fail()
+{
+    m_failure = {errno, std::generic_category()};
+    return false;
+}
+
+bool FileSink::writeThrough(std::span<const char> bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t taken = m_calls.write(m_descriptor, bytes.data(), bytes.size());
+        if (taken > 0) {
+            bytes = bytes.subspan(static_cast<std::size_t>(taken));
+        } else if (taken == 0) {
+            errno = EIO; // A file takes at least one byte or says why not; do not ask for ever.
+            return fail();
+        } else if (errno != EINTR) {
+            return fail();
+        }
     }
-    return !m_hasFailed;
+    return true;
+}
+
+bool FileSink::flush()
+{
+    const bool written = writeThrough(m_buffer);
+    m_buffer.clear();
+    return written;
 }
 
 } // namespace tallyfold::pdf

@@ -27,18 +27,20 @@ public:
     /// Number of pages.
     [[nodiscard]] virtual int pageCount() const = 0;
 
-    /// The crop box of the page, in its own coordinates; nothing when there is no such page.
+    /// The crop box of the page as far as its media box reaches, in its own coordinates; nothing when there
+    /// is no such page.
     [[nodiscard]] virtual std::optional<Rect> cropBox(int pageIndex) = 0;
 
     /// The size of the page's media box in points; nothing when there is no such page.
     [[nodiscard]] virtual std::optional<Size> mediaSize(int pageIndex) = 0;
 
     /// For each of `areas`, in the page's own coordinates however it is turned, the text of the glyphs that
-    /// lie in it: the words of a line with spaces between them, lines joined by line feeds.
+    /// lie in it with the middle of their box: the words of a line with spaces between them, lines joined by
+    /// line feeds. Only what lies within the crop box is read. Empty where the page cannot be read.
     [[nodiscard]] virtual std::vector<QString> textIn(int pageIndex, std::span<const Rect> areas) = 0;
 
     /// The page on white paper, `scale` pixels to the point, `width` by `height` pixels from its upper left
-    /// corner.
+    /// corner. Nothing when there is no such page or no such picture can be made.
     [[nodiscard]] virtual std::optional<Bitmap> render(int pageIndex, int width, int height,
                                                        double scale) = 0;
 };

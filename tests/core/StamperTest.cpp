@@ -321,7 +321,7 @@ TEST(Stamper, PreviewsAreAsWideAsAskedAndAsHighAsThePage)
     EXPECT_EQ(images[0].pixels.size(), 300U * 388U * 4U);
     EXPECT_EQ(images[0].pixels[0], 255) << "white paper";
     EXPECT_EQ(images[0].pixels[3], 255);
-    EXPECT_NE(std::count(images[0].pixels.begin(), images[0].pixels.end(), 0), 0)
+    EXPECT_LT(*std::min_element(images[0].pixels.begin(), images[0].pixels.end()), 128)
         << "something is printed on it";
 }
 

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <sys/types.h>
+
+namespace tallyfold::pdf {
+
+/// The operating system's calls that create, fill, publish and remove files. They stand behind one
+/// class so that a test can make any single call fail; the class itself does the real thing.
+/// Each gives what the system call of its name gives: −1 on failure, with the reason in `errno`.
+/// None repeats itself when a signal interrupts it: that is the caller's business.
+class FileCalls {
+public:
+    virtual ~FileCalls() = default;
+
+    /// The calls as they are.
+    [[nodiscard]] static FileCalls &system();
+
+    [[nodiscard]] virtual int openAt(int folder, const char *name, int flags, mode_t mode);
+    [[nodiscard]] virtual ssize_t read(int descriptor, char *bytes, std::size_t count);
+    [[nodiscard]] virtual ssize_t write(int descriptor, const char *bytes, std::size_t count);
+    /// fdatasync: the bytes and what is needed to read them again.
+    [[nodiscard]] virtual int syncData(int descriptor);
+    /// fsync, for folders.
+    [[nodiscard]] virtual int sync(int descriptor);
+    [[nodiscard]] virtual int close(int descriptor);
+    /// renameat2 with RENAME_NOREPLACE: EEXIST when anything has the name `to`, a dangling link included.
+    [[nodiscard]] virtual int renameWithoutReplacing(int folder, const char *from, const char *to);
+    [[nodiscard]] virtual int link(int folder, const char *from, const char *to);
+    [[nodiscard]] virtual int unlink(int folder, const char *name);
+};
+
+} // namespace tallyfold::pdf

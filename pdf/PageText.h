@@ -1,0 +1,30 @@
+#pragma once
+
+#include "pdf/Geometry.h"
+
+#include <QString>
+
+#include <poppler-page.h>
+
+#include <span>
+#include <vector>
+
+namespace tallyfold::pdf {
+
+/// The words of one page with the boxes of their glyphs, read once and asked for any number of areas.
+class PageText {
+public:
+    /// Reads all text of `page`. May throw what the standard library throws.
+    explicit PageText(const poppler::page &page);
+
+    /// The text in each of `areas`, as `PageReader::textIn` gives it.
+    [[nodiscard]] std::vector<QString> in(std::span<const Rect> areas) const;
+
+private:
+    [[nodiscard]] QString inDisplayed(const Rect &area) const;
+
+    Matrix m_toDisplay;
+    std::vector<poppler::text_box> m_words;
+};
+
+} // namespace tallyfold::pdf
