@@ -9,7 +9,7 @@
 #include <span>
 #include <vector>
 
-namespace tallyfold::pdf {
+namespace tallyfold::reader {
 
 /// The words of one page with the boxes of their glyphs, read once and asked for any number of areas.
 class PageText {
@@ -18,13 +18,13 @@ public:
     explicit PageText(const poppler::page &page);
 
     /// The text in each of `areas`, as `PageReader::textIn` gives it.
-    [[nodiscard]] std::vector<QString> in(std::span<const Rect> areas) const;
+    [[nodiscard]] std::vector<QString> in(std::span<const pdf::Rect> areas) const;
 
 private:
-    [[nodiscard]] QString inDisplayed(const Rect &area) const;
+    [[nodiscard]] QString inDisplayed(const pdf::Rect &area) const;
 
-    Matrix m_toDisplay;
+    pdf::Matrix m_toDisplay;
     std::vector<poppler::text_box> m_words;
 };
 
-} // namespace tallyfold::pdf
+} // namespace tallyfold::reader

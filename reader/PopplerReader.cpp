@@ -1,6 +1,6 @@
-#include "pdf/PageReader.h"
+#include "reader/PopplerReader.h"
 
-#include "pdf/PageText.h"
+#include "reader/PageText.h"
 
 #include <poppler-document.h>
 #include <poppler-global.h>
@@ -13,7 +13,9 @@
 #include <string>
 #include <utility>
 
-namespace tallyfold::pdf {
+namespace tallyfold::reader {
+
+using namespace pdf;
 
 namespace {
 
@@ -131,34 +133,20 @@ private:
     std::unique_ptr<poppler::document> m_document;
 };
 
-std::unique_ptr<PageReader> readerOf(std::unique_ptr<poppler::document> document)
-{
-    if (!document || document->is_locked()) {
-        return nullptr;
-    }
-    return std::make_unique<PopplerReader>(std::move(document));
-}
-
 } // namespace
 
-std::unique_ptr<PageReader> PageReader::open(const std::filesystem::path &path)
+std::unique_ptr<PageReader> openWithPoppler(const std::filesystem::path &path)
 {
     try {
         prepare();
-        return readerOf(std::unique_ptr<poppler::document>(poppler::document::load_from_file(path.native())));
+        std::unique_ptr<poppler::document> document(poppler::document::load_from_file(path.native()));
+        if (!document || document->is_locked()) {
+            return nullptr;
+        }
+        return std::make_unique<PopplerReader>(std::move(document));
     } catch (const std::exception &) {
         return nullptr;
     }
 }
 
-std::unique_ptr<PageReader> PageReader::open(std::vector<char> bytes)
-{
-    try {
-        prepare();
-        return readerOf(std::unique_ptr<poppler::document>(poppler::document::load_from_data(&bytes)));
-    } catch (const std::exception &) {
-        return nullptr;
-    }
-}
-
-} // namespace tallyfold::pdf
+} // namespace tallyfold::reader

@@ -1,8 +1,10 @@
-#include "pdf/PageText.h"
+#include "reader/PageText.h"
 
 #include <algorithm>
 
-namespace tallyfold::pdf {
+namespace tallyfold::reader {
+
+using namespace pdf;
 
 namespace {
 
@@ -115,4 +117,4 @@ QString PageText::inDisplayed(const Rect &area) const
     return text;
 }
 
-} // namespace tallyfold::pdf
+} // namespace tallyfold::reader

@@ -1,0 +1,134 @@
+#include "pdf/ReaderProcess.h"
+
+#include "pdf/ReaderMessages.h"
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <mutex>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+extern char **environ;
+
+namespace tallyfold::pdf {
+
+namespace {
+
+/// For one page; an ordinary one takes a thousandth of it.
+constexpr std::chrono::seconds longestAnswer{5};
+constexpr std::size_t mostKept = 2;
+
+std::mutex keptMutex;
+
+std::vector<std::unique_ptr<ReaderProcess>> &kept()
+{
+    static std::vector<std::unique_ptr<ReaderProcess>> processes;
+    return processes;
+}
+
+/// The reader lies beside the program.
+std::filesystem::path executable()
+{
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "tallyfold-reader";
+}
+
+} // namespace
+
+std::unique_ptr<ReaderProcess> ReaderProcess::borrow()
+{
+    const std::scoped_lock lock(keptMutex);
+    if (kept().empty()) {
+        return std::make_unique<ReaderProcess>();
+    }
+    std::unique_ptr<ReaderProcess> process = std::move(kept().back());
+    kept().pop_back();
+    return process;
+}
+
+void ReaderProcess::giveBack(std::unique_ptr<ReaderProcess> process)
+{
+    const std::scoped_lock lock(keptMutex);
+    if (kept().size() < mostKept && process->m_socket >= 0) {
+        kept().push_back(std::move(process));
+    }
+}
+
+ReaderProcess::~ReaderProcess()
+{
+    stop();
+}
+
+bool ReaderProcess::start()
+{
+    std::array<int, 2> sockets{};
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
+        return false;
+    }
+    // The child's end becomes its standard input; what it may print goes nowhere.
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, sockets[1], STDIN_FILENO);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    // Ctrl-C in a terminal is for the program: it ends its reader itself.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+    std::string path = executable().native();
+    std::array<char *, 2> arguments{path.data(), nullptr};
+    const int error =
+        ::posix_spawn(&m_process, path.c_str(), &actions, &attributes, arguments.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    ::close(sockets[1]);
+    if (error != 0) {
+        ::close(sockets[0]);
+        m_process = -1;
+        return false;
+    }
+    m_socket = sockets[0];
+    return true;
+}
+
+void ReaderProcess::stop()
+{
+    if (m_socket >= 0) {
+        ::close(std::exchange(m_socket, -1));
+    }
+    if (m_process > 0) {
+        ::kill(m_process, SIGKILL);
+        while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        m_process = -1;
+    }
+}
+
+bool ReaderProcess::ask(std::string_view request, int descriptor, std::string &answer)
+{
+    if (m_socket < 0 && !start()) {
+        return false;
+    }
+    int unwanted = -1;
+    const auto deadline = std::chrono::steady_clock::now() + longestAnswer;
+    if (ReaderMessages::send(m_socket, request, descriptor) &&
+        ReaderMessages::receive(m_socket, answer, unwanted, deadline)) {
+        if (unwanted >= 0) {
+            ::close(unwanted);
+        }
+        return true;
+    }
+    stop();
+    return false;
+}
+
+} // namespace tallyfold::pdf
