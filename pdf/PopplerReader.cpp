@@ -201,8 +201,9 @@ std::unique_ptr<PageReader> readerOf(std::unique_ptr<poppler::document> document
     return std::make_unique<PopplerReader>(std::move(document), std::move(bytes));
 }
 
-/// Poppler writes what it finds wrong with a file to the terminal, and sets up large tables for the first document that
-/// is open and takes them down with the last: an empty one that stays open saves most of the time a small file takes.
+/// Poppler writes what it finds wrong with a file to the terminal, and sets up large tables for the first
+/// document that is open and takes them down with the last: an empty one that stays open saves most of the
+/// time a small file takes.
 void prepare()
 {
     static constexpr std::string_view emptyFile =
