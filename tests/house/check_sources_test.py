@@ -1,0 +1,48 @@
+#!/usr/bin/python3
+"""Shows that check_sources.py finds what it looks for."""
+import unittest
+
+from check_sources import faults_of
+
+QT_CORE = {"QString", "QList"}
+
+
+def faults(path, *lines):
+    return faults_of(path, "\n".join(lines), QT_CORE)
+
+
+class CheckSources(unittest.TestCase):
+    def test_takes_a_source_of_the_upper_layer_as_it_should_be(self):
+        self.assertEqual(faults("core/A.cpp", '#include "core/A.h"', '#include "pdf/B.h"', "#include <QString>",
+                                "#include <unicode/unistr.h>", "#include <vector>", "#include <sys/stat.h>"), [])
+
+    def test_finds_the_upper_layer_in_the_lower_one(self):
+        self.assertEqual(len(faults("pdf/A.cpp", '#include "core/B.h"')), 1)
+
+    def test_finds_a_path_that_names_no_layer(self):
+        self.assertEqual(len(faults("core/A.cpp", '#include "B.h"')), 1)
+        self.assertEqual(len(faults("core/A.cpp", '#include "../pdf/B.h"')), 1)
+
+    def test_finds_qt_outside_its_core(self):
+        self.assertEqual(len(faults("pdf/A.cpp", "#include <QImage>")), 1)
+        self.assertEqual(len(faults("pdf/A.cpp", "#include <QtGui/QImage>")), 1)
+        self.assertEqual(len(faults("core/A.cpp", "#  include <QWidget>")), 1)
+
+    def test_finds_a_pdf_library_above_the_pdf_layer(self):
+        for header in ("qpdf/QPDF.hh", "poppler-page.h", "harfbuzz/hb.h", "fontconfig/fontconfig.h", "zlib.h"):
+            self.assertEqual(faults("pdf/A.cpp", f"#include <{header}>"), [], header)
+            self.assertEqual(len(faults("core/A.cpp", f"#include <{header}>")), 1, header)
+
+    def test_finds_a_header_that_can_come_in_twice(self):
+        self.assertEqual(len(faults("pdf/A.h", "int a();")), 1)
+        self.assertEqual(faults("pdf/A.h", "#pragma once", "int a();"), [])
+
+    def test_finds_an_own_header_that_is_not_the_first(self):
+        self.assertEqual(len(faults("pdf/A.cpp", "#include <vector>", '#include "pdf/A.h"')), 1)
+
+    def test_finds_unfinished_work(self):
+        self.assertEqual(len(faults("pdf/A.cpp", "// TO" + "DO: more")), 1)
+
+
+if __name__ == "__main__":
+    unittest.main()
