@@ -4,79 +4,82 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
-#include <unistd.h>
+#include <memory>
+#include <system_error>
 
 namespace tallyfold::ExclusiveMove {
 
+using pdf::FileCalls;
+using pdf::uninterrupted;
+
 namespace {
 
-/// Copies all of `source` into `sink`; 0 or the error number.
-int copyBytes(int source, pdf::FileSink &sink)
+/// Copies all of `source` into `sink` and brings it to the disk; 0 or the error number.
+int copyBytes(FileCalls &calls, int source, pdf::FileSink &sink)
 {
     std::array<char, 64 * 1024> buffer{};
     while (true) {
-        const ssize_t count = ::read(source, buffer.data(), buffer.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
+        const ssize_t count = uninterrupted([&] { return calls.read(source, buffer.data(), buffer.size()); });
         if (count < 0) {
             return errno;
         }
-        if (count == 0) {
-            return sink.finish() && sink.flushToDisk() ? 0 : EIO;
-        }
-        if (!sink.write(std::span(buffer.data(), static_cast<std::size_t>(count)))) {
-            return EIO;
+        const bool isWell = count == 0
+                                ? sink.flushToDisk()
+                                : sink.write(std::span(buffer.data(), static_cast<std::size_t>(count)));
+        if (count == 0 || !isWell) {
+            return sink.failure().value();
         }
     }
+}
+
+void remove(FileCalls &calls, int folder, const std::string &name)
+{
+    (void)uninterrupted([&] { return calls.unlink(folder, name.c_str()); });
 }
 
 } // namespace
 
-int byRenaming(int folder, const std::string &from, const std::string &to)
+int byRenaming(FileCalls &calls, int folder, const std::string &from, const std::string &to)
 {
-    return ::renameat2(folder, from.c_str(), folder, to.c_str(), RENAME_NOREPLACE) == 0 ? 0 : errno;
+    const int renamed =
+        uninterrupted([&] { return calls.renameWithoutReplacing(folder, from.c_str(), to.c_str()); });
+    return renamed == 0 ? 0 : errno;
 }
 
-int byLinking(int folder, const std::string &from, const std::string &to)
+int byLinking(FileCalls &calls, int folder, const std::string &from, const std::string &to)
 {
-    if (::linkat(folder, from.c_str(), folder, to.c_str(), 0) != 0) {
+    if (uninterrupted([&] { return calls.link(folder, from.c_str(), to.c_str()); }) != 0) {
         return errno;
     }
-    // Both names are the same finished file now: a first name that stays is untidy, and nothing worse.
-    (void)::unlinkat(folder, from.c_str(), 0);
+    remove(calls, folder, from);
     return 0;
 }
 
-int byCopying(int folder, const std::string &from, const std::string &to)
+int byCopying(FileCalls &calls, int folder, const std::string &from, const std::string &to)
 {
-    const int source = ::openat(folder, from.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+    const int source = uninterrupted(
+        [&] { return calls.openAt(folder, from.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC, 0); });
     if (source < 0) {
         return errno;
     }
-    const int target =
-        ::openat(folder, to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
-    if (target < 0) {
-        const int error = errno;
-        ::close(source);
-        return error;
+    std::error_code refusal;
+    const std::unique_ptr<pdf::FileSink> sink = pdf::FileSink::create(folder, to, calls, refusal);
+    const int error = sink ? copyBytes(calls, source, *sink) : refusal.value();
+    (void)calls.close(source);
+    if (sink) { // Else nothing of the name `to` is ours.
+        remove(calls, folder, error == 0 ? from : to);
     }
-    pdf::FileSink sink(target);
-    const int error = copyBytes(source, sink);
-    ::close(source);
-    (void)::unlinkat(folder, error == 0 ? from.c_str() : to.c_str(), 0);
     return error;
 }
 
-int move(int folder, const std::string &from, const std::string &to)
+int move(FileCalls &calls, int folder, const std::string &from, const std::string &to)
 {
-    int error = byRenaming(folder, from, to);
+    int error = byRenaming(calls, folder, from, to);
     if (error == EINVAL || error == ENOSYS || error == ENOTSUP) {
-        error = byLinking(folder, from, to);
+        error = byLinking(calls, folder, from, to);
         if (error == EPERM || error == ENOSYS || error == ENOTSUP || error == EMLINK) {
-            error = byCopying(folder, from, to);
+            error = byCopying(calls, folder, from, to);
         }
     }
     return error;

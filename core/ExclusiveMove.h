@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pdf/FileCalls.h"
+
 #include <string>
 
 /// Ways to give a file in a folder another name without ever replacing what has that name, for file systems
@@ -8,17 +10,20 @@
 namespace tallyfold::ExclusiveMove {
 
 /// The best of the three that the file system has.
-[[nodiscard]] int move(int folder, const std::string &from, const std::string &to);
+[[nodiscard]] int move(pdf::FileCalls &calls, int folder, const std::string &from, const std::string &to);
 
 /// In one step; EINVAL, ENOSYS or ENOTSUP where the file system cannot (NFS, some FUSE file systems).
-[[nodiscard]] int byRenaming(int folder, const std::string &from, const std::string &to);
+[[nodiscard]] int byRenaming(pdf::FileCalls &calls, int folder, const std::string &from,
+                             const std::string &to);
 
 /// A second name, then the first one goes; EPERM, ENOSYS, ENOTSUP or EMLINK where there are no hard links
-/// (FAT).
-[[nodiscard]] int byLinking(int folder, const std::string &from, const std::string &to);
+/// (FAT). A first name that cannot be removed stays, which is untidy and nothing worse.
+[[nodiscard]] int byLinking(pdf::FileCalls &calls, int folder, const std::string &from,
+                            const std::string &to);
 
 /// A copy into a new file of that name, flushed, then the first file goes. Should it fail, the new file is
 /// removed.
-[[nodiscard]] int byCopying(int folder, const std::string &from, const std::string &to);
+[[nodiscard]] int byCopying(pdf::FileCalls &calls, int folder, const std::string &from,
+                            const std::string &to);
 
 } // namespace tallyfold::ExclusiveMove

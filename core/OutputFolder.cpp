@@ -7,18 +7,13 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <unistd.h>
+#include <span>
 
 namespace tallyfold {
 
-namespace {
+using pdf::uninterrupted;
 
-/// A new file called `name` in `folder`, or -1. Its mode is left to the umask, so that colleagues can read
-/// it.
-int createFile(int folder, const std::string &name)
-{
-    return ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
-}
+namespace {
 
 std::string temporaryName()
 {
@@ -28,34 +23,47 @@ std::string temporaryName()
 
 } // namespace
 
-std::unique_ptr<OutputFolder> OutputFolder::open(const std::filesystem::path &path)
+std::unique_ptr<OutputFolder> OutputFolder::open(const std::filesystem::path &path, pdf::FileCalls &calls,
+                                                 std::error_code &error)
 {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    return descriptor < 0 ? nullptr : std::unique_ptr<OutputFolder>(new OutputFolder(descriptor));
+    const int descriptor = uninterrupted(
+        [&] { return calls.openAt(AT_FDCWD, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); });
+    if (descriptor < 0) {
+        error = {errno, std::generic_category()};
+        return nullptr;
+    }
+    return std::unique_ptr<OutputFolder>(new OutputFolder(descriptor, calls));
 }
 
-OutputFolder::OutputFolder(int descriptor) : m_descriptor(descriptor) {}
+OutputFolder::OutputFolder(int descriptor, pdf::FileCalls &calls) : m_descriptor(descriptor), m_calls(calls)
+{
+}
 
 OutputFolder::~OutputFolder()
 {
-    ::close(m_descriptor);
+    (void)m_calls.close(m_descriptor);
+}
+
+void OutputFolder::remove(const std::string &name) const
+{
+    (void)uninterrupted([&] { return m_calls.unlink(m_descriptor, name.c_str()); });
 }
 
 OutputFolder::TemporaryFile::TemporaryFile(const OutputFolder &folder)
     : m_folder(&folder), m_name(temporaryName())
 {
-    const int descriptor = createFile(folder.m_descriptor, m_name);
-    if (descriptor < 0) {
+    std::error_code ignored;
+    m_sink = pdf::FileSink::create(folder.m_descriptor, m_name, folder.m_calls, ignored);
+    if (!m_sink) {
         throw StampError::cannotWrite(QString::fromStdString(m_name));
     }
-    m_sink = std::make_unique<pdf::FileSink>(descriptor);
 }
 
 OutputFolder::TemporaryFile::~TemporaryFile()
 {
     if (!m_isPublished) {
         m_sink.reset();
-        (void)::unlinkat(m_folder->m_descriptor, m_name.c_str(), 0);
+        m_folder->remove(m_name);
     }
 }
 
@@ -66,34 +74,31 @@ pdf::ByteSink &OutputFolder::TemporaryFile::sink()
 
 bool OutputFolder::TemporaryFile::publish(const QString &name)
 {
-    m_isPublished =
-        m_sink->flushToDisk() && ExclusiveMove::move(m_folder->m_descriptor, m_name, name.toStdString()) == 0;
+    m_isPublished = m_sink->flushToDisk() && ExclusiveMove::move(m_folder->m_calls, m_folder->m_descriptor,
+                                                                 m_name, name.toStdString()) == 0;
     return m_isPublished;
 }
 
 void OutputFolder::writeNewFile(const QString &name, const QByteArray &contents) const
 {
-    const std::string bytes = name.toStdString();
-    const int descriptor = createFile(m_descriptor, bytes);
-    if (descriptor < 0) {
-        throw FileError{name, std::error_code(errno, std::generic_category())};
+    const std::string fileName = name.toStdString();
+    std::error_code error;
+    const std::unique_ptr<pdf::FileSink> sink = pdf::FileSink::create(m_descriptor, fileName, m_calls, error);
+    if (!sink) {
+        throw FileError{name, error};
     }
-    pdf::FileSink sink(descriptor);
-    errno = 0;
-    const bool isWritten =
-        sink.write(std::span(contents.constData(), static_cast<std::size_t>(contents.size()))) &&
-        sink.finish() && sink.flushToDisk();
-    if (!isWritten) {
-        const int error = errno == 0 ? EIO : errno;
-        (void)::unlinkat(m_descriptor, bytes.c_str(), 0);
-        throw FileError{name, std::error_code(error, std::generic_category())};
+    if (!sink->write(std::span(contents.constData(), static_cast<std::size_t>(contents.size()))) ||
+        !sink->flushToDisk()) {
+        remove(fileName);
+        throw FileError{name, sink->failure()};
     }
 }
 
 void OutputFolder::flush() const
 {
     // Some network file systems cannot flush a folder, and say so; there is nothing better to do there.
-    if (::fsync(m_descriptor) != 0 && errno != EINVAL && errno != ENOTSUP) {
+    if (uninterrupted([this] { return m_calls.sync(m_descriptor); }) != 0 && errno != EINVAL &&
+        errno != ENOTSUP) {
         throw FileError{QStringLiteral("."), std::error_code(errno, std::generic_category())};
     }
 }

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 
 namespace tallyfold {
 
@@ -18,8 +19,10 @@ namespace tallyfold {
 /// where none is.
 class OutputFolder {
 public:
-    /// The folder at `path`; null when it is not there or is not a folder.
-    [[nodiscard]] static std::unique_ptr<OutputFolder> open(const std::filesystem::path &path);
+    /// The folder at `path`; null, with the reason in `error`, when it is not there, is not a folder or
+    /// cannot be opened. `calls` must outlive it.
+    [[nodiscard]] static std::unique_ptr<OutputFolder> open(const std::filesystem::path &path,
+                                                            pdf::FileCalls &calls, std::error_code &error);
 
     ~OutputFolder();
     OutputFolder(const OutputFolder &) = delete;
@@ -56,8 +59,11 @@ public:
     void flush() const;
 
 private:
-    explicit OutputFolder(int descriptor);
+    OutputFolder(int descriptor, pdf::FileCalls &calls);
+    void remove(const std::string &name) const;
+
     int m_descriptor;
+    pdf::FileCalls &m_calls;
 };
 
 } // namespace tallyfold

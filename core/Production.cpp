@@ -7,6 +7,9 @@
 #include <QHashFunctions>
 #include <QSet>
 
+#include <new>
+#include <utility>
+
 namespace tallyfold {
 
 namespace {
@@ -53,8 +56,11 @@ bool isTaken(const fs::path &path)
 /// One production on its way.
 class Run {
 public:
-    Run(const ProductionPlan &plan, fs::path folder, const Production::OnPage &onPage)
-        : m_plan(plan), m_path(std::move(folder)), m_folder(OutputFolder::open(m_path)), m_onPage(onPage)
+    Run(const ProductionPlan &plan, fs::path folder, const Production::OnPage &onPage, pdf::FileCalls &calls)
+        : m_plan(plan),
+          m_path(std::move(folder)),
+          m_folder(OutputFolder::open(m_path, calls, m_refusal)),
+          m_onPage(onPage)
     {
     }
 
@@ -67,8 +73,11 @@ public:
                 if (error.kind != StampError::Kind::cancelled) {
                     m_result.failures.insert(file->source.name, error);
                 }
+            } catch (const std::bad_alloc &) {
+                m_result.failures.insert(file->source.name, StampError::cannotWrite(file->outputName));
             }
             if (m_isStopped) {
+                keepNames();
                 throw ProductionError{ProductionError::Kind::cancelled, {}, m_result.written};
             }
         }
@@ -77,7 +86,7 @@ public:
     fs::path writeTable(const QString &name, const QString &text)
     {
         if (!m_folder) {
-            throw FileError{name, std::make_error_code(std::errc::no_such_file_or_directory)};
+            throw FileError{name, m_refusal};
         }
         m_folder->writeNewFile(name, text.toUtf8());
         return inFolder(m_path, name);
@@ -102,6 +111,15 @@ public:
     }
 
 private:
+    /// Flushes the names as far as that can be done: the outcome is decided already.
+    void keepNames()
+    {
+        try {
+            flushNames();
+        } catch (const FileError &) {
+        }
+    }
+
     void writeCopy(const PlannedFile &file)
     {
         if (!m_folder) {
@@ -110,7 +128,7 @@ private:
         OutputFolder::TemporaryFile temporary(*m_folder);
         Stamper::write(file, m_plan.settings, temporary.sink(), [this] {
             ++m_result.pages;
-            m_isStopped = !m_onPage(m_result.pages);
+            m_isStopped = m_onPage && !m_onPage(m_result.pages);
             return !m_isStopped;
         });
         if (!temporary.publish(file.outputName)) {
@@ -121,7 +139,8 @@ private:
 
     const ProductionPlan &m_plan;
     fs::path m_path;
-    std::unique_ptr<OutputFolder> m_folder;
+    std::error_code m_refusal;              ///< Why there is no folder.
+    std::unique_ptr<OutputFolder> m_folder; ///< Null when it went after the check for conflicts.
     const Production::OnPage &m_onPage;
     ProductionResult m_result;
     bool m_isStopped = false;
@@ -191,11 +210,18 @@ std::vector<ProductionConflict> Production::findConflicts(const ProductionPlan &
 ProductionResult Production::write(const ProductionPlan &plan, const fs::path &folder,
                                    const ProductionOptions &options, const OnPage &onPage)
 {
+    return write(plan, folder, options, onPage, pdf::FileCalls::system());
+}
+
+ProductionResult Production::write(const ProductionPlan &plan, const fs::path &folder,
+                                   const ProductionOptions &options, const OnPage &onPage,
+                                   pdf::FileCalls &calls)
+{
     const std::vector<ProductionConflict> conflicts = findConflicts(plan, folder, options);
     if (!conflicts.empty()) {
         throw ProductionError{ProductionError::Kind::conflicts, conflicts, {}};
     }
-    Run run(plan, folder, onPage);
+    Run run(plan, folder, onPage, calls);
     run.writeCopies();
     run.flushNames(); // Before the index, which speaks of the copies.
     if (options.writeIndex) {

@@ -3,6 +3,7 @@
 #include "core/FileError.h"
 #include "core/ProductionPlan.h"
 #include "core/StampError.h"
+#include "pdf/FileCalls.h"
 
 #include <QMap>
 #include <QString>
@@ -86,9 +87,15 @@ using OnPage = std::function<bool(std::int64_t pages)>;
 
 /// Writes every copy of `plan` into `folder`, then the index and the log as `options` say. A file that fails
 /// is noted and the rest goes on. Throws `ProductionError`, or `FileError` when the index or the log cannot
-/// be written; the copies stay then.
+/// be written or the folder's list of names (then called ".") not be brought to the disk; the copies stay
+/// then.
 [[nodiscard]] ProductionResult write(const ProductionPlan &plan, const std::filesystem::path &folder,
                                      const ProductionOptions &options, const OnPage &onPage);
+
+/// The same with the file calls it is given, which tests let fail.
+[[nodiscard]] ProductionResult write(const ProductionPlan &plan, const std::filesystem::path &folder,
+                                     const ProductionOptions &options, const OnPage &onPage,
+                                     pdf::FileCalls &calls);
 
 } // namespace Production
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstddef>
 #include <sys/types.h>
 
@@ -8,7 +9,7 @@ namespace tallyfold::pdf {
 /// The operating system's calls that create, fill, publish and remove files. They stand behind one
 /// class so that a test can make any single call fail; the class itself does the real thing.
 /// Each gives what the system call of its name gives: −1 on failure, with the reason in `errno`.
-/// None repeats itself when a signal interrupts it: that is the caller's business.
+/// None goes on by itself when a signal interrupts it: see `uninterrupted`.
 class FileCalls {
 public:
     virtual ~FileCalls() = default;
@@ -29,5 +30,15 @@ public:
     [[nodiscard]] virtual int link(int folder, const char *from, const char *to);
     [[nodiscard]] virtual int unlink(int folder, const char *name);
 };
+
+/// What `call` gives once no signal interrupts it.
+template <typename Call> [[nodiscard]] auto uninterrupted(const Call &call)
+{
+    auto result = call();
+    while (result < 0 && errno == EINTR) {
+        result = call();
+    }
+    return result;
+}
 
 } // namespace tallyfold::pdf

@@ -23,10 +23,8 @@ std::unique_ptr<FileSink> FileSink::create(int folder, const std::filesystem::pa
                                            std::error_code &error)
 {
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    int descriptor = -1;
-    do {
-        descriptor = calls.openAt(folder, name.c_str(), flags, readableAndWritableForAll);
-    } while (descriptor < 0 && errno == EINTR);
+    const int descriptor =
+        uninterrupted([&] { return calls.openAt(folder, name.c_str(), flags, readableAndWritableForAll); });
     if (descriptor < 0) {
         error = {errno, std::generic_category()};
         return nullptr;
@@ -71,11 +69,7 @@ bool FileSink::flushToDisk()
     if (!finish()) {
         return false;
     }
-    int synced = -1;
-    do {
-        synced = m_calls.syncData(m_descriptor);
-    } while (synced < 0 && errno == EINTR);
-    if (synced < 0) {
+    if (uninterrupted([this] { return m_calls.syncData(m_descriptor); }) < 0) {
         return fail();
     }
     // An interrupted close has closed all the same, and the bytes were safe before it.
@@ -99,15 +93,15 @@ bool FileSink::fail()
 bool FileSink::writeThrough(std::span<const char> bytes)
 {
     while (!bytes.empty()) {
-        const ssize_t taken = m_calls.write(m_descriptor, bytes.data(), bytes.size());
-        if (taken > 0) {
-            bytes = bytes.subspan(static_cast<std::size_t>(taken));
-        } else if (taken == 0) {
+        const ssize_t taken =
+            uninterrupted([&] { return m_calls.write(m_descriptor, bytes.data(), bytes.size()); });
+        if (taken == 0) {
             errno = EIO; // A file takes at least one byte or says why not; do not ask for ever.
-            return fail();
-        } else if (errno != EINTR) {
+        }
+        if (taken <= 0) {
             return fail();
         }
+        bytes = bytes.subspan(static_cast<std::size_t>(taken));
     }
     return true;
 }

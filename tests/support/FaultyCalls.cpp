@@ -1,0 +1,68 @@
+#include "tests/support/FaultyCalls.h"
+
+#include <cerrno>
+
+namespace tallyfold::tests {
+
+const std::vector<FileCall> &FaultyCalls::calls() const
+{
+    return m_calls;
+}
+
+bool FaultyCalls::fails(const char *kind, const char *name)
+{
+    m_calls.push_back({kind, name, static_cast<int>(m_calls.size())});
+    const int error = rule(m_calls.back());
+    if (error != 0) {
+        errno = error;
+    }
+    return error != 0;
+}
+
+int FaultyCalls::openAt(int folder, const char *name, int flags, mode_t mode)
+{
+    return fails("open", name) ? -1 : FileCalls::openAt(folder, name, flags, mode);
+}
+
+ssize_t FaultyCalls::read(int descriptor, char *bytes, std::size_t count)
+{
+    return fails("read") ? -1 : FileCalls::read(descriptor, bytes, count);
+}
+
+ssize_t FaultyCalls::write(int descriptor, const char *bytes, std::size_t count)
+{
+    return fails("write") ? -1 : FileCalls::write(descriptor, bytes, count);
+}
+
+int FaultyCalls::syncData(int /*descriptor*/)
+{
+    return fails("syncData") ? -1 : 0;
+}
+
+int FaultyCalls::sync(int /*descriptor*/)
+{
+    return fails("sync") ? -1 : 0;
+}
+
+int FaultyCalls::close(int descriptor)
+{
+    const int closed = FileCalls::close(descriptor);
+    return fails("close") ? -1 : closed;
+}
+
+int FaultyCalls::renameWithoutReplacing(int folder, const char *from, const char *to)
+{
+    return fails("rename", to) ? -1 : FileCalls::renameWithoutReplacing(folder, from, to);
+}
+
+int FaultyCalls::link(int folder, const char *from, const char *to)
+{
+    return fails("link", to) ? -1 : FileCalls::link(folder, from, to);
+}
+
+int FaultyCalls::unlink(int folder, const char *name)
+{
+    return fails("unlink", name) ? -1 : FileCalls::unlink(folder, name);
+}
+
+} // namespace tallyfold::tests
