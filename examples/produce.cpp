@@ -123,9 +123,10 @@ ExitCode write(const Request &request, const ProductionPlan &plan)
     const bool showsProgress = ::isatty(STDERR_FILENO) != 0;
     const std::int64_t total = pagesOf(plan);
     const auto onPage = [&](std::int64_t pages) {
-        if (showsProgress && (pages % 25 == 0 || pages == total)) {
-            std::fprintf(stderr, "\rStamped %lld of %lld pages", static_cast<long long>(pages),
-                         static_cast<long long>(total));
+        const bool isLast = pages == total || isStopRequested;
+        if (showsProgress && (pages % 25 == 0 || isLast)) {
+            std::fprintf(stderr, "\rStamped %lld of %lld pages%s", static_cast<long long>(pages),
+                         static_cast<long long>(total), isLast ? "\n" : "");
         }
         return !isStopRequested;
     };
