@@ -41,7 +41,7 @@ void appendHex(std::string &out, std::uint16_t code)
 {
     constexpr std::string_view digits = "0123456789ABCDEF";
     for (const unsigned shift : {12U, 8U, 4U, 0U}) {
-        out.push_back(digits[(code >> shift) & 0xfU]);
+        out.push_back(digits[(std::uint32_t{code} >> shift) & 0xfU]);
     }
 }
 
