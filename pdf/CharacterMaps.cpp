@@ -64,20 +64,20 @@ std::string encodingMap(std::span<const std::uint16_t> cids)
     return mapOf("/CMapName/Codes def/CMapType 1 def\n", "cidchar", entries);
 }
 
-std::string toUnicodeMap(std::span<const QString> texts)
+std::string toUnicodeMap(std::span<const std::u16string> texts)
 {
     std::vector<std::string> entries;
     std::uint16_t code = 0;
-    for (const QString &text : texts) {
+    for (const std::u16string &text : texts) {
         ++code;
-        if (text.isEmpty()) {
+        if (text.empty()) {
             continue;
         }
         std::string entry = "<";
         appendHex(entry, code);
         entry.append("><");
-        for (const QChar unit : text) {
-            appendHex(entry, unit.unicode());
+        for (const char16_t unit : text) {
+            appendHex(entry, unit);
         }
         entry.push_back('>');
         entries.push_back(std::move(entry));

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QString>
-
 #include <cstdint>
 #include <span>
 #include <string>
@@ -17,7 +15,7 @@ namespace tallyfold::pdf {
 
 /// A ToUnicode CMap (PDF 1.7, 9.10.3) that maps the two-byte codes 1, 2, 3 … to `texts`, in that order; a
 /// code without text is left out.
-[[nodiscard]] std::string toUnicodeMap(std::span<const QString> texts);
+[[nodiscard]] std::string toUnicodeMap(std::span<const std::u16string> texts);
 
 /// Appends `code` as four hexadecimal digits.
 void appendHex(std::string &out, std::uint16_t code);

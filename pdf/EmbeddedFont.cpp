@@ -3,11 +3,13 @@
 #include "pdf/CharacterMaps.h"
 #include "pdf/FontProgram.h"
 #include "pdf/NumberFormat.h"
+#include "pdf/TextOperators.h"
 
 #include <QCryptographicHash>
 
+#include <algorithm>
 #include <harfbuzz/hb.h>
-#include <string>
+#include <set>
 
 namespace tallyfold::pdf {
 
@@ -29,11 +31,83 @@ std::string subsetTag(const FontProgram &program)
     return tag;
 }
 
-std::string referenceTo(int number)
+void appendReference(std::string &out, int number)
 {
-    std::string text;
-    appendInteger(text, number);
-    return text + " 0 R";
+    appendInteger(out, number);
+    out.append(" 0 R");
+}
+
+void appendRounded(std::string &out, double value)
+{
+    appendNumber(out, value, 0);
+}
+
+int writeProgram(OutputObjects &objects, const FontProgram &program, bool isCff)
+{
+    const int number = objects.reserve();
+    std::string entries = "/Filter/FlateDecode";
+    if (isCff) {
+        entries.append("/Subtype/CIDFontType0C");
+    } else {
+        entries.append("/Length1 ");
+        appendInteger(entries, static_cast<std::int64_t>(program.length));
+    }
+    objects.writeEncodedStream(number, entries, program.bytes);
+    return number;
+}
+
+/// `program` is the font's object number, or 0 for a font that could be shaped with and yet not be cut: its
+/// text is still there to be found.
+int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::string &name, int program)
+{
+    const bool isCff = face.outlines() == FontFace::Outlines::cff;
+    // The characters are not those of a standard Latin set (PDF 1.7, 9.8.2).
+    constexpr int symbolic = 4;
+    constexpr int fixedPitch = 1;
+    std::string syntax = "<</Type/FontDescriptor/FontName/" + name + "/Flags ";
+    appendInteger(syntax, symbolic + (face.isFixedPitch() ? fixedPitch : 0));
+    const FontFace::Box box = face.box();
+    syntax.append("/FontBBox[");
+    for (const double side : {box.left, box.bottom, box.right, box.top}) {
+        appendRounded(syntax, side);
+        syntax.push_back(' ');
+    }
+    syntax.back() = ']';
+    syntax.append("/ItalicAngle ");
+    appendNumber(syntax, face.italicAngle(), 1);
+    syntax.append("/Ascent ");
+    appendRounded(syntax, face.ascent());
+    syntax.append("/Descent ");
+    appendRounded(syntax, -face.descent());
+    syntax.append("/CapHeight ");
+    appendRounded(syntax, face.capHeight());
+    syntax.append("/StemV 80"); // Only for finding a substitute, and the font is in the file.
+    if (program != 0) {
+        syntax.append(isCff ? "/FontFile3 " : "/FontFile2 ");
+        appendReference(syntax, program);
+    }
+    const int number = objects.reserve();
+    objects.writeObject(number, syntax + ">>");
+    return number;
+}
+
+/// Widths by CID as `/W` has them (PDF 1.7, 9.7.4.3).
+std::string widthTable(const std::map<std::uint16_t, double> &widths)
+{
+    std::string table = "[";
+    int last = -2;
+    for (const auto &[cid, width] : widths) {
+        if (cid == last + 1) {
+            table.push_back(' ');
+        } else {
+            table.append(last < 0 ? "" : "]");
+            appendInteger(table, cid);
+            table.push_back('[');
+        }
+        appendNumber(table, width, widthDecimals);
+        last = cid;
+    }
+    return table + (widths.empty() ? "]" : "]]");
 }
 
 } // namespace
@@ -45,18 +119,25 @@ const FontFace &EmbeddedFont::face() const
     return *m_face;
 }
 
-std::uint16_t EmbeddedFont::add(std::uint32_t glyph, const QString &text)
+const EmbeddedFont::Place &EmbeddedFont::add(std::uint32_t glyph, const std::u16string &text)
 {
-    constexpr std::size_t mostCodes = 0xffff;
-    const auto [place, isNew] = m_codes.try_emplace({glyph, text}, std::uint16_t{0});
-    if (isNew && m_uses.size() < mostCodes) {
-        m_uses.push_back({glyph, text});
-        place->second = static_cast<std::uint16_t>(m_uses.size());
+    const auto [known, isNew] = m_places.try_emplace({glyph, text});
+    if (isNew) {
+        const std::uint16_t layerNumber = m_layersOfGlyph[glyph]++;
+        if (m_layers.size() <= layerNumber) {
+            m_layers.emplace_back();
+        }
+        Layer &layer = m_layers[layerNumber];
+        layer.glyphs.push_back(glyph);
+        layer.texts.push_back(text);
+        // A layer has no more codes than the font has glyphs, which are at most 65,535.
+        known->second = {layerNumber, static_cast<std::uint16_t>(layer.glyphs.size()),
+                         m_face->advance(glyph)};
     }
-    return place->second;
+    return known->second;
 }
 
-std::uint16_t EmbeddedFont::codeFor(std::uint32_t glyph, const QString &text)
+const EmbeddedFont::Place &EmbeddedFont::placeOf(std::uint32_t glyph, const std::u16string &text)
 {
     const bool isDigit = text.size() == 1 && text.front() >= u'0' && text.front() <= u'9';
     if (isDigit && !m_hasDigits) {
@@ -64,82 +145,62 @@ std::uint16_t EmbeddedFont::codeFor(std::uint32_t glyph, const QString &text)
         for (char16_t digit = u'0'; digit <= u'9'; ++digit) {
             hb_codepoint_t nominal = 0;
             if (hb_font_get_nominal_glyph(m_face->font(), digit, &nominal) != 0) {
-                add(nominal, QString(QChar(digit)));
+                add(nominal, std::u16string(1, digit));
             }
         }
     }
     return add(glyph, text);
 }
 
-void EmbeddedFont::write(OutputObjects &objects, int number) const
+void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, std::string &resources) const
 {
-    std::vector<std::uint32_t> glyphs;
-    std::vector<QString> texts;
-    for (const Use &use : m_uses) {
-        glyphs.push_back(use.glyph);
-        texts.push_back(use.text);
+    std::set<std::uint32_t> wanted;
+    for (const Layer &layer : m_layers) {
+        wanted.insert(layer.glyphs.begin(), layer.glyphs.end());
     }
+    const std::vector<std::uint32_t> glyphs(wanted.begin(), wanted.end());
     const std::shared_ptr<const FontProgram> program = subset(m_face, glyphs);
-    if (!program) { // A font that was opened and shaped with, yet cannot be cut: the text is still there to
-                    // be found.
-        objects.writeObject(number, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>");
-        return;
-    }
-    const bool isCff = m_face->outlines() == FontFace::Outlines::cff;
-    const std::string name = subsetTag(*program) + "+" + m_face->postScriptName();
-
-    const int file = objects.reserve();
-    std::string fileEntries;
-    if (isCff) {
-        fileEntries = "/Subtype/CIDFontType0C";
-    } else {
-        fileEntries = "/Length1 ";
-        appendInteger(fileEntries, static_cast<std::int64_t>(program->length));
-    }
-    objects.writeEncodedStream(file, fileEntries + "/Filter/FlateDecode", program->bytes);
-
-    const int encoding = objects.reserve();
-    objects.writeStream(encoding, encodingEntries(), encodingMap(program->cids));
-    const int toUnicode = objects.reserve();
-    objects.writeStream(toUnicode, {}, toUnicodeMap(texts));
-
-    const int descriptor = objects.reserve();
-    std::string description = "<</Type/FontDescriptor/FontName/" + name + "/Flags 4/FontBBox[0 ";
-    appendNumber(description, -m_face->descent(), 0);
-    description.append(" 1000 ");
-    appendNumber(description, m_face->ascent(), 0);
-    description.append("]/ItalicAngle 0/Ascent ");
-    appendNumber(description, m_face->ascent(), 0);
-    description.append("/Descent ");
-    appendNumber(description, -m_face->descent(), 0);
-    description.append("/CapHeight ");
-    appendNumber(description, m_face->ascent(), 0);
-    description.append("/StemV 80");
-    description.append(isCff ? "/FontFile3 " : "/FontFile2 ").append(referenceTo(file)).append(">>");
-    objects.writeObject(descriptor, description);
-
-    const int descendant = objects.reserve();
+    std::map<std::uint32_t, std::uint16_t> cids;
     std::map<std::uint16_t, double> widths;
-    for (std::size_t index = 0; index < glyphs.size(); ++index) {
+    for (std::size_t index = 0; program && index < glyphs.size(); ++index) {
+        cids[glyphs[index]] = program->cids[index];
         widths[program->cids[index]] = m_face->advance(glyphs[index]);
     }
+    const bool isCff = m_face->outlines() == FontFace::Outlines::cff;
+    const std::string name = (program ? subsetTag(*program) + "+" : std::string()) + m_face->postScriptName();
+
+    const int programNumber = program ? writeProgram(objects, *program, isCff) : 0;
+    const int descriptor = writeDescriptor(objects, *m_face, name, programNumber);
+    const int descendant = objects.reserve();
     std::string cidFont =
         isCff ? "<</Type/Font/Subtype/CIDFontType0/BaseFont/" : "<</Type/Font/Subtype/CIDFontType2/BaseFont/";
     cidFont.append(name).append(
         "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/FontDescriptor ");
-    cidFont.append(referenceTo(descriptor)).append(isCff ? "/W[" : "/CIDToGIDMap/Identity/W[");
-    for (const auto &[cid, width] : widths) {
-        appendInteger(cidFont, cid);
-        cidFont.push_back('[');
-        appendNumber(cidFont, width, widthDecimals);
-        cidFont.push_back(']');
-    }
-    cidFont.append("]>>");
+    appendReference(cidFont, descriptor);
+    cidFont.append(isCff ? "/W" : "/CIDToGIDMap/Identity/W").append(widthTable(widths)).append(">>");
     objects.writeObject(descendant, cidFont);
 
-    objects.writeObject(number, "<</Type/Font/Subtype/Type0/BaseFont/" + name + "/Encoding " +
-                                    referenceTo(encoding) + "/DescendantFonts[" + referenceTo(descendant) +
-                                    "]/ToUnicode " + referenceTo(toUnicode) + ">>");
+    for (std::size_t index = 0; index < m_layers.size(); ++index) {
+        std::vector<std::uint16_t> layerCids;
+        for (const std::uint32_t glyph : m_layers[index].glyphs) {
+            layerCids.push_back(cids[glyph]);
+        }
+        const int encoding = objects.reserve();
+        objects.writeStream(encoding, encodingEntries(), encodingMap(layerCids));
+        const int toUnicode = objects.reserve();
+        objects.writeStream(toUnicode, {}, toUnicodeMap(m_layers[index].texts));
+        const int number = objects.reserve();
+        std::string syntax = "<</Type/Font/Subtype/Type0/BaseFont/" + name + "/Encoding ";
+        appendReference(syntax, encoding);
+        syntax.append("/DescendantFonts[");
+        appendReference(syntax, descendant);
+        syntax.append("]/ToUnicode ");
+        appendReference(syntax, toUnicode);
+        objects.writeObject(number, syntax + ">>");
+
+        resources.append("/").append(fontResourceName(ownNumber, index)).push_back(' ');
+        appendReference(resources, number);
+    }
 }
 
 } // namespace tallyfold::pdf

@@ -1,7 +1,10 @@
 #include "pdf/FontCatalog.h"
 
+#include "pdf/FontRequest.h"
+
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <fontconfig/fontconfig.h>
 #include <utility>
 
@@ -58,40 +61,45 @@ std::string textOf(FcPattern *pattern, const char *key)
                : std::string();
 }
 
-unsigned indexOf(FcPattern *pattern)
+int numberOf(FcPattern *pattern, const char *key, int otherwise)
 {
-    int index = 0;
-    FcPatternGetInteger(pattern, FC_INDEX, 0, &index);
-    return static_cast<unsigned>(index);
+    int value = otherwise;
+    FcPatternGetInteger(pattern, key, 0, &value);
+    return value;
+}
+
+bool isSet(FcPattern *pattern, const char *key)
+{
+    FcBool value = FcFalse;
+    FcPatternGetBool(pattern, key, 0, &value);
+    return value != FcFalse;
 }
 
 /// Formats that can be embedded as they are; Type 1 files cannot be shaped.
 bool isUsable(FcPattern *pattern)
 {
     const std::string format = textOf(pattern, FC_FONTFORMAT);
-    FcBool isScalable = FcFalse;
-    FcPatternGetBool(pattern, FC_SCALABLE, 0, &isScalable);
-    return isScalable != FcFalse && (format == "TrueType" || format == "CFF");
+    return isSet(pattern, FC_SCALABLE) && (format == "TrueType" || format == "CFF");
 }
 
-/// What the catalogue asks the platform for when it knows no font of the name: "Foo-BoldItalic" is a bold
-/// italic Foo.
-Pattern request(const QString &postScriptName)
+/// What the catalogue asks the platform for when it has no font of the name, or that font lacks a character.
+Pattern patternFor(const QString &postScriptName, const std::string &language)
 {
     Pattern pattern(FcPatternCreate());
-    const QString family = postScriptName.section(u'-', 0, 0);
-    FcPatternAddString(pattern.get(), FC_POSTSCRIPT_NAME, fcText(postScriptName.toUtf8().constData()));
-    FcPatternAddString(pattern.get(), FC_FAMILY, fcText(family.toUtf8().constData()));
-    if (postScriptName.contains(QStringLiteral("Bold"), Qt::CaseInsensitive)) {
-        FcPatternAddInteger(pattern.get(), FC_WEIGHT, FC_WEIGHT_BOLD);
+    const FontRequest request = FontRequest::of(postScriptName);
+    for (const QString &family : request.families) {
+        FcPatternAddString(pattern.get(), FC_FAMILY, fcText(family.toUtf8().constData()));
     }
-    if (postScriptName.contains(QStringLiteral("Italic"), Qt::CaseInsensitive) ||
-        postScriptName.contains(QStringLiteral("Oblique"), Qt::CaseInsensitive)) {
-        FcPatternAddInteger(pattern.get(), FC_SLANT, FC_SLANT_ITALIC);
-    }
+    FcPatternAddInteger(pattern.get(), FC_WEIGHT, request.weight);
+    FcPatternAddInteger(pattern.get(), FC_SLANT, request.isItalic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
     FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
+    // With "und" among the languages fontconfig does not add that of the locale.
+    FcPatternAddString(pattern.get(), FC_LANG, fcText(language.c_str()));
+    FcPatternAddString(pattern.get(), FC_LANG, fcText("und"));
     return pattern;
 }
+
+constexpr const char *latin = "en";
 
 } // namespace
 
@@ -110,7 +118,19 @@ struct FontCatalog::Config {
 struct FontCatalog::Candidate {
     std::string file;
     unsigned index = 0;
+    std::string family;
+    int weight = 0;
+    int slant = 0;
     std::shared_ptr<FcCharSet> characters;
+
+    [[nodiscard]] bool hasOneOf(std::span<const std::u32string> spellings) const
+    {
+        return std::any_of(spellings.begin(), spellings.end(), [this](const std::u32string &spelling) {
+            return std::all_of(spelling.begin(), spelling.end(), [this](char32_t character) {
+                return FcCharSetHasChar(characters.get(), character) != FcFalse;
+            });
+        });
+    }
 };
 
 FontCatalog &FontCatalog::installed()
@@ -150,7 +170,7 @@ FontCatalog::Face FontCatalog::exactly(const char *postScriptName)
     for (int place = 0; set && place < set->nfont; ++place) {
         FcPattern *font = set->fonts[place];
         if (isUsable(font)) {
-            files.emplace_back(textOf(font, FC_FILE), indexOf(font));
+            files.emplace_back(textOf(font, FC_FILE), static_cast<unsigned>(numberOf(font, FC_INDEX, 0)));
         }
     }
     std::sort(files.begin(), files.end());
@@ -175,7 +195,7 @@ FontCatalog::Face FontCatalog::find(const QString &postScriptName)
             }
         }
     }
-    for (const Candidate &candidate : candidates(postScriptName)) {
+    for (const Candidate &candidate : candidates(postScriptName, latin)) {
         if (Face face = open(candidate.file, candidate.index)) {
             return face;
         }
@@ -193,13 +213,14 @@ FontCatalog::Face FontCatalog::named(const QString &postScriptName)
     return place->second;
 }
 
-const std::vector<FontCatalog::Candidate> &FontCatalog::candidates(const QString &postScriptName)
+const std::vector<FontCatalog::Candidate> &FontCatalog::candidates(const QString &postScriptName,
+                                                                   const std::string &language)
 {
-    const auto [place, isNew] = m_candidates.try_emplace(postScriptName);
+    const auto [place, isNew] = m_candidates.try_emplace({postScriptName, language});
     if (!isNew) {
         return place->second;
     }
-    const Pattern pattern = request(postScriptName);
+    const Pattern pattern = patternFor(postScriptName, language);
     FcConfigSubstitute(m_config->config, pattern.get(), FcMatchPattern);
     FcDefaultSubstitute(pattern.get());
     FcResult result = FcResultMatch;
@@ -207,39 +228,82 @@ const std::vector<FontCatalog::Candidate> &FontCatalog::candidates(const QString
     for (int index = 0; set && index < set->nfont; ++index) {
         FcPattern *font = set->fonts[index];
         FcCharSet *characters = nullptr;
-        if (!isUsable(font) || FcPatternGetCharSet(font, FC_CHARSET, 0, &characters) != FcResultMatch) {
+        // The outlines of a font in colours are only some of what it shows, or nothing.
+        if (!isUsable(font) || isSet(font, FC_COLOR) ||
+            FcPatternGetCharSet(font, FC_CHARSET, 0, &characters) != FcResultMatch) {
             continue;
         }
-        place->second.push_back({textOf(font, FC_FILE), indexOf(font),
+        place->second.push_back({textOf(font, FC_FILE), static_cast<unsigned>(numberOf(font, FC_INDEX, 0)),
+                                 textOf(font, FC_FAMILY), numberOf(font, FC_WEIGHT, FC_WEIGHT_REGULAR),
+                                 numberOf(font, FC_SLANT, FC_SLANT_ROMAN),
                                  std::shared_ptr<FcCharSet>(FcCharSetCopy(characters), FcCharSetDestroy)});
     }
     return place->second;
 }
 
-FontCatalog::Face FontCatalog::having(const std::u32string &characters, const QString &postScriptName)
+FontCatalog::Face FontCatalog::nearest(std::span<const std::u32string> spellings,
+                                       const QString &postScriptName, const std::string &language)
 {
+    const FontRequest request = FontRequest::of(postScriptName);
+    const std::vector<Candidate> &all = candidates(postScriptName, language);
+    for (const Candidate &first : all) {
+        if (!first.hasOneOf(spellings)) {
+            continue;
+        }
+        // The platform puts language and family before weight; another face of that family may be nearer.
+        const auto strangeness = [&](const Candidate &candidate) {
+            const bool isItalic = candidate.slant != FC_SLANT_ROMAN;
+            return std::abs(candidate.weight - request.weight) + (isItalic == request.isItalic ? 0 : 1000);
+        };
+        const Candidate *best = &first;
+        for (const Candidate &other : all) {
+            if (other.family == first.family && strangeness(other) < strangeness(*best) &&
+                other.hasOneOf(spellings)) {
+                best = &other;
+            }
+        }
+        if (Face face = open(best->file, best->index)) {
+            return face;
+        }
+        if (Face face = open(first.file, first.index)) {
+            return face;
+        }
+    }
+    return nullptr;
+}
+
+FontCatalog::Face FontCatalog::having(std::span<const std::u32string> spellings,
+                                      const QString &postScriptName, const std::string &language)
+{
+    if (spellings.empty()) {
+        return nullptr;
+    }
     const std::scoped_lock lock(m_mutex);
-    const auto known = m_having.find({characters, postScriptName});
-    if (known != m_having.end()) {
+    const std::tuple key{spellings.front(), postScriptName, language};
+    if (const auto known = m_having.find(key); known != m_having.end()) {
         return known->second;
     }
     constexpr std::size_t mostRemembered = 10'000;
     if (m_having.size() >= mostRemembered) {
         m_having.clear();
     }
-    Face &found = m_having[{characters, postScriptName}];
-    for (const Candidate &candidate : candidates(postScriptName)) {
-        const bool hasAll = std::all_of(characters.begin(), characters.end(), [&](char32_t character) {
-            return FcCharSetHasChar(candidate.characters.get(), character) != FcFalse;
-        });
-        if (hasAll) {
-            found = open(candidate.file, candidate.index);
-            if (found) {
+    return m_having[key] = nearest(spellings, postScriptName, language);
+}
+
+FontCatalog::Face FontCatalog::withBox(const QString &postScriptName)
+{
+    const std::scoped_lock lock(m_mutex);
+    const auto [place, isNew] = m_boxes.try_emplace(postScriptName);
+    if (isNew) {
+        for (const Candidate &candidate : candidates(postScriptName, latin)) {
+            const Face face = open(candidate.file, candidate.index);
+            if (face && face->hasBox()) {
+                place->second = face;
                 break;
             }
         }
     }
-    return found;
+    return place->second;
 }
 
 } // namespace tallyfold::pdf

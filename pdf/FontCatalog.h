@@ -7,13 +7,16 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace tallyfold::pdf {
 
 /// The installed fonts, looked up by PostScript name or by the characters they have. One for the whole
-/// process: the list of fonts is read once, faces stay open. May be used on several threads.
+/// process: the list of fonts is read once, faces stay open. The locale has no say in what is found. May be
+/// used on several threads.
 class FontCatalog {
 public:
     using Face = std::shared_ptr<const FontFace>;
@@ -30,9 +33,14 @@ public:
     /// when no font that can be embedded is installed at all.
     [[nodiscard]] Face named(const QString &postScriptName);
 
-    /// A face that has all of `characters`, as near as possible in style to `postScriptName`; null when there
-    /// is none.
-    [[nodiscard]] Face having(const std::u32string &characters, const QString &postScriptName);
+    /// A face that has all characters of one of `spellings`, as near as possible in style to `postScriptName`
+    /// and made for `language` (RFC 3066, as fontconfig has them); null when there is none.
+    [[nodiscard]] Face having(std::span<const std::u32string> spellings, const QString &postScriptName,
+                              const std::string &language);
+
+    /// A face whose glyph for missing characters can be seen, as near as possible in style to
+    /// `postScriptName`; null when there is none.
+    [[nodiscard]] Face withBox(const QString &postScriptName);
 
 private:
     struct Config;
@@ -41,14 +49,17 @@ private:
     Face find(const QString &postScriptName);
     Face exactly(const char *postScriptName);
     Face open(const std::string &file, unsigned index);
-    const std::vector<Candidate> &candidates(const QString &postScriptName);
+    Face nearest(std::span<const std::u32string> spellings, const QString &postScriptName,
+                 const std::string &language);
+    const std::vector<Candidate> &candidates(const QString &postScriptName, const std::string &language);
 
     std::mutex m_mutex;
     std::unique_ptr<Config> m_config;
     std::map<QString, Face> m_named;
     std::map<std::pair<std::string, unsigned>, Face> m_faces;
-    std::map<QString, std::vector<Candidate>> m_candidates;
-    std::map<std::pair<std::u32string, QString>, Face> m_having;
+    std::map<std::pair<QString, std::string>, std::vector<Candidate>> m_candidates;
+    std::map<std::tuple<std::u32string, QString, std::string>, Face> m_having;
+    std::map<QString, Face> m_boxes;
 };
 
 } // namespace tallyfold::pdf

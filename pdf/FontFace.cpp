@@ -46,6 +46,24 @@ bool mayBeEmbedded(hb_face_t *face)
     return (licence & 0xfU) != 2U && (licence & 0x200U) == 0;
 }
 
+/// The box that the head table gives, in font units.
+FontFace::Box boxOf(hb_face_t *face)
+{
+    const Blob blob = table(face, HB_TAG('h', 'e', 'a', 'd'));
+    unsigned length = 0;
+    const char *data = hb_blob_get_data(blob.get(), &length);
+    constexpr unsigned boxOffset = 36;
+    if (length < boxOffset + 8) {
+        return {};
+    }
+    const auto side = [data](unsigned index) {
+        const auto high = static_cast<unsigned char>(data[boxOffset + 2 * index]);
+        const auto low = static_cast<unsigned char>(data[boxOffset + 2 * index + 1]);
+        return static_cast<double>(static_cast<std::int16_t>((high << 8U) | low));
+    };
+    return {side(0), side(1), side(2), side(3)};
+}
+
 std::string nameOf(hb_face_t *face)
 {
     std::array<char, 128> name{};
@@ -68,6 +86,12 @@ struct FontFace::Handles {
     double unitsPerEm = 1000;
     double ascent = 0;
     double descent = 0;
+    double capHeight = 0;
+    Box box;
+    double italicAngle = 0;
+    bool hasAscii = false;
+    bool hasBox = false;
+    bool isFixedPitch = false;
 };
 
 std::shared_ptr<const FontFace> FontFace::load(const std::filesystem::path &path, unsigned index)
@@ -99,7 +123,26 @@ std::shared_ptr<const FontFace> FontFace::load(const std::filesystem::path &path
     hb_font_get_h_extents(handles->font.get(), &extents);
     handles->ascent = extents.ascender * 1000.0 / handles->unitsPerEm;
     handles->descent = -extents.descender * 1000.0 / handles->unitsPerEm;
-    return std::shared_ptr<const FontFace>(new FontFace(std::move(handles)));
+    hb_position_t capHeight = 0;
+    handles->capHeight =
+        hb_ot_metrics_get_position(handles->font.get(), HB_OT_METRICS_TAG_CAP_HEIGHT, &capHeight) != 0
+            ? capHeight * 1000.0 / handles->unitsPerEm
+            : handles->ascent;
+    handles->italicAngle =
+        static_cast<double>(hb_style_get_value(handles->font.get(), HB_STYLE_TAG_SLANT_ANGLE));
+    const Box units = boxOf(face);
+    const double scale = 1000.0 / handles->unitsPerEm;
+    handles->box = {units.left * scale, units.bottom * scale, units.right * scale, units.top * scale};
+    hb_glyph_extents_t box{};
+    handles->hasBox = hb_font_get_glyph_extents(handles->font.get(), 0, &box) != 0 && box.width != 0;
+    const std::shared_ptr<FontFace> opened(new FontFace(std::move(handles)));
+    Handles &known = *opened->m_handles;
+    known.hasAscii = true;
+    for (char32_t character = U' '; character < U'\x7f'; ++character) {
+        known.hasAscii = known.hasAscii && opened->has(character);
+    }
+    known.isFixedPitch = opened->advanceOf(U'i') == opened->advanceOf(U'W');
+    return opened;
 }
 
 FontFace::FontFace(std::unique_ptr<Handles> handles) : m_handles(std::move(handles)) {}
@@ -136,6 +179,21 @@ double FontFace::descent() const
     return m_handles->descent;
 }
 
+double FontFace::capHeight() const
+{
+    return m_handles->capHeight;
+}
+
+const FontFace::Box &FontFace::box() const
+{
+    return m_handles->box;
+}
+
+double FontFace::italicAngle() const
+{
+    return m_handles->italicAngle;
+}
+
 double FontFace::thousandths(double fontUnits) const
 {
     return fontUnits * 1000.0 / m_handles->unitsPerEm;
@@ -144,6 +202,28 @@ double FontFace::thousandths(double fontUnits) const
 double FontFace::advance(std::uint32_t glyph) const
 {
     return thousandths(hb_font_get_glyph_h_advance(font(), glyph));
+}
+
+double FontFace::advanceOf(char32_t character) const
+{
+    hb_codepoint_t glyph = 0;
+    hb_font_get_nominal_glyph(font(), character, &glyph);
+    return advance(glyph);
+}
+
+bool FontFace::hasAscii() const
+{
+    return m_handles->hasAscii;
+}
+
+bool FontFace::hasBox() const
+{
+    return m_handles->hasBox;
+}
+
+bool FontFace::isFixedPitch() const
+{
+    return m_handles->isFixedPitch;
 }
 
 bool FontFace::has(char32_t character) const

@@ -18,6 +18,14 @@ public:
     /// How the outlines are stored.
     enum class Outlines { trueType, cff };
 
+    /// The box around all glyphs of the font, in thousandths of the font size.
+    struct Box {
+        double left = 0;
+        double bottom = 0;
+        double right = 0;
+        double top = 0;
+    };
+
     /// The face number `index` of the file at `path`; null when it cannot be read or not be embedded.
     [[nodiscard]] static std::shared_ptr<const FontFace> load(const std::filesystem::path &path,
                                                               unsigned index);
@@ -37,15 +45,26 @@ public:
     [[nodiscard]] double ascent() const;
     [[nodiscard]] double descent() const; ///< Below the baseline, a positive number.
     [[nodiscard]] double thousandths(double fontUnits) const;
+    [[nodiscard]] double capHeight() const;
+    [[nodiscard]] const Box &box() const;
+    /// In degrees counterclockwise from the vertical: negative for letters that lean to the right.
+    [[nodiscard]] double italicAngle() const;
     /// The nominal advance of a glyph.
     [[nodiscard]] double advance(std::uint32_t glyph) const;
 
     /// Whether the font has a glyph of its own for the character.
     [[nodiscard]] bool has(char32_t character) const;
+    /// Whether it has all printable ASCII characters.
+    [[nodiscard]] bool hasAscii() const;
+    /// Whether its glyph for missing characters can be seen.
+    [[nodiscard]] bool hasBox() const;
+    /// Whether all its Latin letters are of one width.
+    [[nodiscard]] bool isFixedPitch() const;
 
 private:
     struct Handles;
     explicit FontFace(std::unique_ptr<Handles> handles);
+    [[nodiscard]] double advanceOf(char32_t character) const;
     std::unique_ptr<Handles> m_handles;
 };
 

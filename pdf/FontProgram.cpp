@@ -3,6 +3,7 @@
 #include "pdf/CffCharset.h"
 #include "pdf/Deflater.h"
 
+#include <algorithm>
 #include <array>
 #include <harfbuzz/hb-subset.h>
 #include <harfbuzz/hb.h>
@@ -60,7 +61,11 @@ std::shared_ptr<const FontProgram> makeSubset(const FontFace &face, const std::v
     for (const hb_tag_t tag : unneededTables) {
         hb_set_add(dropped, tag);
     }
-    hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING | HB_SUBSET_FLAGS_NOTDEF_OUTLINE);
+    unsigned flags = HB_SUBSET_FLAGS_NO_HINTING;
+    if (std::find(glyphs.begin(), glyphs.end(), 0U) != glyphs.end()) {
+        flags |= HB_SUBSET_FLAGS_NOTDEF_OUTLINE;
+    }
+    hb_subset_input_set_flags(input.get(), flags);
     const Plan plan(hb_subset_plan_create_or_fail(face.face(), input.get()));
     const Face cut(plan ? hb_subset_plan_execute_or_fail(plan.get()) : nullptr);
     if (!cut) {

@@ -2,44 +2,17 @@
 
 #include "pdf/EmbeddedFont.h"
 #include "pdf/OutputObjects.h"
+#include "pdf/ShapedLine.h"
+#include "pdf/TextShaper.h"
 
 #include <QString>
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-using hb_buffer_t = struct hb_buffer_t;
-
 namespace tallyfold::pdf {
-
-/// A glyph in its place on the line. Lengths in thousandths of the font size.
-struct ShapedGlyph {
-    std::uint16_t code = 0;
-    double nominalAdvance = 0; ///< What the file's width table says.
-    double advance = 0;        ///< What shaping says: kerning, marks.
-    double xOffset = 0;
-    double yOffset = 0;
-};
-
-/// Glyphs of one font that follow one another.
-struct ShapedRun {
-    std::size_t font = 0; ///< Number of the font among those of the file.
-    std::vector<ShapedGlyph> glyphs;
-};
-
-/// A measured line of text. Width, ascent and descent in points; ascent and descent are the largest of the
-/// fonts in it.
-struct ShapedLine {
-    double width = 0;
-    double ascent = 0;
-    double descent = 0; ///< Below the baseline, a positive number.
-    double size = 0;
-    std::vector<ShapedRun> runs; ///< From left to right.
-    QString spokenText;          ///< The text, where several glyphs show one stretch of it together.
-};
 
 /// The fonts of one output file: looked up, measured, noted as used, and embedded once at the end.
 class TextFonts {
@@ -52,12 +25,13 @@ public:
 
     /// `text` as one line in the font `postScriptName` at `size` points: shaped, right-to-left text in its
     /// order, characters that the font lacks from other installed fonts. A character that no font has is
-    /// shown as a box.
+    /// shown as a box. Tabs and line breaks count as spaces, other control characters as nothing.
+    /// The line is empty when no font that can be embedded is installed at all.
     [[nodiscard]] ShapedLine shape(const QString &text, const QString &postScriptName, double size);
 
-    /// Appends the operators that show `line` with its baseline beginning at `x`, `baseline`, in the current
-    /// colour.
-    void show(const ShapedLine &line, double x, double baseline, std::string &content);
+    /// Appends a text object (PDF 1.7, 9.4) that shows `line`, one of these fonts', with its left edge at `x`
+    /// and its baseline at `baseline`, in the current colour.
+    void show(const ShapedLine &line, double x, double baseline, std::string &content) const;
 
     /// Object number of the `/Font` resources of whatever shows text with these fonts.
     [[nodiscard]] int resources();
@@ -68,22 +42,16 @@ public:
     void finish();
 
 private:
-    struct Font {
-        EmbeddedFont embedded;
-        int number = 0;
-    };
-    struct BufferDestroyer {
-        void operator()(hb_buffer_t *buffer) const;
-    };
-    struct Shaping;
+    using Face = std::shared_ptr<const FontFace>;
 
-    std::size_t fontFor(const std::shared_ptr<const FontFace> &face);
-    void appendRun(Shaping &shaping, qsizetype start, qsizetype length,
-                   const std::shared_ptr<const FontFace> &face, bool isRightToLeft, std::uint32_t script);
+    const Face &faceNamed(const QString &postScriptName);
+    std::uint16_t numberOf(const Face &face);
 
     OutputObjects *m_objects;
-    std::vector<std::unique_ptr<Font>> m_fonts;
-    std::unique_ptr<hb_buffer_t, BufferDestroyer> m_buffer;
+    TextShaper m_shaper;
+    std::vector<EmbeddedFont> m_fonts;
+    QString m_lastName;
+    Face m_lastFace;
     int m_resources = 0;
 };
 
