@@ -21,17 +21,6 @@ long long flagsOf(QPDFObjectHandle annotation)
     return flags.isInteger() ? flags.getIntValue() : 0;
 }
 
-/// The name of the state a button is in when its annotation does not say: its field's value.
-std::string stateOf(QPDFObjectHandle annotation)
-{
-    QPDFObjectHandle state = annotation.getKey("/AS");
-    if (state.isName()) {
-        return state.getName();
-    }
-    QPDFObjectHandle value = inheritedFieldValue(annotation, "/V");
-    return value.isName() ? value.getName() : "/Off";
-}
-
 } // namespace
 
 QPDFObjectHandle inheritedFieldValue(QPDFObjectHandle field, const char *key)
@@ -45,6 +34,16 @@ QPDFObjectHandle inheritedFieldValue(QPDFObjectHandle field, const char *key)
         field = field.getKey("/Parent");
     }
     return QPDFObjectHandle::newNull();
+}
+
+std::string buttonState(QPDFObjectHandle annotation)
+{
+    QPDFObjectHandle state = annotation.getKey("/AS");
+    if (state.isName()) {
+        return state.getName();
+    }
+    QPDFObjectHandle value = inheritedFieldValue(annotation, "/V");
+    return value.isName() ? value.getName() : "/Off";
 }
 
 bool isShown(QPDFObjectHandle annotation)
@@ -64,7 +63,7 @@ QPDFObjectHandle normalAppearance(QPDFObjectHandle annotation)
     }
     QPDFObjectHandle normal = appearances.getKey("/N");
     if (normal.isDictionary() && !normal.isStream()) {
-        normal = normal.getKey(stateOf(annotation));
+        normal = normal.getKey(buttonState(annotation));
     }
     return normal.isStream() ? normal : QPDFObjectHandle::newNull();
 }

@@ -5,12 +5,16 @@
 #include <qpdf/QPDFObjectHandle.hh>
 
 #include <optional>
+#include <string>
 
 namespace tallyfold::pdf {
 
 /// Whether a viewer shows `annotation` on a screen: it is not hidden, not only for print, and neither a link
 /// nor a pop-up (PDF 1.7, 12.5.3).
 [[nodiscard]] bool isShown(QPDFObjectHandle annotation);
+
+/// The name of the state `annotation` is in: its own, or that of the field's value when it does not say.
+[[nodiscard]] std::string buttonState(QPDFObjectHandle annotation);
 
 /// The normal appearance stream of `annotation` in its current state (PDF 1.7, 12.5.5); null when it has
 /// none.

@@ -140,7 +140,7 @@ void CopyWriter::appendAnnotations(std::string &content, std::string &objects, s
          visibleAnnotations(m_page.dictionary, m_acroForm, m_geometry.rotation, m_fonts)) {
         int form = 0;
         if (const auto *existing = std::get_if<QPDFObjectHandle>(&appearance.form)) {
-            form = m_copier.copyReference(*existing);
+            form = m_copier.copyForm(*existing);
         } else {
             const auto &generated = std::get<GeneratedForm>(appearance.form);
             std::string entries = "/Type/XObject/Subtype/Form/BBox";

@@ -76,14 +76,14 @@ std::optional<int> ObjectCopier::copiedNumber(const QPDFObjectHandle &reference)
     return place == m_numbers.end() ? std::nullopt : std::optional(place->second);
 }
 
-int ObjectCopier::copyReference(const QPDFObjectHandle &reference)
-{
-    return numberFor(reference, Kind::value);
-}
-
 int ObjectCopier::copyResources(const QPDFObjectHandle &reference)
 {
     return numberFor(reference, Kind::resources);
+}
+
+int ObjectCopier::copyForm(const QPDFObjectHandle &reference)
+{
+    return numberFor(reference, Kind::form);
 }
 
 void ObjectCopier::append(std::string &out, const QPDFObjectHandle &value)
@@ -254,6 +254,9 @@ void ObjectCopier::write(const Pending &pending)
     if (object.isStream()) {
         std::string entries;
         appendStreamEntries(entries, object, StreamEntries::all);
+        if (pending.kind == Kind::form && !object.getDict().getKey("/Subtype").isName()) {
+            entries.append("/Subtype/Form");
+        }
         writeStreamData(pending.number, entries, object);
         if (object.getDict().getKey("/Subtype").isNameAndEquals("/Image")) {
             m_source->release(pending.object); // Reached by copying alone, so never looked at again.

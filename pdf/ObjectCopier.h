@@ -29,9 +29,12 @@ public:
     /// and none of them means anything by itself.
     void appendResources(std::string &out, const QPDFObjectHandle &resources);
 
-    /// The output's number for the object behind `reference`, or for the resource dictionary there.
-    [[nodiscard]] int copyReference(const QPDFObjectHandle &reference);
+    /// The output's number for the resource dictionary behind `reference`.
     [[nodiscard]] int copyResources(const QPDFObjectHandle &reference);
+
+    /// The output's number for the stream behind `reference`, which is drawn as a form XObject and becomes
+    /// one even where it does not say so: appearance streams often do not.
+    [[nodiscard]] int copyForm(const QPDFObjectHandle &reference);
 
     /// The output's number for the object behind `reference`, when anything copied refers to it.
     [[nodiscard]] std::optional<int> copiedNumber(const QPDFObjectHandle &reference) const;
@@ -48,7 +51,7 @@ public:
     void drain();
 
 private:
-    enum class Kind : std::uint8_t { value, resources };
+    enum class Kind : std::uint8_t { value, resources, form };
     struct Pending {
         QPDFObjectHandle object;
         int number = 0;

@@ -49,7 +49,10 @@ PageTree::PageTree(Document &document) : m_document(&document)
         return;
     }
     if (pages.getKey("/Kids").isArray()) {
-        enter(pages, nothing);
+        // What it counts is not believed, but no viewer shows a page of a tree that does not count at all.
+        if (pages.getKey("/Count").isNumber()) {
+            enter(pages, nothing);
+        }
     } else if (pages.isDictionaryOfType("/Page")) { // Seen in the wild: a catalog that names its only page.
         m_onlyPage = withOwnAttributes(pages, nothing);
     }

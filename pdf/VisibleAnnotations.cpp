@@ -1,7 +1,12 @@
 #include "pdf/VisibleAnnotations.h"
 
 #include "pdf/AnnotationAppearance.h"
+#include "pdf/FieldAppearance.h"
+#include "pdf/MarkupAppearance.h"
 #include "pdf/PageGeometry.h"
+
+#include <exception>
+#include <optional>
 
 namespace tallyfold::pdf {
 
@@ -27,6 +32,39 @@ std::optional<PlacedAppearance> ownAppearance(QPDFObjectHandle annotation, int r
     return PlacedAppearance{stream, *placement, annotation.getKey("/OC")};
 }
 
+/// What the field behind `widget` shows by its value.
+std::optional<PlacedAppearance> generatedField(QPDFObjectHandle widget, QPDFObjectHandle acroForm,
+                                               int rotation, TextFonts &fonts)
+{
+    std::optional<GeneratedForm> form = fieldAppearance(widget, acroForm, fonts);
+    if (!form) {
+        return std::nullopt;
+    }
+    const std::optional<Matrix> placement = placementOf(widget, form->boundingBox, form->matrix, rotation);
+    if (!placement) {
+        return std::nullopt;
+    }
+    return PlacedAppearance{std::move(*form), *placement, widget.getKey("/OC")};
+}
+
+std::optional<PlacedAppearance> appearanceOf(QPDFObjectHandle annotation, QPDFObjectHandle acroForm,
+                                             int rotation, TextFonts &fonts)
+{
+    if (annotation.getKey("/Subtype").getName() == "/Widget") {
+        return needsFieldAppearance(annotation, acroForm)
+                   ? generatedField(annotation, acroForm, rotation, fonts)
+                   : ownAppearance(annotation, rotation);
+    }
+    if (hasNormalAppearance(annotation)) {
+        return ownAppearance(annotation, rotation);
+    }
+    std::optional<GeneratedForm> form = markupAppearance(annotation, fonts);
+    if (!form) {
+        return std::nullopt;
+    }
+    return PlacedAppearance{std::move(*form), {}, annotation.getKey("/OC")};
+}
+
 } // namespace
 
 std::vector<PlacedAppearance> visibleAnnotations(QPDFObjectHandle page, QPDFObjectHandle acroForm,
@@ -40,12 +78,14 @@ std::vector<PlacedAppearance> visibleAnnotations(QPDFObjectHandle page, QPDFObje
         if (!isShown(annotation)) {
             continue;
         }
-        if (auto appearance = ownAppearance(annotation, rotation)) {
-            appearances.push_back(std::move(*appearance));
+        try {
+            if (auto appearance = appearanceOf(annotation, acroForm, rotation, fonts)) {
+                appearances.push_back(std::move(*appearance));
+            }
+        } catch (const std::exception &) {
+            continue; // One annotation that cannot be read takes no other one with it.
         }
     }
-    (void)acroForm;
-    (void)fonts;
     return appearances;
 }
 
