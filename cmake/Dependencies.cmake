@@ -1,4 +1,5 @@
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui)
+find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)
 find_package(ZLIB REQUIRED)
 find_package(ICU 72 REQUIRED COMPONENTS uc i18n)

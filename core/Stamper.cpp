@@ -1,5 +1,6 @@
 #include "core/Stamper.h"
 
+#include "core/OuterSpaces.h"
 #include "core/StampDrawing.h"
 #include "pdf/CopyWriter.h"
 #include "pdf/FileSink.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <limits>
 #include <optional>
 #include <variant>
@@ -17,15 +19,6 @@ namespace tallyfold::Stamper {
 namespace {
 
 using Step = pdf::CopyWriter::Step;
-
-/// `text` without spaces and tabs at its ends; line breaks stay.
-QString withoutOuterSpaces(const QString &text)
-{
-    const auto isSpace = [](QChar ch) { return ch == u'\t' || ch.category() == QChar::Separator_Space; };
-    const auto first = std::find_if_not(text.begin(), text.end(), isSpace);
-    const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isSpace).base();
-    return text.sliced(first - text.begin(), last - first);
-}
 
 /// The failure that a step came to, if it failed.
 std::optional<StampError> failureOf(Step step, const PlannedFile &file)
@@ -107,6 +100,19 @@ std::unique_ptr<pdf::Document> open(const SourceFile &source)
 pdf::Size displaySize(const pdf::SourcePage &page)
 {
     return pdf::geometryOf(page).displaySize();
+}
+
+pdf::Size firstPageSize(const SourceFile &source)
+{
+    const std::unique_ptr<pdf::Document> document = open(source);
+    try {
+        pdf::PageTree pages(*document);
+        if (const auto page = pages.next()) {
+            return displaySize(*page);
+        }
+    } catch (const std::exception &) { // The parser's.
+    }
+    throw StampError::unreadable(source.name);
 }
 
 std::vector<Line> lines(const PlannedPage &page, const StampSettings &settings, std::int64_t pageIndex,

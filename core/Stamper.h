@@ -41,6 +41,10 @@ using PageDone = std::function<bool()>;
 /// 270 degrees (PDF 1.7, 7.7.3.3 and 14.11.2). Cannot fail.
 [[nodiscard]] pdf::Size displaySize(const pdf::SourcePage &page);
 
+/// The display size of the first page of `source`. Throws what `open` throws, and `unreadable` when there is
+/// no page.
+[[nodiscard]] pdf::Size firstPageSize(const SourceFile &source);
+
 /// The lines of the page with the 0-based index `pageIndex` of a file of `total` pages: legend, Bates number,
 /// page number, as far as `settings` (normalised) and `page` ask for them. None for a page that is not
 /// stamped.

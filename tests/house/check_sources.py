@@ -12,6 +12,7 @@ import sys
 LAYERS = {
     "pdf": (("pdf",), r"Q\w+|qpdf/.+|harfbuzz/.+|fontconfig/.+|unicode/.+|poppler-.+|zlib\.h"),
     "core": (("pdf", "core"), r"Q\w+|unicode/.+"),
+    "app": (("core", "app"), r"Q\w+"),
     "examples": (("pdf", "core", "examples"), r"Q\w+"),
     "fuzz": (("pdf", "core", "fuzz"), r"Q\w+"),
 }

@@ -1,12 +1,11 @@
 #include "pdf/PageReader.h"
 
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/Sample.h"
 #include "tests/support/SmallPdf.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFWriter.hh>
 
 #include <array>
 #include <limits>
@@ -193,16 +192,8 @@ TEST(PopplerReader, AFileThatNeedsAPasswordIsNotOpenedButOneThatNeedsNoneIs)
 {
     const TemporaryFolder folder;
     tests::writeFile(folder / "plain.pdf", smallPdf({{showText(30, 20, "ABC000001")}}));
-    const auto encrypt = [&](const char *userPassword, const std::string &name) {
-        QPDF source;
-        source.processFile((folder / "plain.pdf").c_str());
-        QPDFWriter writer(source, (folder / name).c_str());
-        writer.setR6EncryptionParameters(userPassword, "owner", true, false, true, true, true, true,
-                                         qpdf_r3p_full, true);
-        writer.write();
-    };
-    encrypt("secret", "locked.pdf");
-    encrypt("", "restricted.pdf");
+    tests::encrypt(folder / "plain.pdf", folder / "locked.pdf", "secret owner 256");
+    tests::encrypt(folder / "plain.pdf", folder / "restricted.pdf", "'' owner 256 --modify=none");
     EXPECT_FALSE(PageReader::open(folder / "locked.pdf"));
     const auto restricted = PageReader::open(folder / "restricted.pdf");
     ASSERT_TRUE(restricted);

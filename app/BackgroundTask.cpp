@@ -1,0 +1,41 @@
+#include "app/BackgroundTask.h"
+
+#include <utility>
+
+namespace tallyfold {
+
+BackgroundTask::~BackgroundTask()
+{
+    join();
+}
+
+bool BackgroundTask::isRunning() const
+{
+    return m_isRunning;
+}
+
+void BackgroundTask::start(Work work)
+{
+    join(); // The thread of the last work, which has nothing left to do.
+    m_isRunning = true;
+    m_thread = std::thread([this, work = std::move(work)] {
+        m_mailbox.post([this, ending = work()] {
+            m_isRunning = false;
+            ending();
+        });
+    });
+}
+
+void BackgroundTask::post(std::function<void()> action)
+{
+    m_mailbox.post(std::move(action));
+}
+
+void BackgroundTask::join()
+{
+    if (m_thread.joinable()) {
+        m_thread.join();
+    }
+}
+
+} // namespace tallyfold

@@ -1,0 +1,22 @@
+#include "app/Panels.h"
+
+#include <QCoreApplication>
+
+namespace tallyfold {
+
+OpenPanel OpenPanel::forFiles()
+{
+    return {QCoreApplication::translate(
+                "Panels", "Choose PDFs or folders of PDFs to number. They’re only read, never changed."),
+            QCoreApplication::translate("Panels", "Add"), Content::pdfsAndFolders, true, false};
+}
+
+OpenPanel OpenPanel::forOutputFolder()
+{
+    return {QCoreApplication::translate("Panels",
+                                        "Choose an empty folder for the stamped copies and the index. "
+                                        "Nothing in it is ever replaced."),
+            QCoreApplication::translate("Panels", "Choose"), Content::folder, false, true};
+}
+
+} // namespace tallyfold

@@ -1,0 +1,64 @@
+#include "app/PreviewImages.h"
+
+#include "core/StampError.h"
+#include "core/Stamper.h"
+
+#include <QColorSpace>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace tallyfold {
+
+namespace {
+
+QImage imageOf(const pdf::Bitmap &bitmap)
+{
+    QImage image(bitmap.width, bitmap.height, QImage::Format_RGBA8888_Premultiplied);
+    const auto rowBytes = static_cast<std::size_t>(bitmap.width) * 4;
+    for (int row = 0; row < image.height(); ++row) {
+        std::memcpy(image.scanLine(row), bitmap.pixels.data() + static_cast<std::size_t>(row) * rowBytes,
+                    rowBytes);
+    }
+    image.setColorSpace(QColorSpace::SRgb);
+    return image;
+}
+
+} // namespace
+
+PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &settings)
+{
+    PreviewImages images;
+    try {
+        for (const pdf::Bitmap &bitmap : Stamper::previewImages(file, settings, mostPages, pageWidth)) {
+            images.pages.append(imageOf(bitmap));
+        }
+        if (!images.pages.isEmpty()) {
+            images.closeUp = closeUpOf(images.pages.front(), Stamper::firstPageSize(file.source).width,
+                                       settings.normalized());
+        }
+    } catch (const StampError &) {
+        return {}; // The list says already what is the matter with the file.
+    }
+    return images;
+}
+
+std::optional<QImage> closeUpOf(const QImage &page, double pageWidth, const StampSettings &settings)
+{
+    constexpr double lineHeight = 1.5; // In font sizes.
+    constexpr double room = 14;        // Points beyond the lines.
+    const int lines = 1 + (settings.legend.isEmpty() ? 0 : 1) + (settings.pageOfTotal ? 1 : 0);
+    const double scale = page.width() / std::max(pageWidth, 1.0);
+    const double wanted = scale * (settings.margin + settings.fontSize * lines * lineHeight + room);
+    const int height = static_cast<int>(std::clamp(wanted, 0.0, static_cast<double>(page.height())));
+    if (height < 1) {
+        return std::nullopt;
+    }
+    QImage band =
+        page.copy(0, isTop(settings.batesPosition) ? 0 : page.height() - height, page.width(), height);
+    band.setDevicePixelRatio(2);
+    return band;
+}
+
+} // namespace tallyfold

@@ -1,0 +1,220 @@
+#include "tests/app/ModelFixture.h"
+
+#include "tests/support/PdfBuilder.h"
+
+#include <QGuiApplication>
+
+namespace tallyfold {
+
+namespace fs = std::filesystem;
+using SourceList = tests::ModelFixture;
+using Counts = std::map<std::string, int>;
+
+TEST_F(SourceList, FilesAreAddedInTheirOrderAndRead)
+{
+    model->add(std::vector{pdf("b.pdf", 2), pdf("a.pdf", 1)});
+    EXPECT_EQ(listed(), "b.pdf a.pdf");
+    EXPECT_EQ(model->sources()[0].pageCount, 2);
+    EXPECT_EQ(counts->take(), (Counts{{"sources", 1}}));
+    EXPECT_TRUE(model->hasPreviewTask());
+    EXPECT_EQ(undo.undoText(), QStringLiteral("Add Files"));
+}
+
+TEST_F(SourceList, AFileIsListedOnceHoweverItIsGiven)
+{
+    const fs::path path = pdf("a.pdf");
+    model->add(
+        std::vector{path, path, folder / "sources", folder / "sources" / "." / ".." / "sources" / "a.pdf"});
+    EXPECT_EQ(listed(), "a.pdf");
+    counts->take();
+    model->add(std::vector{folder / "output" / ".." / "sources" / "a.pdf"});
+    EXPECT_EQ(listed(), "a.pdf");
+    EXPECT_EQ(counts->take(), Counts());
+    EXPECT_EQ(undo.count(), 1);
+}
+
+TEST_F(SourceList, NothingGivenChangesNothing)
+{
+    model->add({});
+    EXPECT_EQ(counts->take(), Counts());
+    EXPECT_EQ(undo.count(), 0);
+}
+
+TEST_F(SourceList, AFolderWithoutPdfsIsToldAndCannotBeUndone)
+{
+    tests::writeFile(folder / "sources" / "notes.txt", "text");
+    model->add(std::vector{folder / "sources"});
+    EXPECT_EQ(model->problem(),
+              QStringLiteral("No PDFs there. Tallyfold stamps PDF files; add a folder of PDFs or the "
+                             "PDFs themselves."));
+    EXPECT_EQ(counts->take(), (Counts{{"problem", 1}}));
+    EXPECT_EQ(undo.count(), 0);
+}
+
+TEST_F(SourceList, WhatCannotBeStampedIsListedWithItsProblem)
+{
+    tests::writeFile(folder / "sources" / "broken.pdf", "no PDF");
+    model->add(std::vector{folder / "sources" / "broken.pdf"});
+    ASSERT_EQ(model->sources().size(), 1U);
+    EXPECT_EQ(model->sources()[0].problem, SourceProblem::unreadable);
+}
+
+TEST_F(SourceList, TheFilePanelIsAskedForWhatIsAdded)
+{
+    model->chooseFiles();
+    EXPECT_EQ(counts->take(), Counts());
+    panels.answer = {pdf("a.pdf"), pdf("sub/b.pdf")};
+    model->chooseFiles();
+    EXPECT_EQ(listed(), "a.pdf b.pdf");
+    ASSERT_EQ(panels.asked.size(), 2U);
+    const OpenPanel &panel = panels.asked[0];
+    EXPECT_EQ(panel.message,
+              QStringLiteral("Choose PDFs or folders of PDFs to number. They’re only read, never changed."));
+    EXPECT_EQ(panel.prompt, QStringLiteral("Add"));
+    EXPECT_EQ(panel.content, OpenPanel::Content::pdfsAndFolders);
+    EXPECT_TRUE(panel.allowsMultipleSelection);
+    EXPECT_FALSE(panel.canCreateDirectories);
+}
+
+TEST_F(SourceList, TheFolderPanelChoosesTheOutputFolder)
+{
+    model->chooseOutputFolder();
+    EXPECT_EQ(counts->take(), Counts());
+    panels.answer = {output};
+    model->chooseOutputFolder();
+    EXPECT_EQ(model->outputFolder(), output);
+    EXPECT_EQ(counts->take(), (Counts{{"outputFolder", 1}, {"folderCheck", 1}}));
+    model->chooseOutputFolder();
+    EXPECT_EQ(counts->take(), (Counts{{"folderCheck", 1}}));
+    const OpenPanel &panel = panels.asked[0];
+    EXPECT_EQ(panel.message,
+              QStringLiteral("Choose an empty folder for the stamped copies and the index. Nothing in it "
+                             "is ever replaced."));
+    EXPECT_EQ(panel.prompt, QStringLiteral("Choose"));
+    EXPECT_EQ(panel.content, OpenPanel::Content::folder);
+    EXPECT_TRUE(panel.canCreateDirectories);
+    EXPECT_FALSE(panel.allowsMultipleSelection);
+}
+
+TEST_F(SourceList, BecomingActiveLooksAtTheFolderAgain)
+{
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_EQ(model->folderCheck(), 0);
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(model->folderCheck(), 1);
+    EXPECT_EQ(counts->take(), (Counts{{"folderCheck", 1}}));
+}
+
+TEST_F(SourceList, ARemovedFileComesBackToItsPlace)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    const std::vector<SourceFile> before = model->sources();
+    model->remove({idOf("b.pdf")});
+    EXPECT_EQ(listed(), "a.pdf c.pdf");
+    EXPECT_EQ(undo.undoText(), QStringLiteral("Remove File"));
+    undo.undo();
+    EXPECT_EQ(model->sources(), before);
+    EXPECT_EQ(undo.redoText(), QStringLiteral("Remove File"));
+    undo.redo();
+    EXPECT_EQ(listed(), "a.pdf c.pdf");
+    undo.undo();
+    undo.undo();
+    EXPECT_EQ(listed(), "");
+    undo.redo();
+    EXPECT_EQ(model->sources(), before);
+}
+
+TEST_F(SourceList, SeveralRemovedFilesHaveTheirOwnActionName)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    model->setSelection({idOf("a.pdf"), idOf("c.pdf")});
+    model->removeSelected();
+    EXPECT_EQ(listed(), "b.pdf");
+    EXPECT_EQ(undo.undoText(), QStringLiteral("Remove Files"));
+    model->removeAll();
+    EXPECT_EQ(listed(), "");
+    EXPECT_EQ(undo.undoText(), QStringLiteral("Remove File"));
+    counts->take();
+    model->removeAll();
+    EXPECT_EQ(counts->take(), Counts());
+}
+
+TEST_F(SourceList, UnknownFilesAreNotRemoved)
+{
+    addPdfs({"a.pdf"});
+    counts->take();
+    model->remove({QUuid::createUuid()});
+    EXPECT_EQ(counts->take(), Counts());
+    EXPECT_EQ(undo.count(), 1);
+}
+
+TEST_F(SourceList, TheSelectionNeverHoldsWhatIsGone)
+{
+    addPdfs({"a.pdf", "b.pdf"});
+    const QUuid kept = idOf("a.pdf");
+    model->setSelection({kept, idOf("b.pdf"), QUuid::createUuid()});
+    EXPECT_EQ(model->selection().size(), 2);
+    bool isSound = true;
+    QObject::connect(model.get(), &AppModel::sourcesChanged, model.get(), [&] {
+        for (const QUuid &id : model->selection()) {
+            isSound = isSound && std::any_of(model->sources().begin(), model->sources().end(),
+                                             [&id](const SourceFile &source) { return source.id == id; });
+        }
+    });
+    counts->take();
+    model->remove({idOf("b.pdf")});
+    EXPECT_EQ(model->selection(), QSet<QUuid>{kept});
+    EXPECT_EQ(counts->take(), (Counts{{"sources", 1}, {"selection", 1}}));
+    undo.undo();
+    undo.undo();
+    EXPECT_TRUE(model->selection().isEmpty());
+    EXPECT_TRUE(isSound);
+}
+
+TEST_F(SourceList, SelectingTellsOnceAndRefreshesThePreviews)
+{
+    addPdfs({"a.pdf", "b.pdf"});
+    ASSERT_TRUE(waitUntil([this] { return !model->hasPreviewTask(); }));
+    counts->take();
+    model->setSelection({idOf("b.pdf")});
+    model->setSelection({idOf("b.pdf")});
+    EXPECT_EQ(counts->take(), (Counts{{"selection", 1}}));
+    EXPECT_TRUE(model->hasPreviewTask());
+}
+
+TEST_F(SourceList, MovingARowMakesTheOrderManualForGood)
+{
+    addPdfs({"c.pdf", "a.pdf", "b.pdf"}); // Numbered as a, b, c.
+    model->move({2}, 0);
+    EXPECT_EQ(listed(), "c.pdf a.pdf b.pdf");
+    EXPECT_EQ(model->settings().stamp.order, FileOrder::manual);
+    EXPECT_EQ(anotherModel()->settings().stamp.order, FileOrder::manual);
+    EXPECT_EQ(undo.count(), 1); // Of adding.
+    model->move({0, 1}, 3);
+    EXPECT_EQ(listed(), "b.pdf c.pdf a.pdf");
+    model->move({0, 2}, 1);
+    EXPECT_EQ(listed(), "b.pdf a.pdf c.pdf");
+    model->move({7}, -3);
+    EXPECT_EQ(listed(), "b.pdf a.pdf c.pdf");
+}
+
+TEST_F(SourceList, WithoutAnUndoStackNothingIsRegistered)
+{
+    model->setUndoManager(nullptr);
+    EXPECT_EQ(counts->take(), (Counts{{"undoManager", 1}}));
+    addPdfs({"a.pdf"});
+    model->removeAll();
+    EXPECT_EQ(undo.count(), 0);
+}
+
+TEST_F(SourceList, AStackThatOutlivesTheModelDoesNothing)
+{
+    addPdfs({"a.pdf"});
+    counts.reset();
+    model.reset();
+    undo.undo();
+    undo.redo();
+    EXPECT_EQ(undo.count(), 1);
+}
+
+} // namespace tallyfold
