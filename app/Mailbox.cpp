@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+#include <memory>
 #include <utility>
 
 namespace tallyfold {
@@ -15,26 +16,27 @@ const QEvent::Type somethingWaits = static_cast<QEvent::Type>(QEvent::registerEv
 
 void Mailbox::post(std::function<void()> work)
 {
+    auto event = std::make_unique<QEvent>(somethingWaits);
     {
         const std::lock_guard guard(m_lock);
         m_waiting.push_back(std::move(work));
     }
-    QCoreApplication::postEvent(this, new QEvent(somethingWaits)); // NOLINT(cppcoreguidelines-owning-memory)
+    QCoreApplication::postEvent(this, event.release());
 }
 
 bool Mailbox::event(QEvent *event)
 {
-    if (event->type() != somethingWaits) {
-        return QObject::event(event);
-    }
     std::function<void()> work;
     {
-        const std::lock_guard guard(m_lock);
-        if (m_waiting.empty()) {
-            return true;
+        const std::lock_guard guard(
+            m_lock); // Before the event is looked at: it comes from the other thread, too.
+        if (event->type() == somethingWaits && !m_waiting.empty()) {
+            work = std::move(m_waiting.front());
+            m_waiting.pop_front();
         }
-        work = std::move(m_waiting.front());
-        m_waiting.pop_front();
+    }
+    if (!work) {
+        return QObject::event(event);
     }
     work();
     return true;

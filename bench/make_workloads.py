@@ -5,7 +5,7 @@ Usage: make_workloads.py FOLDER [--scale FRACTION]
 
   text/   40 files of 250 dense pages, letter and A4, some turned, half with object streams
   scans/  20 files of 50 pages, each one picture of 60 to 120 KB
-  small/  2,000 files of 1 to 3 pages
+  small/  2,000 letters of 1 to 3 pages
   long/   one file of 20,000 pages, and one of 2,000
 """
 import argparse
@@ -25,6 +25,10 @@ WORDS = (
     "schedule exhibit section article hereto hereby whereas subject provided however including without limitation "
     "jurisdiction arbitration governing law counterpart assignment successor permitted amendment entire severability"
 ).split()
+
+# Points from line to line: of a contract in small print, and of a letter, which has about 450 words on a full page.
+CONTRACT = 12
+LETTER = 18
 
 
 class PdfFile:
@@ -102,10 +106,10 @@ def sentence(rng, count):
     return " ".join(words)
 
 
-def dense_page(rng, height):
-    """A page of a contract as a word processor writes it: justified lines, kerned in pieces."""
+def text_page(rng, height, leading):
+    """A page as a word processor writes it: justified lines `leading` points apart, kerned in pieces."""
     lines = [b"q\nBT\n/F1 10 Tf\n72 %d Td\n" % (height - 72)]
-    for line in range(int((height - 144) / 12)):
+    for line in range((height - 144) // leading):
         text = sentence(rng, 15)[:95]
         if line % 9 == 0:
             lines.append(b"/F2 10 Tf\n(%d.%d  ) Tj\n/F1 10 Tf\n" % (rng.randint(1, 30), rng.randint(1, 20)))
@@ -114,12 +118,12 @@ def dense_page(rng, height):
             size = rng.randint(3, 9)
             pieces.append(b"(%s)%d" % (text[:size].encode(), rng.randint(-40, 40)))
             text = text[size:]
-        lines.append(b"%.3f Tw [%s] TJ\n0 -12 Td\n" % (rng.random(), b"".join(pieces)))
+        lines.append(b"%.3f Tw [%s] TJ\n0 -%d Td\n" % (rng.random(), b"".join(pieces), leading))
     lines.append(b"ET\nQ\n")
     return b"".join(lines)
 
 
-def text_file(path, pages, rng, uses_object_streams):
+def text_file(path, pages, rng, uses_object_streams, leading=CONTRACT):
     pdf = PdfFile(uses_object_streams)
     tree = pdf.reserve()
     fonts = [pdf.add(b"<</Type/Font/Subtype/Type1/BaseFont/%s/Encoding/WinAnsiEncoding>>" % name)
@@ -131,7 +135,7 @@ def text_file(path, pages, rng, uses_object_streams):
             nodes.append((pdf.reserve(), []))
         width, height = (612, 792) if rng.random() < 0.7 else (595, 842)
         turn = b"/Rotate 90" if rng.random() < 0.05 else b""
-        content = pdf.add_stream(b"/Filter/FlateDecode", zlib.compress(dense_page(rng, height)))
+        content = pdf.add_stream(b"/Filter/FlateDecode", zlib.compress(text_page(rng, height, leading)))
         page = pdf.add(b"<</Type/Page/Parent %d 0 R/MediaBox[0 0 %d %d]%s/Resources<</Font<</F1 %d 0 R/F2 %d 0 R>>"
                        b"/ProcSet[/PDF/Text]>>/Contents %d 0 R>>"
                        % (nodes[-1][0], width, height, turn, fonts[0], fonts[1], content))
@@ -199,7 +203,7 @@ def main():
         scan_file(os.path.join(scans, f"Scan {number + 1}.pdf"), 50, rng, pictures)
     small = folder("small")
     for number in range(count(2000)):
-        text_file(os.path.join(small, f"Letter {number + 1}.pdf"), rng.randint(1, 3), rng, number % 2 == 1)
+        text_file(os.path.join(small, f"Letter {number + 1}.pdf"), rng.randint(1, 3), rng, number % 2 == 1, LETTER)
     for pages in (2000, 20000):
         text_file(os.path.join(folder(f"long-{pages}"), "Record.pdf"), count(pages), rng, False)
 

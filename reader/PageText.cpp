@@ -38,6 +38,14 @@ bool holds(const Rect &area, const poppler::rectf &glyph)
     return x >= area.minX && x <= area.maxX && y >= area.minY && y <= area.maxY;
 }
 
+/// Whether any glyph of `word` may be in `area`. Far cheaper than its text, which most words are not asked
+/// for.
+bool touches(const Rect &area, const poppler::rectf &word)
+{
+    return word.left() <= area.maxX && word.right() >= area.minX && word.top() <= area.maxY &&
+           word.bottom() >= area.minY;
+}
+
 /// The glyphs of `word` that are in `area`.
 QString glyphsIn(const Rect &area, const poppler::text_box &word)
 {
@@ -103,7 +111,7 @@ QString PageText::inDisplayed(const Rect &area) const
     QString text;
     const poppler::text_box *last = nullptr;
     for (const poppler::text_box &word : m_words) {
-        const QString inside = glyphsIn(area, word);
+        const QString inside = touches(area, word.bbox()) ? glyphsIn(area, word) : QString();
         if (inside.isEmpty()) {
             continue;
         }

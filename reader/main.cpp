@@ -36,7 +36,7 @@ void limitResources()
     ::signal(SIGXFSZ, SIG_IGN); // A write beyond the limit fails; it need not end the process.
     const rlimit noNewFiles{0, 0};
     ::setrlimit(RLIMIT_FSIZE, &noNewFiles);
-#ifndef __SANITIZE_ADDRESS__ // It reserves terabytes of addresses.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // Those reserve terabytes of addresses.
     const rlimit memory{1ULL << 30U, 1ULL << 30U};
     ::setrlimit(RLIMIT_AS, &memory);
 #endif

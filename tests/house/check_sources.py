@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Holds the sources to the layers: who may include whom, and which libraries each layer may name.
 
-Usage: check_sources.py ROOT QT_CORE_INCLUDE_FOLDER
+Usage: check_sources.py ROOT QT_CORE_INCLUDE_FOLDER QT_GUI_INCLUDE_FOLDER
 Prints one line per fault and exits 1 when there is any.
 """
 import os
@@ -16,6 +16,8 @@ LAYERS = {
     "examples": (("pdf", "core", "examples"), r"Q\w+"),
     "fuzz": (("pdf", "core", "fuzz"), r"Q\w+"),
 }
+# Layers that may see Qt Gui besides Qt Core.
+WITH_QT_GUI = ("app",)
 # Lower case words, perhaps in a folder of the system: <vector>, <cstdint>, <unistd.h>, <sys/stat.h>.
 STANDARD = re.compile(r"(sys/)?[a-z_0-9]+(\.h)?\Z")
 LIBRARIES = re.compile(r"zlib\.h\Z")
@@ -30,8 +32,9 @@ def is_own_header_first(path, lines):
     return not path.endswith(".cpp") or header not in includes or includes[0] == header
 
 
-def faults_of(path, text, qt_core_headers):
-    """The faults of the source at `path`, which is relative to the root and begins with its layer."""
+def faults_of(path, text, qt_headers):
+    """The faults of the source at `path`, which is relative to the root and begins with its layer and may include
+    `qt_headers` of Qt."""
     layer = path.split("/", 1)[0]
     own_folders, libraries = LAYERS[layer]
     lines = text.splitlines()
@@ -52,8 +55,8 @@ def faults_of(path, text, qt_core_headers):
             if name.split("/", 1)[0] not in own_folders:
                 faults.append(f'{place}: {layer}/ may not include "{name}"')
         elif re.fullmatch(libraries, name):
-            if name.startswith("Q") and name not in qt_core_headers:
-                faults.append(f"{place}: <{name}> is not of Qt Core")
+            if name.startswith("Q") and name not in qt_headers:
+                faults.append(f"{place}: <{name}> is not of the parts of Qt that {layer}/ may see")
         elif not STANDARD.match(name) or LIBRARIES.match(name):
             faults.append(f"{place}: {layer}/ may not include <{name}>")
     return faults
@@ -68,14 +71,15 @@ def sources_under(root):
 
 
 def main():
-    root, qt_core = sys.argv[1:]
-    qt_core_headers = set(os.listdir(qt_core))
+    root, qt_core, qt_gui = sys.argv[1:]
+    core_headers = set(os.listdir(qt_core))
+    gui_headers = core_headers | set(os.listdir(qt_gui))
     faults = []
     count = 0
     for path in sources_under(root):
         count += 1
         with open(os.path.join(root, path), encoding="utf-8") as file:
-            faults += faults_of(path, file.read(), qt_core_headers)
+            faults += faults_of(path, file.read(), gui_headers if path.split("/")[0] in WITH_QT_GUI else core_headers)
     print("\n".join(faults + [f"{count} sources, {len(faults)} faults"]))
     return 1 if faults or count == 0 else 0
 
