@@ -179,33 +179,38 @@ def scan_file(path, pages, rng, pictures):
     pdf.write(path, pdf.add(b"<</Type/Catalog/Pages %d 0 R>>" % tree))
 
 
+def make(folder, scale):
+    """Makes all workloads below `folder`: `scale` of the files, and of the pages of the long ones."""
+
+    def count(full):
+        return max(1, int(full * scale))
+
+    def below(name):
+        path = os.path.join(folder, name)
+        os.makedirs(path, exist_ok=True)
+        return path
+
+    rng = random.Random(20261120)
+    text = below("text")
+    for number in range(count(40)):
+        text_file(os.path.join(text, f"Agreement {number + 1}.pdf"), 250, rng, number % 2 == 1)
+    scans = below("scans")
+    pictures = [scan(rng) for _ in range(24)]
+    for number in range(count(20)):
+        scan_file(os.path.join(scans, f"Scan {number + 1}.pdf"), 50, rng, pictures)
+    small = below("small")
+    for number in range(count(2000)):
+        text_file(os.path.join(small, f"Letter {number + 1}.pdf"), rng.randint(1, 3), rng, number % 2 == 1, LETTER)
+    for pages in (2000, 20000):
+        text_file(os.path.join(below(f"long-{pages}"), "Record.pdf"), count(pages), rng, False)
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("folder")
     parser.add_argument("--scale", type=float, default=1.0, help="fraction of the files and of the long file's pages")
     arguments = parser.parse_args()
-
-    def count(full):
-        return max(1, int(full * arguments.scale))
-
-    def folder(name):
-        path = os.path.join(arguments.folder, name)
-        os.makedirs(path, exist_ok=True)
-        return path
-
-    rng = random.Random(20261120)
-    text = folder("text")
-    for number in range(count(40)):
-        text_file(os.path.join(text, f"Agreement {number + 1}.pdf"), 250, rng, number % 2 == 1)
-    scans = folder("scans")
-    pictures = [scan(rng) for _ in range(24)]
-    for number in range(count(20)):
-        scan_file(os.path.join(scans, f"Scan {number + 1}.pdf"), 50, rng, pictures)
-    small = folder("small")
-    for number in range(count(2000)):
-        text_file(os.path.join(small, f"Letter {number + 1}.pdf"), rng.randint(1, 3), rng, number % 2 == 1, LETTER)
-    for pages in (2000, 20000):
-        text_file(os.path.join(folder(f"long-{pages}"), "Record.pdf"), count(pages), rng, False)
+    make(arguments.folder, arguments.scale)
 
 
 if __name__ == "__main__":

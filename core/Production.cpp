@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <new>
+#include <unordered_map>
 #include <utility>
 
 namespace tallyfold {
@@ -28,6 +29,26 @@ fs::path resolved(const fs::path &path)
     fs::path result = fs::weakly_canonical(fs::absolute(path, error), error);
     return error ? path.lexically_normal() : result;
 }
+
+/// The same for many paths, of which most are in the same few folders.
+class Resolver {
+public:
+    fs::path operator()(const fs::path &path)
+    {
+        std::error_code error;
+        if (!path.has_filename() || fs::is_symlink(fs::symlink_status(path, error)) || error) {
+            return resolved(path);
+        }
+        const auto [folder, isNew] = m_folders.try_emplace(path.parent_path().native());
+        if (isNew) {
+            folder->second = resolved(path.parent_path());
+        }
+        return folder->second / path.filename();
+    }
+
+private:
+    std::unordered_map<std::string, fs::path> m_folders;
+};
 
 /// A path in a form that does not tell letter case apart. Bytes that are not valid text stay distinct from
 /// text.
@@ -184,8 +205,9 @@ std::vector<ProductionConflict> Production::findConflicts(const ProductionPlan &
     }
     const fs::path target = resolved(folder);
     QSet<QString> originals;
+    Resolver resolve;
     for (const PlannedFile &file : plan.files) {
-        originals.insert(withoutCase(resolved(file.source.url)));
+        originals.insert(withoutCase(resolve(file.source.url)));
     }
     for (const QString &name : plan.duplicateOutputNames()) {
         conflicts.push_back({Kind::duplicate, name});

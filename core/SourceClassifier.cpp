@@ -38,7 +38,7 @@ std::optional<QString> earlierNumberOnFirstPage(const std::filesystem::path &loc
 
 } // namespace
 
-SourceFile classify(const std::filesystem::path &location)
+SourceFile classify(const std::filesystem::path &location, EarlierNumbers earlierNumbers)
 {
     SourceFile source;
     source.id = QUuid::createUuid();
@@ -59,7 +59,7 @@ SourceFile classify(const std::filesystem::path &location)
         source.problem = SourceProblem::encrypted;
     } else if (source.pageCount == 0) {
         source.problem = SourceProblem::empty;
-    } else {
+    } else if (earlierNumbers == EarlierNumbers::find) {
         source.existingBates = earlierNumberOnFirstPage(location);
     }
     return source;

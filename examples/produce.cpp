@@ -157,11 +157,13 @@ int main(int count, char **values)
             stderr);
         return usage;
     }
+    const bool showsSources = request->task == Request::Task::showSources;
+    const EarlierNumbers earlierNumbers = showsSources ? EarlierNumbers::find : EarlierNumbers::leaveOut;
     std::vector<SourceFile> sources;
     for (const std::filesystem::path &location : collectPdfLocations(request->inputs)) {
-        sources.push_back(classify(location));
+        sources.push_back(classify(location, earlierNumbers));
     }
-    if (request->task == Request::Task::showSources) {
+    if (showsSources) {
         print(QJsonDocument(ProductionReport::of(sources)));
         return allWritten;
     }

@@ -6,8 +6,8 @@
 
 namespace tallyfold::pdf {
 
-/// Compresses for the Flate filter (PDF 1.7, 7.4.4), again and again with one set of tables:
-/// setting those up costs more than compressing a small object does.
+/// Compresses for the Flate filter (PDF 1.7, 7.4.4), again and again with the same tables, which threads keep
+/// from one file to the next: setting them up costs more than compressing a small file does.
 class Deflater {
 public:
     Deflater();
@@ -19,8 +19,10 @@ public:
     [[nodiscard]] std::string_view compress(std::string_view data);
 
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    struct Tables;
+    [[nodiscard]] static std::unique_ptr<Tables> &spareTables();
+
+    std::unique_ptr<Tables> m_tables;
     std::string m_output;
 };
 

@@ -1,8 +1,10 @@
 #include "pdf/EmbeddedFont.h"
 
 #include "pdf/CharacterMaps.h"
+#include "pdf/Deflater.h"
 #include "pdf/FontProgram.h"
 #include "pdf/NumberFormat.h"
+#include "pdf/RecentResults.h"
 #include "pdf/TextOperators.h"
 
 #include <QCryptographicHash>
@@ -88,6 +90,17 @@ int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::str
     }
     const int number = objects.reserve();
     objects.writeObject(number, syntax + ">>");
+    return number;
+}
+
+/// Writes a character map, compressed once for all the files that have the same; gives its number.
+int writeMap(OutputObjects &objects, std::string_view entries, const std::string &map)
+{
+    static RecentResults<std::string, std::string> maps;
+    const std::string compressed =
+        maps.valueFor(map, [&map] { return std::string(Deflater().compress(map)); });
+    const int number = objects.reserve();
+    objects.writeEncodedStream(number, std::string(entries) + "/Filter/FlateDecode", compressed);
     return number;
 }
 
@@ -185,10 +198,8 @@ void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, std::str
         for (const std::uint32_t glyph : m_layers[index].glyphs) {
             layerCids.push_back(cids[glyph]);
         }
-        const int encoding = objects.reserve();
-        objects.writeStream(encoding, encodingEntries(), encodingMap(layerCids));
-        const int toUnicode = objects.reserve();
-        objects.writeStream(toUnicode, {}, toUnicodeMap(m_layers[index].texts));
+        const int encoding = writeMap(objects, encodingEntries(), encodingMap(layerCids));
+        const int toUnicode = writeMap(objects, {}, toUnicodeMap(m_layers[index].texts));
         const int number = objects.reserve();
         std::string syntax = "<</Type/Font/Subtype/Type0/BaseFont/" + name + "/Encoding ";
         appendReference(syntax, encoding);

@@ -55,6 +55,26 @@ bool FileInput::hasChanged() const
     return !readStamp(m_descriptor, now) || now != m_stamp;
 }
 
+std::size_t FileInput::readAt(qpdf_offset_t offset, char *destination, std::size_t length) const
+{
+    std::size_t have = 0;
+    while (have < length) {
+        const ssize_t got = ::pread(m_descriptor, destination + have, length - have,
+                                    offset + static_cast<qpdf_offset_t>(have));
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got < 0) {
+            throw std::system_error(errno, std::generic_category(), "read");
+        }
+        if (got == 0) {
+            break;
+        }
+        have += static_cast<std::size_t>(got);
+    }
+    return have;
+}
+
 const FileInput::Block &FileInput::blockAt(qpdf_offset_t offset)
 {
     const qpdf_offset_t number = offset / blockSize;
@@ -65,22 +85,8 @@ const FileInput::Block &FileInput::blockAt(qpdf_offset_t offset)
     }
     block.start = -1;
     block.bytes.resize(static_cast<std::size_t>(std::min(blockSize, m_stamp.size - start)));
-    std::size_t have = 0;
-    while (have < block.bytes.size()) {
-        const ssize_t got = ::pread(m_descriptor, block.bytes.data() + have, block.bytes.size() - have,
-                                    start + static_cast<qpdf_offset_t>(have));
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got < 0) {
-            throw std::system_error(errno, std::generic_category(), "read");
-        }
-        if (got == 0) { // The file has shrunk; what is gone reads as its end.
-            block.bytes.resize(have);
-            break;
-        }
-        have += static_cast<std::size_t>(got);
-    }
+    block.bytes.resize(
+        readAt(start, block.bytes.data(), block.bytes.size())); // Less when the file has shrunk.
     block.start = start;
     return block;
 }
@@ -89,6 +95,12 @@ size_t FileInput::read(char *destination, size_t length)
 {
     last_offset = m_position;
     std::size_t done = 0;
+    // The data of a large stream goes where it is wanted, past the blocks, which it would only push out.
+    if (length >= static_cast<std::size_t>(blockSize) && m_position < m_stamp.size) {
+        done = readAt(m_position, destination,
+                      std::min(length, static_cast<std::size_t>(m_stamp.size - m_position)));
+        m_position += static_cast<qpdf_offset_t>(done);
+    }
     while (done < length && m_position < m_stamp.size) {
         const Block &block = blockAt(m_position);
         const auto inBlock = static_cast<std::size_t>(m_position - block.start);

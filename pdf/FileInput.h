@@ -50,10 +50,12 @@ private:
 
     FileInput(int descriptor, const Stamp &stamp);
     static bool readStamp(int descriptor, Stamp &stamp);
+    /// Reads up to `length` bytes; fewer only where the file ends. Throws `std::system_error`.
+    std::size_t readAt(qpdf_offset_t offset, char *destination, std::size_t length) const;
     const Block &blockAt(qpdf_offset_t offset);
 
-    static constexpr qpdf_offset_t blockSize = 64 * 1024;
-    static constexpr std::size_t blockCount = 16;
+    static constexpr qpdf_offset_t blockSize = 16 * 1024;
+    static constexpr std::size_t blockCount = 64;
 
     int m_descriptor;
     Stamp m_stamp;

@@ -2,13 +2,12 @@
 
 #include "pdf/CffCharset.h"
 #include "pdf/Deflater.h"
+#include "pdf/RecentResults.h"
 
 #include <algorithm>
 #include <array>
 #include <harfbuzz/hb-subset.h>
 #include <harfbuzz/hb.h>
-#include <map>
-#include <mutex>
 
 namespace tallyfold::pdf {
 
@@ -100,24 +99,8 @@ std::shared_ptr<const FontProgram> subset(const std::shared_ptr<const FontFace> 
                                           const std::vector<std::uint32_t> &glyphs)
 {
     using Key = std::pair<std::shared_ptr<const FontFace>, std::vector<std::uint32_t>>;
-    static std::mutex mutex;
-    static std::map<Key, std::shared_ptr<const FontProgram>> remembered;
-    constexpr std::size_t mostRemembered = 64;
-
-    const Key key{face, glyphs};
-    {
-        const std::scoped_lock lock(mutex);
-        const auto known = remembered.find(key);
-        if (known != remembered.end()) {
-            return known->second;
-        }
-    }
-    std::shared_ptr<const FontProgram> made = makeSubset(*face, glyphs);
-    const std::scoped_lock lock(mutex);
-    if (remembered.size() >= mostRemembered) {
-        remembered.clear();
-    }
-    return remembered[key] = made;
+    static RecentResults<Key, std::shared_ptr<const FontProgram>> programs;
+    return programs.valueFor({face, glyphs}, [&] { return makeSubset(*face, glyphs); });
 }
 
 } // namespace tallyfold::pdf

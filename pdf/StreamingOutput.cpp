@@ -17,6 +17,14 @@ constexpr std::size_t bytesInAnObjectStream = 64 * 1024;
 /// An object of this size is better off on its own than unpacked with its neighbours.
 constexpr std::size_t largeObject = 32 * 1024;
 
+/// Smaller streams stay as they are: they would hardly get smaller, and building the codes takes longer than
+/// all else that is done to a page.
+constexpr std::size_t leastCompressed = 256;
+
+/// The same for streams of objects, of which a small file has one: half a kilobyte less is not worth a tenth
+/// of the time that the whole file takes.
+constexpr std::size_t leastCompressedObjects = 2048;
+
 /// Widths in bytes of the three columns of the cross-reference stream (PDF 1.7, 7.5.8.2).
 constexpr std::array<unsigned, 3> columns{1, 5, 2};
 constexpr unsigned rowLength = columns[0] + columns[1] + columns[2];
@@ -96,20 +104,22 @@ void StreamingOutput::flushObjectStream()
     head.append(m_gatheredSyntax);
     m_gathered.clear();
     m_gatheredSyntax.clear();
-    writeStream(streamNumber, entries, head);
+    if (head.size() < leastCompressedObjects) {
+        writeEncodedStream(streamNumber, entries, head);
+    } else {
+        writeStream(streamNumber, entries, head);
+    }
 }
 
 void StreamingOutput::writeStream(int number, std::string_view entries, std::string_view data)
 {
-    std::string compressedEntries(entries);
-    const std::string_view compressed = m_deflater.compress(data);
-    // A few bytes do not get smaller, and a reader is spared the unpacking.
-    if (compressed.size() + std::string_view("/Filter/FlateDecode").size() >= data.size()) {
+    if (data.size() < leastCompressed) {
         writeEncodedStream(number, entries, data);
         return;
     }
+    std::string compressedEntries(entries);
     compressedEntries.append("/Filter/FlateDecode");
-    writeEncodedStream(number, compressedEntries, compressed);
+    writeEncodedStream(number, compressedEntries, m_deflater.compress(data));
 }
 
 void StreamingOutput::putStreamHead(int number, std::string_view entries, std::string_view lengthSyntax)
@@ -191,11 +201,16 @@ void StreamingOutput::finish(int catalog)
         .append("><")
         .append(digest.constData())
         .append(">]");
-    // Neighbouring rows differ little: the PNG "up" predictor makes them compress well (PDF 1.7, 7.4.4.4).
-    entries.append("/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns ");
-    appendInteger(entries, rowLength);
-    entries.append(">>");
-    writeEncodedStream(number, entries, m_deflater.compress(withUpPredictor(rows, rowLength)));
+    if (rows.size() < leastCompressed) {
+        writeEncodedStream(number, entries, rows);
+    } else {
+        // Neighbouring rows differ little: the PNG "up" predictor makes them compress well
+        // (PDF 1.7, 7.4.4.4).
+        entries.append("/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns ");
+        appendInteger(entries, rowLength);
+        entries.append(">>");
+        writeEncodedStream(number, entries, m_deflater.compress(withUpPredictor(rows, rowLength)));
+    }
     std::string end = "startxref\n";
     appendInteger(end, static_cast<std::int64_t>(start));
     end.append("\n%%EOF\n");
