@@ -24,8 +24,6 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// For one page; an ordinary one takes a thousandth of it.
-constexpr std::chrono::seconds longestAnswer{5};
 constexpr std::size_t mostKept = 2;
 
 std::mutex keptMutex;
@@ -36,14 +34,16 @@ std::vector<std::unique_ptr<ReaderProcess>> &kept()
     return processes;
 }
 
-/// The reader lies beside the program.
-std::filesystem::path executable()
+} // namespace
+
+ReaderProcess::Program ReaderProcess::Program::installed()
 {
     std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "tallyfold-reader";
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    return {self.parent_path() / "tallyfold-reader", std::chrono::seconds(5)};
 }
 
-} // namespace
+ReaderProcess::ReaderProcess(Program program) : m_program(std::move(program)) {}
 
 std::unique_ptr<ReaderProcess> ReaderProcess::borrow()
 {
@@ -84,7 +84,7 @@ bool ReaderProcess::start()
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-    std::string path = executable().native();
+    std::string path = m_program.path.native();
     std::array<char *, 2> arguments{path.data(), nullptr};
     const int error =
         ::posix_spawn(&m_process, path.c_str(), &actions, &attributes, arguments.data(), environ);
@@ -119,7 +119,7 @@ bool ReaderProcess::ask(std::string_view request, int descriptor, std::string &a
         return false;
     }
     int unwanted = -1;
-    const auto deadline = std::chrono::steady_clock::now() + longestAnswer;
+    const auto deadline = std::chrono::steady_clock::now() + m_program.longestAnswer;
     if (ReaderMessages::send(m_socket, request, descriptor) &&
         ReaderMessages::receive(m_socket, answer, unwanted, deadline)) {
         if (unwanted >= 0) {

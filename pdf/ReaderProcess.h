@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,7 +17,17 @@ public:
     /// Keeps `process` for the next one who needs one.
     static void giveBack(std::unique_ptr<ReaderProcess> process);
 
-    ReaderProcess() = default;
+    /// The program that is run, and how long one of its answers may take.
+    struct Program {
+        std::filesystem::path path;
+        std::chrono::milliseconds longestAnswer;
+
+        /// The reader that lies beside this program. Five seconds for an answer, a thousand times what an
+        /// ordinary page takes.
+        [[nodiscard]] static Program installed();
+    };
+
+    explicit ReaderProcess(Program program = Program::installed());
     ~ReaderProcess();
     ReaderProcess(const ReaderProcess &) = delete;
     ReaderProcess &operator=(const ReaderProcess &) = delete;
@@ -28,6 +40,7 @@ private:
     bool start();
     void stop();
 
+    Program m_program;
     int m_socket = -1;
     int m_process = -1;
 };

@@ -1,0 +1,157 @@
+#include "core/SourceClassifier.h"
+#include "core/Stamper.h"
+#include "tests/support/Sample.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Tool.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <set>
+
+namespace tallyfold {
+
+namespace fs = std::filesystem;
+using tests::TemporaryFolder;
+
+namespace {
+
+/// A legend, the language (RFC 3066) for which a font has to be installed, and whether it runs from the
+/// right.
+struct Legend {
+    const char *name;
+    const char *language;
+    QString text;
+    bool isRightToLeft = false;
+};
+
+void PrintTo(const Legend &legend, std::ostream *out)
+{
+    *out << legend.name;
+}
+
+bool hasFontFor(const std::string &language)
+{
+    return !tests::runTool({"fc-list", ":lang=" + language, "file"}).output.empty();
+}
+
+fs::path stampedWith(const TemporaryFolder &folder, const StampSettings &settings, int pages = 1)
+{
+    tests::writeSample(folder / "a.pdf", pages);
+    const ProductionPlan plan({classify(folder / "a.pdf")}, settings);
+    fs::remove(folder / "copy.pdf");
+    Stamper::write(plan.files.front(), plan.settings, folder / "copy.pdf", {});
+    return folder / "copy.pdf";
+}
+
+fs::path stampedWith(const TemporaryFolder &folder, const QString &legend, int pages = 1)
+{
+    StampSettings settings;
+    settings.legend = legend;
+    return stampedWith(folder, settings, pages);
+}
+
+/// The lines that a tool prints, without the marks of direction that it sets around text from the right.
+std::set<std::string> linesOf(const std::string &printed)
+{
+    const std::string marks = "\u202a|\u202b|\u202c|\u202d|\u202e";
+    std::istringstream lines(std::regex_replace(printed, std::regex(marks), ""));
+    std::set<std::string> found;
+    for (std::string line; std::getline(lines, line);) {
+        found.insert(line);
+    }
+    return found;
+}
+
+class LegendText : public testing::TestWithParam<Legend> {};
+
+} // namespace
+
+TEST_P(LegendText, IsFoundByReaders)
+{
+    const Legend &legend = GetParam();
+    if (!hasFontFor(legend.language)) {
+        GTEST_SKIP() << "No font for the language " << legend.language << " is installed.";
+    }
+    const TemporaryFolder folder;
+    const fs::path copy = stampedWith(folder, legend.text);
+    const std::string expected = legend.text.toStdString();
+    EXPECT_EQ(tests::soundPages(copy), 1);
+    const std::string poppler = tests::runTool({"pdftotext", copy.string(), "-"}).output;
+    EXPECT_TRUE(linesOf(poppler).contains(expected)) << poppler;
+    if (!legend.isRightToLeft) { // mupdf gives such lines as they run on the page.
+        const std::string mupdf = tests::runTool({"mutool", "draw", "-q", "-F", "txt", copy.string()}).output;
+        EXPECT_TRUE(linesOf(mupdf).contains(expected)) << mupdf;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Scripts, LegendText,
+    testing::Values(Legend{"Kerning", "en", QStringLiteral("AVATAR Type. – “To” office affluent ffi fl")},
+                    Legend{"Accents", "en", QStringLiteral("naïve Ångström e\u0301cole Przyłębski")},
+                    Legend{"Greek", "el", QStringLiteral("Εμπιστευτικό έγγραφο")},
+                    Legend{"Cyrillic", "ru", QStringLiteral("Строго конфиденциально")},
+                    Legend{"Chinese", "zh-cn", QStringLiteral("机密文件 第 1 号")},
+                    Legend{"Japanese", "ja", QStringLiteral("秘密 カタカナ ひらがな")},
+                    Legend{"Korean", "ko", QStringLiteral("한국어 기밀")},
+                    Legend{"Devanagari", "hi", QStringLiteral("गोपनीय क्षत्रिय")},
+                    Legend{"Emoji", "en", QStringLiteral("🔒 locked")},
+                    Legend{"NoFontHasIt", "en", QStringLiteral("a\U0010fffdb")},
+                    Legend{"Arabic", "ar", QStringLiteral("سري للغاية"), true},
+                    Legend{"Hebrew", "he", QStringLiteral("סודי ביותר"), true}),
+    [](const testing::TestParamInfo<Legend> &legend) { return std::string(legend.param.name); });
+
+TEST(StampText, ThaiIsFoundByPoppler)
+{
+    if (!hasFontFor("th")) {
+        GTEST_SKIP() << "No Thai font is installed.";
+    }
+    const TemporaryFolder folder;
+    const fs::path copy = stampedWith(folder, QStringLiteral("ลับสุดยอดกำ"));
+    EXPECT_TRUE(linesOf(tests::runTool({"pdftotext", copy.string(), "-"}).output).contains("ลับสุดยอดกำ"));
+}
+
+TEST(StampText, TheFontsOfTheFormAreThere)
+{
+    for (const char *font : {"Helvetica", "Helvetica-Bold", "Times-Roman", "Times-Bold", "Courier",
+                             "Courier-Bold", "ArialMT", "Arial-BoldMT", "NoSuchFontAnywhere"}) {
+        const TemporaryFolder folder;
+        StampSettings settings;
+        settings.fontName = QString::fromLatin1(font);
+        const fs::path copy = stampedWith(folder, settings);
+        EXPECT_NE(tests::textOfPage(copy, 1).find("ABC000001"), std::string::npos) << font;
+        const std::string fonts = tests::runTool({"pdffonts", copy.string()}).output;
+        EXPECT_TRUE(std::regex_search(fonts, std::regex("[A-Z]{6}\\+\\S+ +CID.* yes +yes +yes "))) << fonts;
+    }
+}
+
+TEST(StampText, AFontIsEmbeddedOnceAndCutDown)
+{
+    const TemporaryFolder folder;
+    const fs::path one = stampedWith(folder, QStringLiteral("CONFIDENTIAL"), 1);
+    const auto sizeOfOne = fs::file_size(one);
+    const fs::path many = stampedWith(folder, QStringLiteral("CONFIDENTIAL"), 40);
+    const auto sizeOfSource = fs::file_size(folder / "a.pdf");
+    const std::string fonts = tests::runTool({"pdffonts", many.string()}).output;
+    const std::regex embedded("[A-Z]{6}\\+");
+    EXPECT_EQ(
+        std::distance(std::sregex_iterator(fonts.begin(), fonts.end(), embedded), std::sregex_iterator()), 1)
+        << fonts;
+    EXPECT_LT(sizeOfOne, 8'000U);
+    EXPECT_LT(fs::file_size(many), sizeOfSource + 40 * 400U);
+}
+
+TEST(StampText, FilesThatDifferInTheirNumbersHaveTheSameFont)
+{
+    const TemporaryFolder folder;
+    const auto nameOfFont = [&](std::int64_t start) {
+        StampSettings settings;
+        settings.startNumber = start;
+        const std::string fonts = tests::runTool({"pdffonts", stampedWith(folder, settings).string()}).output;
+        std::smatch match;
+        return std::regex_search(fonts, match, std::regex("[A-Z]{6}\\+\\S+")) ? match.str() : fonts;
+    };
+    EXPECT_EQ(nameOfFont(1), nameOfFont(987'654));
+}
+
+} // namespace tallyfold
