@@ -34,8 +34,10 @@ std::vector<QPDFObjectHandle> contentStreams(Document &document, const QPDFObjec
 std::string joinedContent(const std::vector<QPDFObjectHandle> &streams)
 {
     std::string content;
-    RawStream pipe([&content](std::string_view bytes) {
+    bool isTooLong = false;
+    RawStream pipe([&](std::string_view bytes) {
         if (content.size() + bytes.size() > largestContent) {
+            isTooLong = true; // The parser swallows what its pipeline throws, but stops.
             throw std::length_error("page content");
         }
         content.append(bytes);
@@ -43,8 +45,8 @@ std::string joinedContent(const std::vector<QPDFObjectHandle> &streams)
     for (QPDFObjectHandle stream : streams) {
         stream.pipeStreamData(&pipe, 0, qpdf_dl_specialized, true, false);
         content.push_back('\n');
-        if (content.size() >= largestContent) {
-            throw std::length_error("page content"); // The parser swallows what its pipeline throws.
+        if (isTooLong) {
+            throw std::length_error("page content");
         }
     }
     return content;
