@@ -9,7 +9,7 @@ const QString settingsKey = QStringLiteral("settings");
 } // namespace
 
 SettingsStore::SettingsStore()
-    : m_settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Tallyfold"),
+    : m_settings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Tallyfold"),
                  QStringLiteral("Tallyfold"))
 {
     m_settings.setFallbacksEnabled(false); // What another user or the system set is not the user's.

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Holds the sources to the layers: who may include whom, and which libraries each layer may name.
 
-Usage: check_sources.py ROOT QT_CORE_INCLUDE_FOLDER QT_GUI_INCLUDE_FOLDER
+Usage: check_sources.py ROOT QT_INCLUDE_FOLDER, the one that QtCore is in
 Prints one line per fault and exits 1 when there is any.
 """
 import os
@@ -13,11 +13,12 @@ LAYERS = {
     "pdf": (("pdf",), r"Q\w+|qpdf/.+|harfbuzz/.+|fontconfig/.+|unicode/.+|poppler-.+|zlib\.h"),
     "core": (("pdf", "core"), r"Q\w+|unicode/.+"),
     "app": (("core", "app"), r"Q\w+"),
+    "window_support": (("window_support",), r"Q\w+"),
     "examples": (("pdf", "core", "examples"), r"Q\w+"),
     "fuzz": (("pdf", "core", "fuzz"), r"Q\w+"),
 }
-# Layers that may see Qt Gui besides Qt Core.
-WITH_QT_GUI = ("app",)
+# Parts of Qt that a layer may see besides Qt Core.
+FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets")}
 # Lower case words, perhaps in a folder of the system: <vector>, <cstdint>, <unistd.h>, <sys/stat.h>.
 STANDARD = re.compile(r"(sys/)?[a-z_0-9]+(\.h)?\Z")
 LIBRARIES = re.compile(r"zlib\.h\Z")
@@ -71,15 +72,18 @@ def sources_under(root):
 
 
 def main():
-    root, qt_core, qt_gui = sys.argv[1:]
-    core_headers = set(os.listdir(qt_core))
-    gui_headers = core_headers | set(os.listdir(qt_gui))
+    root, qt = sys.argv[1:]
+
+    def qt_headers(layer):
+        parts = ("QtCore", *FURTHER_QT.get(layer, ()))
+        return {name for part in parts for name in os.listdir(os.path.join(qt, part))}
+
     faults = []
     count = 0
     for path in sources_under(root):
         count += 1
         with open(os.path.join(root, path), encoding="utf-8") as file:
-            faults += faults_of(path, file.read(), gui_headers if path.split("/")[0] in WITH_QT_GUI else core_headers)
+            faults += faults_of(path, file.read(), qt_headers(path.split("/")[0]))
     print("\n".join(faults + [f"{count} sources, {len(faults)} faults"]))
     return 1 if faults or count == 0 else 0
 

@@ -1,0 +1,55 @@
+#include "window_support/LocalizedTitle.h"
+
+#include <QHash>
+
+namespace tallyfold {
+
+namespace {
+
+QString languageAlone(const QString &identifier)
+{
+    return identifier.section(u'-', 0, 0).section(u'_', 0, 0);
+}
+
+/// The module's tables, by language and title. English is the language of the titles themselves.
+const QHash<QString, QHash<QString, QString>> &tables()
+{
+    static const QHash<QString, QHash<QString, QString>> tables{
+        {QStringLiteral("de"),
+         {{QStringLiteral("Close Window"), QStringLiteral("Fenster schließen")},
+          {QStringLiteral("%1 Help"), QStringLiteral("%1-Hilfe")}}},
+        {QStringLiteral("es"),
+         {{QStringLiteral("Close Window"), QStringLiteral("Cerrar ventana")},
+          {QStringLiteral("%1 Help"), QStringLiteral("Ayuda de %1")}}},
+        {QStringLiteral("fr"),
+         {{QStringLiteral("Close Window"), QStringLiteral("Fermer la fenêtre")},
+          {QStringLiteral("%1 Help"), QStringLiteral("Aide %1")}}}};
+    return tables;
+}
+
+} // namespace
+
+QString applicationLanguage(const QStringList &available, const QStringList &preferred)
+{
+    if (available.isEmpty()) {
+        return preferred.isEmpty() ? QStringLiteral("Base") : languageAlone(preferred.first());
+    }
+    for (const QString &wanted : preferred) {
+        if (available.contains(wanted)) {
+            return wanted;
+        }
+        if (available.contains(languageAlone(wanted))) {
+            return languageAlone(wanted);
+        }
+    }
+    return available.first();
+}
+
+QString localizedTitle(const QString &title, const QString &language)
+{
+    const auto exact = tables().constFind(language);
+    const auto table = exact == tables().constEnd() ? tables().constFind(languageAlone(language)) : exact;
+    return table == tables().constEnd() ? title : table->value(title, title);
+}
+
+} // namespace tallyfold
