@@ -15,10 +15,10 @@ using pdf::uninterrupted;
 
 namespace {
 
-std::string temporaryName()
+std::string temporaryName(const char *ending)
 {
     return ".tallyfold-" + QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper().toStdString() +
-           ".pdf";
+           ending;
 }
 
 } // namespace
@@ -49,48 +49,70 @@ void OutputFolder::remove(const std::string &name) const
     (void)uninterrupted([&] { return m_calls.unlink(m_descriptor, name.c_str()); });
 }
 
-OutputFolder::TemporaryFile::TemporaryFile(const OutputFolder &folder)
-    : m_folder(&folder), m_name(temporaryName())
+OutputFolder::HiddenFile::HiddenFile(const OutputFolder &folder, const char *ending, std::error_code &error)
+    : m_folder(&folder),
+      m_name(temporaryName(ending)),
+      m_sink(pdf::FileSink::create(folder.m_descriptor, m_name, folder.m_calls, error))
 {
-    std::error_code ignored;
-    m_sink = pdf::FileSink::create(folder.m_descriptor, m_name, folder.m_calls, ignored);
-    if (!m_sink) {
-        throw StampError::cannotWrite(QString::fromStdString(m_name));
-    }
 }
 
-OutputFolder::TemporaryFile::~TemporaryFile()
+OutputFolder::HiddenFile::~HiddenFile()
 {
-    if (!m_isPublished) {
+    if (m_sink && !m_isPublished) {
         m_sink.reset();
         m_folder->remove(m_name);
     }
 }
 
-pdf::ByteSink &OutputFolder::TemporaryFile::sink()
+const std::string &OutputFolder::HiddenFile::name() const
+{
+    return m_name;
+}
+
+pdf::ByteSink &OutputFolder::HiddenFile::sink()
 {
     return *m_sink;
 }
 
+std::error_code OutputFolder::HiddenFile::publish(const QString &name)
+{
+    if (!m_sink->flushToDisk()) {
+        return m_sink->failure();
+    }
+    const int error =
+        ExclusiveMove::move(m_folder->m_calls, m_folder->m_descriptor, m_name, name.toStdString());
+    m_isPublished = error == 0;
+    return {error, std::generic_category()};
+}
+
+OutputFolder::TemporaryFile::TemporaryFile(const OutputFolder &folder) : m_file(folder, ".pdf", m_error)
+{
+    if (m_error) {
+        throw StampError::cannotWrite(QString::fromStdString(m_file.name()));
+    }
+}
+
+pdf::ByteSink &OutputFolder::TemporaryFile::sink()
+{
+    return m_file.sink();
+}
+
 bool OutputFolder::TemporaryFile::publish(const QString &name)
 {
-    m_isPublished = m_sink->flushToDisk() && ExclusiveMove::move(m_folder->m_calls, m_folder->m_descriptor,
-                                                                 m_name, name.toStdString()) == 0;
-    return m_isPublished;
+    return !m_file.publish(name);
 }
 
 void OutputFolder::writeNewFile(const QString &name, const QByteArray &contents) const
 {
-    const std::string fileName = name.toStdString();
     std::error_code error;
-    const std::unique_ptr<pdf::FileSink> sink = pdf::FileSink::create(m_descriptor, fileName, m_calls, error);
-    if (!sink) {
+    HiddenFile file(*this, ".csv", error);
+    if (error) {
         throw FileError{name, error};
     }
-    if (!sink->write(std::span(contents.constData(), static_cast<std::size_t>(contents.size()))) ||
-        !sink->flushToDisk()) {
-        remove(fileName);
-        throw FileError{name, sink->failure()};
+    // What fails in writing fails again in publishing, with its reason.
+    (void)file.sink().write(std::span(contents.constData(), static_cast<std::size_t>(contents.size())));
+    if ((error = file.publish(name))) {
+        throw FileError{name, error};
     }
 }
 

@@ -28,21 +28,24 @@ public:
     OutputFolder(const OutputFolder &) = delete;
     OutputFolder &operator=(const OutputFolder &) = delete;
 
-    /// A hidden file of a random name in which a copy is made before it gets its own name. Removed with this
-    /// object when it was not published; a removal that fails is passed over.
-    class TemporaryFile {
+    /// A hidden file of a random name in which something is made before it gets its own name, so that only
+    /// what is whole ever has one, whatever happens on the way. Removed with this object when it was not
+    /// published; a removal that fails is passed over.
+    class HiddenFile {
     public:
-        /// Throws `StampError` `cannotWrite` with the file's name when it cannot be made.
-        explicit TemporaryFile(const OutputFolder &folder);
-        ~TemporaryFile();
-        TemporaryFile(const TemporaryFile &) = delete;
-        TemporaryFile &operator=(const TemporaryFile &) = delete;
+        /// `ending` is the last part of its name. `error` says why it could not be made; nothing may be
+        /// written then.
+        HiddenFile(const OutputFolder &folder, const char *ending, std::error_code &error);
+        ~HiddenFile();
+        HiddenFile(const HiddenFile &) = delete;
+        HiddenFile &operator=(const HiddenFile &) = delete;
 
+        [[nodiscard]] const std::string &name() const;
         [[nodiscard]] pdf::ByteSink &sink();
 
-        /// Brings the file to the disk and then gives it the name `name`; false when either fails, or when
-        /// there is something of that name.
-        [[nodiscard]] bool publish(const QString &name);
+        /// Brings the file to the disk and then gives it the name `name`. What kept it from that, which may
+        /// be that there is something of that name.
+        [[nodiscard]] std::error_code publish(const QString &name);
 
     private:
         const OutputFolder *m_folder;
@@ -51,8 +54,24 @@ public:
         bool m_isPublished = false;
     };
 
+    /// The hidden file of a copy.
+    class TemporaryFile {
+    public:
+        /// Throws `StampError` `cannotWrite` with the file's name when it cannot be made.
+        explicit TemporaryFile(const OutputFolder &folder);
+
+        [[nodiscard]] pdf::ByteSink &sink();
+
+        /// As of `HiddenFile`; false when it failed.
+        [[nodiscard]] bool publish(const QString &name);
+
+    private:
+        std::error_code m_error;
+        HiddenFile m_file;
+    };
+
     /// Writes `contents` into a new file called `name` and brings it to the disk. Throws `FileError`, and
-    /// removes what was written, when that fails; a file of that name is such a failure.
+    /// leaves nothing, when that fails; a file of that name is such a failure.
     void writeNewFile(const QString &name, const QByteArray &contents) const;
 
     /// Brings the names given so far to the disk. Throws `FileError` with the name "." when that fails.

@@ -285,7 +285,7 @@ TEST(ProductionFault, TheIndexComesAfterTheNamesOfTheCopiesAreOnTheDisk)
         }
     }
     EXPECT_EQ(order, (std::vector<std::string>{"rename a.pdf", "rename b.pdf", "rename c.pdf", "sync ",
-                                               std::string("open ") + indexName, "sync "}));
+                                               std::string("rename ") + indexName, "sync "}));
 }
 
 TEST(ProductionFault, StoppingBringsTheNamesOfTheFinishedCopiesToTheDisk)
