@@ -15,7 +15,7 @@ LAYERS = {
     "app": (("core", "app"), r"Q\w+"),
     "window_support": (("window_support",), r"Q\w+"),
     "examples": (("pdf", "core", "examples"), r"Q\w+"),
-    "fuzz": (("pdf", "core", "fuzz"), r"Q\w+"),
+    "fuzz": (("pdf", "core", "app", "fuzz"), r"Q\w+"),
 }
 # Parts of Qt that a layer may see besides Qt Core.
 FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets")}
