@@ -14,14 +14,23 @@ namespace tallyfold {
 Translations::Translations()
 {
     initResources();
-    if (m_english.load(QStringLiteral(":/translations/tallyfold_en.qm"))) {
-        QCoreApplication::installTranslator(&m_english);
-    }
+    install(m_plurals, QStringLiteral("tallyfold_en"));
+#ifndef Q_OS_MACOS // The keys call things what they are called there.
+    install(m_desktop, QStringLiteral("tallyfold_en_desktop"));
+#endif
 }
 
 Translations::~Translations()
 {
-    QCoreApplication::removeTranslator(&m_english);
+    QCoreApplication::removeTranslator(&m_desktop);
+    QCoreApplication::removeTranslator(&m_plurals);
+}
+
+void Translations::install(QTranslator &translator, const QString &name)
+{
+    if (translator.load(QStringLiteral(":/translations/") + name + QStringLiteral(".qm"))) {
+        QCoreApplication::installTranslator(&translator);
+    }
 }
 
 } // namespace tallyfold

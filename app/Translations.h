@@ -4,8 +4,8 @@
 
 namespace tallyfold {
 
-/// The texts that are not their own key: the words for one of something. Installed as long as this lives, for
-/// the application that exists then.
+/// The texts that are not their own key: the words for one of something, and what this desktop calls things
+/// of another one. Installed as long as this lives, for the application that exists then.
 class Translations {
 public:
     Translations();
@@ -14,7 +14,10 @@ public:
     Translations &operator=(const Translations &) = delete;
 
 private:
-    QTranslator m_english;
+    void install(QTranslator &translator, const QString &name);
+
+    QTranslator m_plurals;
+    QTranslator m_desktop;
 };
 
 } // namespace tallyfold

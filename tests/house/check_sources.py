@@ -14,11 +14,13 @@ LAYERS = {
     "core": (("pdf", "core"), r"Q\w+|unicode/.+"),
     "app": (("core", "app"), r"Q\w+"),
     "window_support": (("window_support",), r"Q\w+"),
+    "ui": (("core", "app", "window_support", "ui"), r"Q\w+"),
     "examples": (("pdf", "core", "examples"), r"Q\w+"),
     "fuzz": (("pdf", "core", "app", "fuzz"), r"Q\w+"),
 }
 # Parts of Qt that a layer may see besides Qt Core.
-FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets")}
+FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets"),
+              "ui": ("QtGui", "QtWidgets")}
 # Lower case words, perhaps in a folder of the system: <vector>, <cstdint>, <unistd.h>, <sys/stat.h>.
 STANDARD = re.compile(r"(sys/)?[a-z_0-9]+(\.h)?\Z")
 LIBRARIES = re.compile(r"zlib\.h\Z")

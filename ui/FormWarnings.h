@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/ProductionPlan.h"
+#include "core/StampSettings.h"
+
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace tallyfold {
+
+/// A warning of the form, and the change of the settings that mends it.
+struct FormWarning {
+    QString text;
+    QString action; ///< Title of the button that mends it.
+    std::function<void(StampSettings &)> mend;
+};
+
+/// Numbers that outgrow their digits.
+[[nodiscard]] std::optional<FormWarning> digitsWarning(const ProductionPlan &plan,
+                                                       const StampSettings &settings);
+/// Earlier numbers that the white box would cover.
+[[nodiscard]] std::optional<FormWarning> earlierNumberWarning(const ProductionPlan &plan,
+                                                              const StampSettings &settings);
+/// Files of a single page, which is their cover.
+[[nodiscard]] std::optional<FormWarning> singlePageWarning(const ProductionPlan &plan,
+                                                           const StampSettings &settings);
+
+} // namespace tallyfold
