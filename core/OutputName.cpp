@@ -42,7 +42,7 @@ QString cleanedFileName(const QString &name)
 QString outputName(const QString &sourceName, const std::optional<NumberRange> &range, OutputNaming naming,
                    const BatesFormatter &bates)
 {
-    const QString base = cleanedFileName(sourceName);
+    QString base = cleanedFileName(sourceName);
     if (!range) {
         return base;
     }

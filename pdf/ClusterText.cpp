@@ -1,8 +1,6 @@
 #include "pdf/ClusterText.h"
 
-#include <algorithm>
-#include <cstdlib>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace tallyfold::pdf {
@@ -26,44 +24,16 @@ std::vector<std::u16string_view> charactersOf(std::u16string_view text)
 
 void shareText(std::u16string_view text, TextDirection direction, std::span<PlacedGlyph> glyphs)
 {
-    static const int rtlMode = std::getenv("RTLMODE") ? atoi(std::getenv("RTLMODE")) : 0;
-    static const int ltrMode = std::getenv("LTRMODE") ? atoi(std::getenv("LTRMODE")) : 0;
-    if (glyphs.size() == 1 && direction == TextDirection::leftToRight) {
-        glyphs.front().text = text;
-        return;
-    }
     const std::vector<std::u16string_view> characters = charactersOf(text);
-    if (direction == TextDirection::leftToRight) {
-        if (ltrMode == 1) {
-            glyphs.front().text = text;
-            return;
-        }
-        std::size_t next = 0;
-        for (std::size_t i = 0; i < glyphs.size() && next < characters.size(); ++i) {
-            std::size_t take =
-                i == 0 && characters.size() > glyphs.size() ? characters.size() - glyphs.size() + 1 : 1;
-            while (take-- > 0)
-                glyphs[i].text.append(characters[next++]);
-        }
-    } else {
-        const auto put = [&](PlacedGlyph &g, std::size_t from, std::size_t n) {
-            if (rtlMode & 1)
-                for (std::size_t k = n; k > 0; --k)
-                    g.text.append(characters[from + k - 1]);
-            else
-                for (std::size_t k = 0; k < n; ++k)
-                    g.text.append(characters[from + k]);
-        };
-        if (rtlMode & 2) {
-            put(glyphs.back(), 0, characters.size());
-            return;
-        }
-        std::size_t next = 0;
-        for (std::size_t i = 0; i < glyphs.size() && next < characters.size(); ++i) {
-            std::size_t take =
-                i == 0 && characters.size() > glyphs.size() ? characters.size() - glyphs.size() + 1 : 1;
-            put(glyphs[glyphs.size() - 1 - i], next, take);
-            next += take;
+    std::size_t next = 0;
+    for (std::size_t place = 0; place < glyphs.size() && next < characters.size(); ++place) {
+        // The first glyph as the text is read shows what is left over when each of the others has one.
+        const bool isFirst = place == 0 && characters.size() > glyphs.size();
+        const std::size_t end = next + (isFirst ? characters.size() - glyphs.size() + 1 : 1);
+        PlacedGlyph &glyph =
+            glyphs[direction == TextDirection::leftToRight ? place : glyphs.size() - 1 - place];
+        for (; next < end; ++next) {
+            glyph.text.append(characters[next]);
         }
     }
 }
