@@ -117,6 +117,39 @@ void Document::release(const QPDFObjectHandle &reference)
     m_parts->parser->replaceObject(id, QPDFObjectHandle::newNull());
 }
 
+std::optional<std::string_view> Document::dataInFile(const QPDFObjectHandle &stream,
+                                                     std::string &buffer) const
+{
+    QPDFObjectHandle handle = stream;
+    QPDFObjectHandle length = handle.getDict().getKey("/Length");
+    const qpdf_offset_t start = handle.getParsedOffset();
+    const long long size = length.isInteger() ? length.getIntValue() : 0;
+    constexpr long long before = 8; // "stream" and the end of its line (PDF 1.7, 7.3.8.1).
+    constexpr long long after = 11; // Perhaps an end of line, then "endstream".
+    if (m_parts->isEncrypted || start < before || size < 1 || size > m_parts->input->size() - start) {
+        return std::nullopt;
+    }
+    const auto wanted = static_cast<std::size_t>(before + size + after);
+    if (buffer.size() < wanted) {
+        buffer.resize(wanted);
+    }
+    const std::size_t got = m_parts->input->readAt(start - before, buffer.data(), wanted);
+    const std::string_view read = std::string_view(buffer).substr(0, got);
+    const std::string_view data = read.substr(before).substr(0, static_cast<std::size_t>(size));
+    std::string_view head = read.substr(0, before);
+    std::string_view tail = read.substr(std::min(static_cast<std::size_t>(before + size), got));
+    while (!head.empty() && (head.back() == '\r' || head.back() == '\n')) {
+        head.remove_suffix(1);
+    }
+    for (const char lineEnd : {'\r', '\n'}) {
+        if (tail.starts_with(lineEnd)) {
+            tail.remove_prefix(1);
+        }
+    }
+    const bool isThere = head.size() < before && head.ends_with("stream") && tail.starts_with("endstream");
+    return isThere ? std::optional(data) : std::nullopt;
+}
+
 QPDFObjectHandle Document::fetch(const QPDFObjectHandle &reference)
 {
     const QPDFObjGen id = reference.getObjGen();

@@ -3,6 +3,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <variant>
 
 #include <qpdf/QPDF.hh>
@@ -52,6 +55,12 @@ public:
     /// anew where it was released. What may have been released must be reached through `fetch`.
     void release(const QPDFObjectHandle &reference);
     [[nodiscard]] QPDFObjectHandle fetch(const QPDFObjectHandle &reference);
+
+    /// The data of `stream` as it lies in the file, still encoded, read in one go into `buffer`; nothing when
+    /// it does not lie there as its dictionary says, or is encrypted, and has to be asked of the parser.
+    /// Throws `std::system_error`.
+    [[nodiscard]] std::optional<std::string_view> dataInFile(const QPDFObjectHandle &stream,
+                                                             std::string &buffer) const;
 
 private:
     struct Parts;

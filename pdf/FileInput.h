@@ -31,6 +31,10 @@ public:
     size_t read(char *destination, size_t length) override;
     void unreadCh(char ch) override;
 
+    /// Reads up to `length` bytes at `offset`, whatever was read before; fewer only where the file ends.
+    /// Throws `std::system_error`.
+    std::size_t readAt(qpdf_offset_t offset, char *destination, std::size_t length) const;
+
     /// Length of the file in bytes when it was opened.
     [[nodiscard]] qpdf_offset_t size() const;
     /// Whether size, modification or change time differ from what they were at opening.
@@ -50,8 +54,6 @@ private:
 
     FileInput(int descriptor, const Stamp &stamp);
     static bool readStamp(int descriptor, Stamp &stamp);
-    /// Reads up to `length` bytes; fewer only where the file ends. Throws `std::system_error`.
-    std::size_t readAt(qpdf_offset_t offset, char *destination, std::size_t length) const;
     const Block &blockAt(qpdf_offset_t offset);
 
     static constexpr qpdf_offset_t blockSize = 16 * 1024;

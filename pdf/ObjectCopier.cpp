@@ -223,8 +223,23 @@ void ObjectCopier::appendWithoutFirst(std::string &out, const QPDFObjectHandle &
     out.push_back(']');
 }
 
+std::optional<std::string_view> ObjectCopier::heldInFile(const QPDFObjectHandle &stream)
+{
+    QPDFObjectHandle length = QPDFObjectHandle(stream).getDict().getKey("/Length");
+    const long long size = length.isInteger() ? length.getIntValue() : 0;
+    // Small data is in the parser's blocks already, and large data is not held at all.
+    constexpr long long leastSize = 16 * 1024;
+    return size >= leastSize && size <= static_cast<long long>(largestHeldStream)
+               ? m_source->dataInFile(stream, m_data)
+               : std::nullopt;
+}
+
 void ObjectCopier::writeStreamData(int number, std::string_view entries, const QPDFObjectHandle &stream)
 {
+    if (const auto data = heldInFile(stream)) {
+        m_output->writeEncodedStream(number, entries, *data);
+        return;
+    }
     m_data.clear();
     bool isBegun = false;
     RawStream pipe([&](std::string_view bytes) {

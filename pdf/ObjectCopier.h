@@ -9,6 +9,7 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -63,6 +64,7 @@ private:
     void appendDirect(std::string &out, QPDFObjectHandle value);
     void appendResourcesEntry(std::string &out, const QPDFObjectHandle &value);
     void appendWithoutFirst(std::string &out, const QPDFObjectHandle &array);
+    std::optional<std::string_view> heldInFile(const QPDFObjectHandle &stream);
     void write(const Pending &pending);
 
     Document *m_source;

@@ -1,7 +1,7 @@
 #include "pdf/Document.h"
 
 #include "pdf/PageTree.h"
-#include "tests/support/PdfBuilder.h"
+#include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -112,6 +112,60 @@ TEST(Document, AReleasedObjectIsReadAnewWhenFetched)
     document->release(page);
     EXPECT_TRUE(page.isNull());
     EXPECT_TRUE(document->fetch(page).getKey("/MediaBox").isArray());
+}
+
+TEST(Document, DataOfAStreamIsFoundInTheFile)
+{
+    const TemporaryFolder folder;
+    const std::string data = std::string(30'000, 'd') + "endstream" + std::string(30'000, 'e');
+    for (const char *lineEnd : {"\n", "\r\n"}) {
+        PdfBuilder builder;
+        const int stream = builder.add("<</Length " + std::to_string(data.size()) + ">>stream" + lineEnd +
+                                       data + lineEnd + "endstream");
+        builder.addPage("");
+        const auto document = opened(folder, builder.file());
+        ASSERT_TRUE(document);
+        std::string buffer;
+        EXPECT_EQ(document->dataInFile(document->parsed().getObject(stream, 0), buffer), data);
+    }
+}
+
+TEST(Document, DataIsNeverOtherThanTheParsers)
+{
+    const TemporaryFolder folder;
+    for (const int length : {29'999, 30'001, 5, 0, 2'000'000'000}) {
+        PdfBuilder builder;
+        const int stream = builder.add("<</Length " + std::to_string(length) + ">>stream\n" +
+                                       std::string(30'000, 'd') + "\nendstream");
+        builder.addPage("");
+        const auto document = opened(folder, builder.file());
+        ASSERT_TRUE(document);
+        QPDFObjectHandle handle = document->parsed().getObject(stream, 0);
+        std::string buffer;
+        const auto found = document->dataInFile(handle, buffer);
+        const auto parsed = handle.getRawStreamData();
+        const std::string_view whole(reinterpret_cast<const char *>(parsed->getBuffer()), parsed->getSize());
+        EXPECT_TRUE(!found || *found == whole) << length;
+        EXPECT_EQ(found.has_value(), length == 30'001) << length; // That takes in the end of the line.
+    }
+}
+
+TEST(Document, DataOfAnEncryptedFileIsLeftToTheParser)
+{
+    const TemporaryFolder folder;
+    PdfBuilder builder;
+    const int content = builder.addStream("", std::string(30'000, ' '));
+    builder.addPage("/MediaBox[0 0 9 9]/Contents " + reference(content));
+    writeFile(folder / "plain.pdf", builder.file());
+    tests::encrypt(folder / "plain.pdf", folder / "file.pdf", "'' '' 256");
+    Document::Opened result = Document::open(folder / "file.pdf");
+    ASSERT_TRUE(std::holds_alternative<std::unique_ptr<Document>>(result));
+    Document &document = *std::get<std::unique_ptr<Document>>(result);
+    PageTree tree(document);
+    const auto page = tree.next();
+    ASSERT_TRUE(page);
+    std::string buffer;
+    EXPECT_FALSE(document.dataInFile(QPDFObjectHandle(page->dictionary).getKey("/Contents"), buffer));
 }
 
 TEST(PageTree, PagesInheritWhatTheyDoNotSayThemselves)
