@@ -56,8 +56,8 @@ private:
     static bool readStamp(int descriptor, Stamp &stamp);
     const Block &blockAt(qpdf_offset_t offset);
 
-    static constexpr qpdf_offset_t blockSize = 16 * 1024;
-    static constexpr std::size_t blockCount = 64;
+    static constexpr qpdf_offset_t blockSize = 8 * 1024;
+    static constexpr std::size_t blockCount = 128;
 
     int m_descriptor;
     Stamp m_stamp;
