@@ -4,7 +4,9 @@
 Usage: run_bench.py [--produce PROGRAM] [--scale FRACTION] [--rounds N] [--peer-rounds N] [--memory FOLDER] [--disk FOLDER]
                     [--only WORKLOAD]... [--write-results]
 
-Everything runs on one core. The best of the rounds counts, and ratios are of one run, for what else the machine does
+The peers look at every file before the first is written, keep the page's content apart, put a white box and text in an
+embedded font on it, compress what they write, bring each copy to the disk and give it its name without replacing
+anything, as Tallyfold does. Everything runs on one core. The best of the rounds counts, and ratios are of one run, for what else the machine does
 changes from minute to minute. Peers that are missing are named with the Debian package that has them. --write-results
 puts the table into results.md beside this file.
 """

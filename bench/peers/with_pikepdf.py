@@ -9,6 +9,7 @@ import sys
 import pikepdf
 from pikepdf import Array, Dictionary, Name, Pdf
 
+from publishing import publish
 
 FIRST, LAST = 32, 90
 WIDTH = 600  # Only for what is laid out by it, and nothing is.
@@ -38,11 +39,25 @@ def stamp(source, target, number, program):
             page.add_resource(font, Name.Font, Name.Stamp, replace_existing=False)
             number += 1
         pdf.save(target, object_stream_mode=pikepdf.ObjectStreamMode.generate)
-    return number
+
+
+def plan(paths, folder):
+    """As a production has to: every file is looked at, and nothing is written before all are known to be all right."""
+    first = {}
+    number = 1
+    for path in paths:
+        with Pdf.open(path) as pdf:
+            if pdf.is_encrypted or os.path.lexists(os.path.join(folder, os.path.basename(path))):
+                sys.exit(f"{path} cannot be stamped")
+            first[path] = number
+            number += len(pdf.pages)
+    return first
 
 
 with open(sys.argv[1], "rb") as file:
     program = file.read()
-number = 1
-for path in sys.argv[3:]:
-    number = stamp(path, os.path.join(sys.argv[2], os.path.basename(path)), number, program)
+folder = sys.argv[2]
+for path, number in plan(sys.argv[3:], folder).items():
+    hidden = os.path.join(folder, ".hidden.pdf")
+    stamp(path, hidden, number, program)
+    publish(hidden, os.path.join(folder, os.path.basename(path)))
