@@ -1,4 +1,4 @@
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui Network Svg Widgets)
 find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)
 find_package(ZLIB REQUIRED)

@@ -47,5 +47,29 @@
         <source>This file isn’t a PDF that macOS can open. It will be skipped and listed in the index.</source>
         <translation>This file isn’t a PDF that this computer can open. It will be skipped and listed in the index.</translation>
     </message>
+    <message>
+        <source>Stamped copies and a production index go to a folder you choose; nothing is replaced, and nothing leaves this Mac.</source>
+        <translation>Stamped copies and a production index go to a folder you choose; nothing is replaced, and nothing leaves this computer.</translation>
+    </message>
+    <message>
+        <source>%1 keeps only your settings and presets, in its preferences on this Mac. Your PDFs are read where they are and nothing is uploaded.</source>
+        <translation>%1 keeps only your settings and presets, in its preferences on this computer. Your PDFs are read where they are and nothing is uploaded.</translation>
+    </message>
+    <message>
+        <source>Show Original in Finder</source>
+        <translation>Show Original in File Manager</translation>
+    </message>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Show in File Manager</translation>
+    </message>
+    <message>
+        <source>Write the stamped copies (⌘Return)</source>
+        <translation>Write the stamped copies (Ctrl+Return)</translation>
+    </message>
+    <message>
+        <source>Add PDFs or folders (⌘O)</source>
+        <translation>Add PDFs or folders (Ctrl+O)</translation>
+    </message>
 </context>
 </TS>

@@ -20,7 +20,7 @@ LAYERS = {
 }
 # Parts of Qt that a layer may see besides Qt Core.
 FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets"),
-              "ui": ("QtGui", "QtNetwork", "QtWidgets")}
+              "ui": ("QtDBus", "QtGui", "QtNetwork", "QtSvg", "QtWidgets")}
 # Lower case words, perhaps in a folder of the system: <vector>, <cstdint>, <unistd.h>, <sys/stat.h>.
 STANDARD = re.compile(r"(sys/)?[a-z_0-9]+(\.h)?\Z")
 LIBRARIES = re.compile(r"zlib\.h\Z")

@@ -1,4 +1,4 @@
-#include "ui/FormWarnings.h"
+#include "ui/text/FormWarnings.h"
 
 #include "tests/ui/Plans.h"
 

@@ -1,4 +1,4 @@
-#include "ui/HelpTopics.h"
+#include "ui/text/HelpTopics.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ui/Messages.h"
+#include "ui/text/Messages.h"
 
 #include <gtest/gtest.h>
 

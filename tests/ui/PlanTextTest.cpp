@@ -1,4 +1,4 @@
-#include "ui/PlanText.h"
+#include "ui/text/PlanText.h"
 
 #include "tests/ui/Plans.h"
 

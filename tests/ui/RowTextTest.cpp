@@ -1,4 +1,4 @@
-#include "ui/RowText.h"
+#include "ui/text/RowText.h"
 
 #include "tests/ui/Plans.h"
 

@@ -1,4 +1,4 @@
-#include "ui/Titles.h"
+#include "ui/text/Titles.h"
 
 #include <gtest/gtest.h>
 

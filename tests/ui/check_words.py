@@ -9,18 +9,20 @@ import os
 import re
 import sys
 
-FOREIGN = re.compile(r"Finder|Preview|macOS|this Mac|⌘|Dock\b")
+# A preview is a thing of ours; Preview is another desktop's program.
+FOREIGN = re.compile(r"Finder|in Preview\b|Preview asks|macOS|this Mac|⌘|Dock\b")
 KEY = re.compile(r'QT_TRANSLATE_NOOP\(\s*"Words",\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\)')
 MESSAGE = re.compile(r"<message>\s*<source>(.*?)</source>\s*<translation>(.*?)</translation>", re.S)
 
 
 def keys_in(folder):
     keys = set()
-    for name in os.listdir(folder):
-        if name.endswith((".cpp", ".h")):
-            with open(os.path.join(folder, name), encoding="utf-8") as file:
-                for match in KEY.finditer(file.read()):
-                    keys.add("".join(re.findall(r'"((?:[^"\\]|\\.)*)"', match.group(1))))
+    for place, _, names in os.walk(folder):
+        for name in names:
+            if name.endswith((".cpp", ".h")):
+                with open(os.path.join(place, name), encoding="utf-8") as file:
+                    for match in KEY.finditer(file.read()):
+                        keys.add("".join(re.findall(r'"((?:[^"\\]|\\.)*)"', match.group(1))))
     return keys
 
 

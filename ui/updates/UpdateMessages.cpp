@@ -1,7 +1,7 @@
 #include "ui/updates/UpdateMessages.h"
 
 #include "app/RunMessages.h"
-#include "ui/Words.h"
+#include "ui/text/Words.h"
 
 namespace tallyfold {
 

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "app/AppModel.h"
+#include "ui/CurrentPlan.h"
+#include "ui/Desktop.h"
+#include "ui/OutputCheck.h"
+#include "ui/WindowState.h"
+#include "ui/help/HelpRouter.h"
+
+#include <functional>
+
+namespace tallyfold {
+
+/// The windows that can be opened by name.
+enum class WindowId { main, help, settings };
+
+/// What every view is given: the one model, what is derived from it, and the way to what lies outside of the
+/// view. Outlives the views.
+struct Environment {
+    AppModel &model;
+    CurrentPlan &plan;
+    OutputCheck &output;
+    HelpRouter &helpRouter;
+    WindowState &windowState;
+    Desktop &desktop;
+    /// Opens a window, or brings it to the front.
+    std::function<void(WindowId)> openWindow;
+
+    /// Opens the help on `topic`.
+    void openHelp(const QString &topic) const
+    {
+        helpRouter.setTopic(topic);
+        openWindow(WindowId::help);
+    }
+};
+
+} // namespace tallyfold

@@ -1,0 +1,53 @@
+#include "ui/SystemDesktop.h"
+
+#include "app/UriList.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDesktopServices>
+
+#include <system_error>
+
+namespace tallyfold {
+
+namespace {
+
+constexpr int answerTime = 3000; // Milliseconds; a file manager may have to be started first.
+
+} // namespace
+
+void SystemDesktop::reveal(const std::filesystem::path &item)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        openFolderOf(item);
+        return;
+    }
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    call << QStringList(QString::fromLatin1(fileUri(item))) << QString();
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, answerTime), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, item] {
+        if (watcher->isError()) {
+            openFolderOf(item);
+        }
+        watcher->deleteLater();
+    });
+}
+
+void SystemDesktop::openFolderOf(const std::filesystem::path &item)
+{
+    std::error_code error;
+    const bool isFolder = std::filesystem::is_directory(item, error);
+    open(QUrl::fromEncoded(fileUri(isFolder ? item : item.parent_path()), QUrl::StrictMode));
+}
+
+void SystemDesktop::open(const QUrl &url)
+{
+    QDesktopServices::openUrl(url);
+}
+
+} // namespace tallyfold

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "core/StampColor.h"
+
+#include <QAbstractButton>
+#include <QColorDialog>
+#include <QPointer>
+
+namespace tallyfold {
+
+/// Shows a colour, and lets the user choose another one with a click. Opacity is neither shown nor changed.
+class ColorWell final : public QAbstractButton {
+    Q_OBJECT
+public:
+    explicit ColorWell(QWidget *parent = nullptr);
+
+    [[nodiscard]] const StampColor &color() const;
+    /// Shows `color`, without telling of it.
+    void show(const StampColor &color);
+
+    /// The panel that chooses, while it is open.
+    [[nodiscard]] QColorDialog *panel() const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// The user chose a colour, also while the panel is still open.
+    void picked(const tallyfold::StampColor &color);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void openPanel();
+    void pick(const QColor &color);
+
+    StampColor m_color;
+    QPointer<QColorDialog> m_panel;
+};
+
+} // namespace tallyfold

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QWidget>
+
+namespace tallyfold {
+
+/// What a pane shows while it has nothing to show: a large symbol, a title, a description, and perhaps a
+/// button under them.
+class EmptyState final : public QWidget {
+    Q_OBJECT
+public:
+    EmptyState(const QString &symbol, const QString &title, const QString &description,
+               QWidget *button = nullptr, QWidget *parent = nullptr);
+};
+
+} // namespace tallyfold

@@ -1,0 +1,50 @@
+#include "ui/controls/StyledLabel.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+
+namespace tallyfold {
+
+StyledLabel::StyledLabel(TextStyle style, Tone tone, QWidget *parent)
+    : QLabel(parent), m_style(style), m_tone(tone)
+{
+    setTextFormat(Qt::PlainText); // File names are shown here, which may look like markup.
+    setWordWrap(true);
+    dress();
+}
+
+StyledLabel::StyledLabel(const QString &text, TextStyle style, Tone tone, QWidget *parent)
+    : StyledLabel(style, tone, parent)
+{
+    setText(text);
+}
+
+void StyledLabel::setTabularDigits()
+{
+    m_hasTabularDigits = true;
+    dress();
+}
+
+void StyledLabel::setSelectable()
+{
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+void StyledLabel::changeEvent(QEvent *event)
+{
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::ApplicationFontChange) {
+        dress();
+    }
+}
+
+void StyledLabel::dress()
+{
+    const QFont font = fontOf(m_style);
+    setFont(m_hasTabularDigits ? withTabularDigits(font) : font);
+    QPalette colours;
+    colours.setColor(QPalette::WindowText, colorOf(m_tone, QGuiApplication::palette()));
+    setPalette(colours);
+}
+
+} // namespace tallyfold

@@ -1,0 +1,38 @@
+#include "ui/controls/SymbolLabel.h"
+
+#include "ui/theme/Spacing.h"
+
+#include <QFontMetrics>
+#include <QHBoxLayout>
+
+namespace tallyfold {
+
+SymbolLabel::SymbolLabel(const QString &symbol, Tone symbolTone, TextStyle style, Tone textTone,
+                         QWidget *parent)
+    : QWidget(parent),
+      m_symbol(new SymbolView(symbol, symbolTone, QFontMetrics(fontOf(style)).height(), this)),
+      m_text(new StyledLabel(style, textTone, this))
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing::tight + 2);
+    layout->addWidget(m_symbol, 0, Qt::AlignTop);
+    layout->addWidget(m_text, 1);
+}
+
+void SymbolLabel::setText(const QString &text)
+{
+    m_text->setText(text);
+}
+
+QString SymbolLabel::text() const
+{
+    return m_text->text();
+}
+
+QString SymbolLabel::symbol() const
+{
+    return m_symbol->symbol();
+}
+
+} // namespace tallyfold

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ui/controls/StyledLabel.h"
+#include "ui/controls/SymbolView.h"
+
+#include <QWidget>
+
+namespace tallyfold {
+
+/// A symbol and, beside it, a text that wraps.
+class SymbolLabel final : public QWidget {
+    Q_OBJECT
+public:
+    /// The symbol in `symbolTone`, the text in `textTone`.
+    SymbolLabel(const QString &symbol, Tone symbolTone, TextStyle style, Tone textTone = Tone::text,
+                QWidget *parent = nullptr);
+
+    void setText(const QString &text);
+    [[nodiscard]] QString text() const;
+    [[nodiscard]] QString symbol() const;
+
+private:
+    SymbolView *m_symbol;
+    StyledLabel *m_text;
+};
+
+} // namespace tallyfold

@@ -1,0 +1,35 @@
+#include "ui/controls/TextField.h"
+
+#include <QKeyEvent>
+
+namespace tallyfold {
+
+TextField::TextField(const QString &prompt, QWidget *parent) : QLineEdit(parent)
+{
+    setPlaceholderText(prompt);
+    setMinimumWidth(100);
+}
+
+void TextField::show(const QString &text)
+{
+    if (text != this->text()) {
+        setText(text);
+    }
+}
+
+bool TextField::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        // With nothing typed to take back, the keys take back the last change of the list.
+        const bool isIdle = (key->matches(QKeySequence::Undo) && !isUndoAvailable()) ||
+                            (key->matches(QKeySequence::Redo) && !isRedoAvailable());
+        if (isIdle) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QLineEdit::event(event);
+}
+
+} // namespace tallyfold

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "core/StampSettings.h"
+#include "ui/Environment.h"
+#include "ui/controls/CollapsibleSection.h"
+#include "ui/controls/Picker.h"
+#include "ui/controls/PositionGrid.h"
+#include "ui/controls/TextField.h"
+#include "ui/controls/Warning.h"
+#include "ui/text/FormWarnings.h"
+
+#include <QCheckBox>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace tallyfold {
+
+/// A section of the form. Its controls show the model's settings, and change them at once.
+class FormSection : public CollapsibleSection {
+    Q_OBJECT
+public:
+    /// `key` names the section where the windows remember whether it is open.
+    FormSection(const Environment &environment, std::int64_t number, const QString &title,
+                const QString &footer, const QString &key);
+
+protected:
+    [[nodiscard]] const Environment &environment() const;
+    [[nodiscard]] const StampSettings &stamp() const;
+
+    /// Changes the model's stamp settings.
+    void edit(const std::function<void(StampSettings &)> &change);
+
+    /// Calls `show` now and whenever the settings change.
+    void follow(std::function<void()> show);
+
+    // Rows of controls that are bound to a field of the stamp settings; `name` is the control's object name.
+
+    TextField *addText(const QString &title, const char *name, QString StampSettings::*field,
+                       const QString &prompt = {});
+    PositionGrid *makeGrid(const QString &title, const char *name, StampPosition StampSettings::*field);
+    QCheckBox *addToggle(const QString &title, const char *name, bool StampSettings::*field);
+
+    /// A picker of the cases in `keys`, which are called by `titleOf`.
+    template <typename Case, std::size_t count>
+    Picker *addPicker(const QString &title, const char *name, Case StampSettings::*field,
+                      const std::array<StoredCase<Case>, count> &keys)
+    {
+        auto *picker = makePicker(title, name);
+        for (const StoredCase<Case> &stored : keys) {
+            picker->add(titleOf(stored.value), static_cast<int>(stored.value));
+        }
+        connect(picker, &Picker::picked, this, [this, field](const QVariant &value) {
+            edit([&](StampSettings &settings) { settings.*field = static_cast<Case>(value.toInt()); });
+        });
+        follow([this, picker, field] { picker->show(static_cast<int>(stamp().*field)); });
+        return picker;
+    }
+    Picker *makePicker(const QString &title, const char *name);
+
+    /// A row of a warning that is shown while `warning` gives one for the plan.
+    void addWarning(const char *name,
+                    std::optional<FormWarning> (*warning)(const ProductionPlan &, const StampSettings &));
+
+private:
+    Environment m_environment;
+};
+
+} // namespace tallyfold

@@ -1,0 +1,107 @@
+#include "ui/controls/Buttons.h"
+#include "ui/controls/StyledLabel.h"
+#include "ui/controls/SymbolLabel.h"
+#include "ui/form/Sections.h"
+#include "ui/text/Titles.h"
+#include "ui/text/Words.h"
+#include "ui/theme/Spacing.h"
+
+#include <QHBoxLayout>
+
+namespace tallyfold {
+
+namespace {
+
+/// The path as text, whatever its bytes are.
+QString shown(const std::filesystem::path &path)
+{
+    return QString::fromUtf8(path.native().c_str());
+}
+
+QString lastComponent(const std::filesystem::path &folder)
+{
+    const std::filesystem::path name =
+        folder.has_filename() ? folder.filename() : folder.parent_path().filename();
+    return name.empty() ? shown(folder) : shown(name);
+}
+
+} // namespace
+
+OutputSection::OutputSection(const Environment &environment)
+    : FormSection(
+          environment, 5, words(QT_TRANSLATE_NOOP("Words", "Output")),
+          words(QT_TRANSLATE_NOOP("Words", "Stamped copies go to the output folder. The originals are "
+                                           "never changed, and nothing there is ever replaced.")),
+          QStringLiteral("output"))
+{
+    addFolder();
+    addProblem();
+    addPicker(words(QT_TRANSLATE_NOOP("Words", "Name the copies")), "naming", &StampSettings::naming,
+              outputNamingKeys);
+    addOption(words(QT_TRANSLATE_NOOP("Words", "Production index (CSV)")), "writeIndex",
+              &AppSettings::writeIndex);
+    addOption(words(QT_TRANSLATE_NOOP("Words", "Privilege log template (CSV)")), "writePrivilegeLog",
+              &AppSettings::writePrivilegeLog);
+}
+
+void OutputSection::addFolder()
+{
+    const QString title = words(QT_TRANSLATE_NOOP("Words", "Output folder"));
+    auto *content = new QWidget;
+    auto *folder = new StyledLabel(TextStyle::body);
+    auto *none =
+        new StyledLabel(words(QT_TRANSLATE_NOOP("Words", "Not chosen")), TextStyle::body, Tone::secondary);
+    auto *button = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Choose…")));
+    folder->setObjectName(QStringLiteral("outputFolder"));
+    none->setObjectName(QStringLiteral("noOutputFolder"));
+    button->setObjectName(QStringLiteral("chooseOutputFolder"));
+    button->setAccessibleName(title + QStringLiteral(": ") + button->text());
+    auto *layout = new QHBoxLayout(content);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing::normal);
+    layout->addWidget(folder, 1);
+    layout->addWidget(none, 1);
+    layout->addWidget(button);
+    content->setFocusProxy(button);
+    card().addStacked(title, content);
+    connect(button, &QPushButton::clicked, this, [this] { environment().model.chooseOutputFolder(); });
+    const auto show = [this, folder, none] {
+        const auto &chosen = environment().model.outputFolder();
+        folder->setVisible(chosen.has_value());
+        none->setVisible(!chosen);
+        folder->setText(chosen ? lastComponent(*chosen) : QString());
+        folder->setToolTip(chosen ? shown(*chosen) : QString());
+    };
+    show();
+    connect(&environment().model, &AppModel::outputFolderChanged, this, show);
+}
+
+void OutputSection::addProblem()
+{
+    auto *label = new SymbolLabel(QStringLiteral("exclamationmark.octagon.fill"), Tone::blocking,
+                                  TextStyle::callout, Tone::blocking);
+    label->setObjectName(QStringLiteral("folderProblem"));
+    QWidget *row = card().addWide(label);
+    const auto show = [this, label, row] {
+        const std::optional<QString> problem = environment().output.problem();
+        label->setText(problem.value_or(QString()));
+        row->setVisible(problem.has_value());
+    };
+    show();
+    connect(&environment().output, &OutputCheck::changed, this, show);
+}
+
+void OutputSection::addOption(const QString &title, const char *name, bool AppSettings::*field)
+{
+    auto *toggle = new QCheckBox(title);
+    toggle->setObjectName(QLatin1String(name));
+    card().addWide(toggle);
+    connect(toggle, &QCheckBox::clicked, this, [this, field](bool isOn) {
+        AppSettings settings = environment().model.settings();
+        settings.*field = isOn;
+        environment().model.setSettings(settings);
+    });
+    follow([this, toggle, field] { toggle->setChecked(environment().model.settings().*field); });
+}
+
+} // namespace tallyfold

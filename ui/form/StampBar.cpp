@@ -1,0 +1,157 @@
+#include "ui/form/StampBar.h"
+
+#include "ui/text/PlanText.h"
+#include "ui/text/Words.h"
+#include "ui/theme/Spacing.h"
+#include "ui/theme/Symbols.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace tallyfold {
+
+namespace {
+
+/// A progress bar counts in int; productions may be larger.
+constexpr int progressSteps = 10'000;
+
+} // namespace
+
+StampBar::StampBar(const Environment &environment, QWidget *parent)
+    : QWidget(parent),
+      m_environment(environment),
+      m_problemRow(new QWidget),
+      m_problem(new SymbolLabel(QStringLiteral("exclamationmark.octagon.fill"), Tone::blocking,
+                                TextStyle::callout, Tone::blocking)),
+      m_status(new StyledLabel(TextStyle::calloutStrong)),
+      m_chooseFirst(new StyledLabel(words(QT_TRANSLATE_NOOP("Words", "Choose an output folder first.")),
+                                    TextStyle::caption, Tone::secondary)),
+      m_stamp(new ProminentButton(words(QT_TRANSLATE_NOOP("Words", "Stamp")))),
+      m_progressText(new StyledLabel(TextStyle::calloutStrong)),
+      m_progress(new QProgressBar),
+      m_cancel(new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Cancel")))),
+      m_idle(makeIdle()),
+      m_running(makeRunning())
+{
+    setObjectName(QStringLiteral("stampBar"));
+    auto *line = new QFrame;
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Plain);
+    line->setForegroundRole(QPalette::Mid);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(line);
+    layout->addWidget(m_idle);
+    layout->addWidget(m_running);
+
+    connect(&environment.model, &AppModel::runningChanged, this, &StampBar::showRunning);
+    connect(&environment.model, &AppModel::progressPagesChanged, this, &StampBar::showProgress);
+    connect(&environment.model, &AppModel::outputFolderChanged, this, &StampBar::showStatus);
+    connect(&environment.plan, &CurrentPlan::changed, this, &StampBar::showStatus);
+    connect(&environment.output, &OutputCheck::changed, this, &StampBar::showProblem);
+    showRunning();
+    showStatus();
+    showProblem();
+}
+
+QWidget *StampBar::makeIdle()
+{
+    m_problem->setObjectName(QStringLiteral("blockingProblem"));
+    m_status->setObjectName(QStringLiteral("status"));
+    m_chooseFirst->setObjectName(QStringLiteral("chooseFirst"));
+    m_stamp->setObjectName(QStringLiteral("stamp"));
+    auto *another = new SmallButton(words(QT_TRANSLATE_NOOP("Words", "Choose Another Folder…")));
+    another->setObjectName(QStringLiteral("chooseAnother"));
+    connect(another, &QPushButton::clicked, this, [this] { m_environment.model.chooseOutputFolder(); });
+    auto *problemLayout = new QVBoxLayout(m_problemRow);
+    problemLayout->setContentsMargins(0, 0, 0, spacing::tight);
+    problemLayout->setSpacing(spacing::tight + 2);
+    problemLayout->addWidget(m_problem);
+    problemLayout->addWidget(another);
+
+    m_stamp->setIcon(symbolIcon(QStringLiteral("number.square.fill"), Tone::onAccent));
+    m_stamp->setIconSize(QSize(18, 18));
+    m_stamp->setToolTip(words(QT_TRANSLATE_NOOP("Words", "Write the stamped copies (⌘Return)")));
+    connect(m_stamp, &QPushButton::clicked, this, [this] { m_environment.model.stamp(); });
+
+    auto *texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    texts->addWidget(m_status);
+    texts->addWidget(m_chooseFirst);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(spacing::wide);
+    row->addLayout(texts, 1);
+    row->addWidget(m_stamp, 0, Qt::AlignVCenter);
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins(spacing::section, spacing::wide, spacing::section, spacing::wide);
+    layout->setSpacing(spacing::tight);
+    layout->addWidget(m_problemRow);
+    layout->addLayout(row);
+    return page;
+}
+
+QWidget *StampBar::makeRunning()
+{
+    m_progressText->setObjectName(QStringLiteral("progressText"));
+    m_progress->setObjectName(QStringLiteral("progress"));
+    m_progress->setRange(0, progressSteps);
+    m_progress->setTextVisible(false);
+    m_cancel->setObjectName(QStringLiteral("cancel"));
+    m_cancel->setShortcut(Qt::Key_Escape);
+    connect(m_cancel, &QPushButton::clicked, this, [this] { m_environment.model.cancelRun(); });
+    auto *bar = new QVBoxLayout;
+    bar->setSpacing(spacing::tight + 2);
+    bar->addWidget(m_progressText);
+    bar->addWidget(m_progress);
+    auto *page = new QWidget;
+    auto *layout = new QHBoxLayout(page);
+    layout->setContentsMargins(spacing::section, spacing::wide, spacing::section, spacing::wide);
+    layout->setSpacing(spacing::wide);
+    layout->addLayout(bar, 1);
+    layout->addWidget(m_cancel, 0, Qt::AlignBottom);
+    return page;
+}
+
+void StampBar::showRunning()
+{
+    const bool isRunning = m_environment.model.isRunning();
+    if (isRunning) { // What is listed may change while it runs; what is written does not.
+        m_pages = pagesToWrite(*m_environment.plan);
+    }
+    const bool hadFocus = isAncestorOf(focusWidget());
+    m_idle->setVisible(!isRunning);
+    m_running->setVisible(isRunning);
+    if (hadFocus) { // The button that was pressed is gone; the next one to press takes its place.
+        QWidget *next = isRunning ? static_cast<QWidget *>(m_cancel) : m_stamp;
+        next->setFocus();
+    }
+    showProgress();
+}
+
+void StampBar::showProgress()
+{
+    const std::int64_t done = m_environment.model.progressPages();
+    const QString text = progressText(done, m_pages);
+    m_progressText->setText(text);
+    m_progress->setAccessibleName(text);
+    m_progress->setValue(m_pages > 0 ? static_cast<int>(done * progressSteps / m_pages) : 0);
+}
+
+void StampBar::showStatus()
+{
+    const ProductionPlan &plan = *m_environment.plan;
+    m_status->setText(statusOf(plan));
+    m_chooseFirst->setVisible(!m_environment.model.outputFolder() && !plan.files.empty());
+}
+
+void StampBar::showProblem()
+{
+    const std::optional<QString> problem = m_environment.output.folderProblem();
+    m_problem->setText(problem.value_or(QString()));
+    m_problemRow->setVisible(problem.has_value());
+}
+
+} // namespace tallyfold

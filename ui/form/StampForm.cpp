@@ -1,0 +1,34 @@
+#include "ui/form/StampForm.h"
+
+#include "ui/form/PasswordNoticeView.h"
+#include "ui/form/Sections.h"
+#include "ui/text/Words.h"
+#include "ui/theme/Spacing.h"
+
+#include <QVBoxLayout>
+
+namespace tallyfold {
+
+StampForm::StampForm(const Environment &environment, QWidget *parent) : QScrollArea(parent)
+{
+    setObjectName(QStringLiteral("stampForm"));
+    setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Stamp settings")));
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    auto *content = new QWidget;
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins(spacing::section, spacing::section, spacing::section, spacing::section);
+    layout->setSpacing(spacing::section);
+    layout->addWidget(new PasswordNoticeView(environment));
+    layout->addWidget(new NumberingSection(environment));
+    layout->addWidget(new PlacementSection(environment));
+    layout->addWidget(new LinesSection(environment));
+    layout->addWidget(new OrderSection(environment));
+    layout->addWidget(new OutputSection(environment));
+    layout->addStretch(1);
+    setWidget(content);
+}
+
+} // namespace tallyfold

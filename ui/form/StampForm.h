@@ -1,0 +1,17 @@
+#pragma once
+
+#include "ui/Environment.h"
+
+#include <QScrollArea>
+
+namespace tallyfold {
+
+/// The settings of the stamp and the production, in five sections, with the notice about password-protected
+/// files above them.
+class StampForm final : public QScrollArea {
+    Q_OBJECT
+public:
+    explicit StampForm(const Environment &environment, QWidget *parent = nullptr);
+};
+
+} // namespace tallyfold

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "core/ProductionPlan.h"
+
+#include <optional>
+
+namespace tallyfold {
+
+/// What of a file decides how tall its row is: cheap to have for thousands of rows.
+struct RowShape {
+    std::optional<SourceProblem> problem;
+    bool hasRange = false;
+    bool isSkipped = false;
+    bool isCoverOnly = false;
+    std::optional<QString> existingBates; ///< Its text wraps.
+
+    [[nodiscard]] static RowShape of(const PlannedFile &file);
+
+    bool operator==(const RowShape &) const = default;
+};
+
+} // namespace tallyfold

@@ -1,0 +1,211 @@
+#include "ui/panels/FilePanel.h"
+
+#include "app/UriList.h"
+#include "core/SourceFile.h"
+#include "ui/controls/Buttons.h"
+#include "ui/controls/StyledLabel.h"
+#include "ui/text/Words.h"
+#include "ui/theme/Spacing.h"
+
+#include <QDir>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QSplitter>
+#include <QStandardPaths>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+namespace tallyfold {
+
+namespace {
+
+std::filesystem::path pathOf(const QString &text)
+{
+    return QFile::encodeName(text).toStdString();
+}
+
+QString shown(const std::filesystem::path &path)
+{
+    return QString::fromUtf8(path.native().c_str());
+}
+
+} // namespace
+
+FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder, QWidget *parent)
+    : QDialog(parent),
+      m_places(new QListWidget),
+      m_list(new QTreeView),
+      m_path(new QLineEdit),
+      m_up(new QPushButton),
+      m_add(new ProminentButton(panel.prompt))
+{
+    setObjectName(QStringLiteral("filePanel"));
+    setWindowTitle(words(QT_TRANSLATE_NOOP("Words", "Add PDFs")));
+    setAccessibleDescription(panel.message);
+    m_path->setObjectName(QStringLiteral("path"));
+    m_path->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Path")));
+    m_up->setIcon(style()->standardIcon(QStyle::SP_FileDialogToParent));
+    m_up->setToolTip(words(QT_TRANSLATE_NOOP("Words", "Enclosing Folder")));
+    m_up->setAccessibleName(m_up->toolTip());
+    m_up->setAutoDefault(false);
+    m_up->setShortcut(Qt::ALT | Qt::Key_Up);
+    m_add->setObjectName(QStringLiteral("add"));
+    m_places->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Places")));
+    m_list->setObjectName(QStringLiteral("contents"));
+    m_list->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Files")));
+    m_list->setModel(&m_contents);
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setSortingEnabled(true);
+    m_list->sortByColumn(FolderContents::nameColumn, Qt::AscendingOrder);
+    m_list->setSelectionMode(panel.allowsMultipleSelection ? QAbstractItemView::ExtendedSelection
+                                                           : QAbstractItemView::SingleSelection);
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setSectionResizeMode(FolderContents::nameColumn, QHeaderView::Stretch);
+    m_list->header()->setSectionResizeMode(FolderContents::sizeColumn, QHeaderView::ResizeToContents);
+    m_list->header()->setSectionResizeMode(FolderContents::modifiedColumn, QHeaderView::ResizeToContents);
+    addPlaces();
+
+    auto *cancel = new QPushButton(words("Cancel"));
+    cancel->setAutoDefault(false);
+    m_add->setDefault(true);
+    auto *pathRow = new QHBoxLayout;
+    pathRow->addWidget(m_up);
+    pathRow->addWidget(m_path, 1);
+    auto *splitter = new QSplitter;
+    splitter->addWidget(m_places);
+    splitter->addWidget(m_list);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({160, 560});
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(cancel);
+    buttons->addWidget(m_add);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(spacing::section, spacing::section, spacing::section, spacing::section);
+    layout->setSpacing(spacing::wide);
+    layout->addWidget(new StyledLabel(panel.message, TextStyle::body));
+    layout->addLayout(pathRow);
+    layout->addWidget(splitter, 1);
+    layout->addLayout(buttons);
+    resize(760, 520);
+
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_add, &QPushButton::clicked, this, &FilePanel::takePath);
+    connect(m_list, &QTreeView::activated, this, &FilePanel::open);
+    connect(m_up, &QPushButton::clicked, this, [this] { enter(m_contents.folder().parent_path()); });
+    connect(m_places, &QListWidget::itemClicked, this,
+            [this](const QListWidgetItem *item) { enter(pathOf(item->data(Qt::UserRole).toString())); });
+    if (!m_contents.open(folder)) {
+        m_contents.open(pathOf(QDir::homePath()));
+    }
+    m_path->setText(shown(m_contents.folder()));
+    m_list->setFocus();
+}
+
+void FilePanel::addPlace(const QString &title, const std::filesystem::path &folder)
+{
+    std::error_code error;
+    if (!std::filesystem::is_directory(folder, error)) {
+        return;
+    }
+    auto *item = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirIcon), title, m_places);
+    item->setData(Qt::UserRole, shown(folder));
+    item->setToolTip(shown(folder));
+}
+
+void FilePanel::addPlaces()
+{
+    addPlace(words(QT_TRANSLATE_NOOP("Words", "Home")), pathOf(QDir::homePath()));
+    for (const auto location : {QStandardPaths::DesktopLocation, QStandardPaths::DocumentsLocation,
+                                QStandardPaths::DownloadLocation}) {
+        const QString folder = QStandardPaths::writableLocation(location);
+        if (folder != QDir::homePath()) {
+            addPlace(QStandardPaths::displayName(location), pathOf(folder));
+        }
+    }
+    // The bookmarks that the desktop's own file panels show.
+    QFile bookmarks(QStandardPaths::writableLocation(QStandardPaths::ConfigLocation) +
+                    QStringLiteral("/gtk-3.0/bookmarks"));
+    if (bookmarks.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &line : bookmarks.readAll().split('\n')) {
+            for (const std::filesystem::path &folder : localPathsIn(line.split(' ').first())) {
+                addPlace(displayName(folder), folder);
+            }
+        }
+    }
+    addPlace(words(QT_TRANSLATE_NOOP("Words", "Computer")), "/");
+}
+
+void FilePanel::enter(const std::filesystem::path &folder)
+{
+    if (!folder.empty() && m_contents.open(folder)) {
+        m_path->setText(shown(m_contents.folder()));
+    }
+}
+
+void FilePanel::open(const QModelIndex &index)
+{
+    if (m_contents.isFolder(index)) {
+        enter(m_contents.pathOf(index));
+    } else {
+        take({m_contents.pathOf(index)});
+    }
+}
+
+void FilePanel::takePath()
+{
+    const QString text = m_path->text().trimmed();
+    if (text == shown(m_contents.folder())) {
+        take({});
+        return;
+    }
+    const bool isOfHome = text == QStringLiteral("~") || text.startsWith(QStringLiteral("~/"));
+    const std::filesystem::path typed =
+        isOfHome ? pathOf(QDir::homePath() + text.mid(1)) : m_contents.folder() / pathOf(text);
+    std::error_code error;
+    if (m_path->hasFocus() && std::filesystem::is_directory(typed, error)) {
+        enter(typed); // Return goes there; the next one takes it.
+    } else if (std::filesystem::exists(typed, error)) {
+        take({typed});
+    } else {
+        m_path->selectAll(); // There is no such file: the words are there to be mended.
+        m_path->setFocus();
+    }
+}
+
+void FilePanel::take(std::vector<std::filesystem::path> chosen)
+{
+    m_typed = std::move(chosen);
+    accept();
+}
+
+std::vector<std::filesystem::path> FilePanel::chosen() const
+{
+    if (!m_typed.empty()) {
+        return m_typed;
+    }
+    std::vector<std::filesystem::path> paths;
+    QModelIndexList rows = m_list->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    for (const QModelIndex &row : rows) {
+        paths.push_back(m_contents.pathOf(row));
+    }
+    if (paths.empty()) {
+        paths.push_back(m_contents.folder());
+    }
+    return paths;
+}
+
+const std::filesystem::path &FilePanel::folder() const
+{
+    return m_contents.folder();
+}
+
+} // namespace tallyfold

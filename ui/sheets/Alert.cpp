@@ -1,0 +1,82 @@
+#include "ui/sheets/Alert.h"
+
+#include "ui/controls/Buttons.h"
+#include "ui/controls/StyledLabel.h"
+#include "ui/theme/Spacing.h"
+
+#include <QHBoxLayout>
+
+#include <algorithm>
+
+namespace tallyfold {
+
+namespace {
+
+constexpr int alertWidth = 440;
+
+} // namespace
+
+Alert::Alert(const QString &title, const QString &text, const QList<Button> &buttons, QWidget *parent)
+    : QDialog(parent), m_buttons(buttons), m_content(new QVBoxLayout)
+{
+    setWindowModality(Qt::WindowModal);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(title);
+    auto *heading = new StyledLabel(title, TextStyle::title);
+    heading->setObjectName(QStringLiteral("alertTitle"));
+    auto *message = new StyledLabel(text, TextStyle::body);
+    message->setObjectName(QStringLiteral("alertText"));
+    message->setSelectable();
+    message->setFocusPolicy(Qt::NoFocus);
+    setAccessibleName(title);
+    setAccessibleDescription(text);
+
+    auto *row = new QHBoxLayout;
+    row->setSpacing(spacing::normal);
+    row->addStretch(1);
+    for (const Button &button : m_buttons) {
+        QPushButton *made = button.role == Role::prominent ? new ProminentButton(button.title)
+                                                           : new QPushButton(button.title);
+        made->setAutoDefault(false);
+        made->setDefault(button.role == Role::prominent);
+        if (button.role == Role::prominent) {
+            made->setFocus();
+        }
+        connect(made, &QPushButton::clicked, this, [this, button] { press(button); });
+        row->addWidget(made);
+    }
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(spacing::sheet, spacing::sheet, spacing::sheet, spacing::section);
+    layout->setSpacing(spacing::wide);
+    layout->addWidget(heading);
+    layout->addWidget(message);
+    layout->addLayout(m_content);
+    layout->addSpacing(spacing::tight);
+    layout->addLayout(row);
+    setMinimumWidth(qMax(alertWidth, row->sizeHint().width() + 2 * spacing::sheet));
+}
+
+void Alert::addContent(QWidget *widget)
+{
+    m_content->addWidget(widget);
+}
+
+void Alert::press(const Button &button)
+{
+    const auto run = button.run; // A copy: closing the alert destroys it.
+    accept();
+    run();
+}
+
+void Alert::reject()
+{
+    const auto cancel = std::find_if(m_buttons.begin(), m_buttons.end(),
+                                     [](const Button &button) { return button.role == Role::cancel; });
+    if (cancel != m_buttons.end()) {
+        press(*cancel);
+    } else if (m_buttons.size() == 1) {
+        press(m_buttons.first());
+    }
+}
+
+} // namespace tallyfold

@@ -1,0 +1,175 @@
+#include "ui/sheets/ResultView.h"
+
+#include "app/CountText.h"
+#include "core/SourceFile.h"
+#include "ui/controls/Buttons.h"
+#include "ui/controls/Card.h"
+#include "ui/controls/StyledLabel.h"
+#include "ui/controls/SymbolLabel.h"
+#include "ui/controls/SymbolView.h"
+#include "ui/text/Words.h"
+#include "ui/theme/Spacing.h"
+
+#include <QHBoxLayout>
+#include <QScrollArea>
+
+namespace tallyfold {
+
+namespace {
+
+constexpr int sheetWidth = 480;
+constexpr int tallestFailures = 180;
+
+} // namespace
+
+ResultView::ResultView(const Environment &environment, QWidget *parent)
+    : QDialog(parent),
+      m_environment(environment),
+      m_summary(environment.model.summary().value_or(RunSummary()))
+{
+    setObjectName(QStringLiteral("resultView"));
+    setWindowModality(Qt::WindowModal);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setMinimumWidth(sheetWidth);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(spacing::sheet, spacing::sheet, spacing::sheet, spacing::section);
+    layout->setSpacing(spacing::wide);
+    addHeading(*layout);
+    addRows(*layout);
+    addFailures(*layout);
+    layout->addStretch(1);
+    addButtons(*layout);
+}
+
+void ResultView::addHeading(QVBoxLayout &layout)
+{
+    const QString title = m_summary.cancelled ? words(QT_TRANSLATE_NOOP("Words", "Stopped"))
+                                              : words(QT_TRANSLATE_NOOP("Words", "Production written"));
+    setWindowTitle(title);
+    setAccessibleName(title);
+    auto *symbol = m_summary.cancelled
+                       ? new SymbolView(QStringLiteral("stop.circle"), Tone::warning, 40)
+                       : new SymbolView(QStringLiteral("checkmark.circle.fill"), Tone::success, 40);
+    auto *heading = new StyledLabel(title, TextStyle::largeTitle);
+    heading->setObjectName(QStringLiteral("resultTitle"));
+    auto *counts = new StyledLabel(countText(m_summary.files, Counted::stampedCopies) +
+                                       QStringLiteral(" · ") + countText(m_summary.pages, Counted::pages),
+                                   TextStyle::body, Tone::secondary);
+    counts->setObjectName(QStringLiteral("resultCounts"));
+    auto *texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    texts->addWidget(heading);
+    texts->addWidget(counts);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(spacing::wide);
+    row->addWidget(symbol, 0, Qt::AlignVCenter);
+    row->addLayout(texts, 1);
+    layout.addLayout(row);
+}
+
+void ResultView::addRows(QVBoxLayout &layout)
+{
+    auto *card = new Card;
+    const auto addRow = [card](const QString &label, const QString &value, const char *name) {
+        auto *text = new StyledLabel(value, TextStyle::body);
+        text->setObjectName(QLatin1String(name));
+        text->setTabularDigits();
+        text->setSelectable();
+        text->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+        text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+        text->setAccessibleName(label + QStringLiteral(": ") + value);
+        card->addRow(label, text);
+    };
+    if (m_summary.range) {
+        addRow(words(QT_TRANSLATE_NOOP("Words", "Bates range")), *m_summary.range, "resultRange");
+    }
+    if (m_summary.index) {
+        addRow(words(QT_TRANSLATE_NOOP("Words", "Index")), displayName(*m_summary.index), "resultIndex");
+    }
+    if (m_summary.privilegeLog) {
+        addRow(words(QT_TRANSLATE_NOOP("Words", "Privilege log")), displayName(*m_summary.privilegeLog),
+               "resultPrivilegeLog");
+    }
+    if (m_summary.range || m_summary.index || m_summary.privilegeLog) {
+        layout.addWidget(card);
+    } else {
+        delete card;
+    }
+    QString text;
+    if (m_summary.cancelled) {
+        text =
+            words(QT_TRANSLATE_NOOP("Words", "%1 were finished before you stopped; the one in progress was "
+                                             "removed and no index was written."))
+                .arg(countText(m_summary.files, Counted::stampedCopies));
+    } else {
+        text = words(QT_TRANSLATE_NOOP("Words", "Next production starts at %1 to continue this series."))
+                   .arg(m_summary.nextBates);
+    }
+    auto *next = new StyledLabel(text, TextStyle::body, m_summary.cancelled ? Tone::warning : Tone::text);
+    next->setObjectName(QStringLiteral("resultNext"));
+    layout.addWidget(next);
+}
+
+void ResultView::addFailures(QVBoxLayout &layout)
+{
+    if (m_summary.failures.isEmpty()) {
+        return;
+    }
+    auto *list = new QWidget;
+    auto *lines = new QVBoxLayout(list);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(spacing::tight);
+    for (const QString &name : m_summary.failures) {
+        auto *line = new SymbolLabel(QStringLiteral("exclamationmark.triangle.fill"), Tone::warning,
+                                     TextStyle::callout);
+        line->setObjectName(QStringLiteral("failure"));
+        line->setText(
+            words(QT_TRANSLATE_NOOP("Words", "“%1” couldn’t be stamped (marked “failed” in the index)."))
+                .arg(name));
+        lines->addWidget(line);
+    }
+    auto *scroll = new QScrollArea; // There may be thousands, if a disk is full.
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(list);
+    scroll->setMaximumHeight(qMin(tallestFailures, list->sizeHint().height() * 2));
+    layout.addWidget(scroll);
+}
+
+void ResultView::addButtons(QVBoxLayout &layout)
+{
+    auto *row = new QHBoxLayout;
+    row->setSpacing(spacing::normal);
+    auto *reveal = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Show in Finder")));
+    reveal->setObjectName(QStringLiteral("showInFinder"));
+    connect(reveal, &QPushButton::clicked, this, [this] { m_environment.desktop.reveal(m_summary.folder); });
+    row->addWidget(reveal);
+    row->addStretch(1);
+    QPushButton *next = nullptr;
+    if (!m_summary.cancelled) {
+        next = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Start Next Production")));
+        next->setObjectName(QStringLiteral("startNext"));
+        next->setToolTip(words(QT_TRANSLATE_NOOP("Words", "Clears the list and sets the start number to %1."))
+                             .arg(m_summary.nextBates));
+        connect(next, &QPushButton::clicked, this, [this] {
+            m_environment.model.startNextProduction();
+            accept();
+        });
+        row->addWidget(next);
+    }
+    auto *done = new ProminentButton(words(QT_TRANSLATE_NOOP("Words", "Done")));
+    done->setObjectName(QStringLiteral("done"));
+    connect(done, &QPushButton::clicked, this, &QDialog::accept);
+    row->addWidget(done);
+    for (QPushButton *button : {reveal, next}) {
+        if (button) {
+            button->setAutoDefault(false);
+        }
+    }
+    done->setDefault(true);
+    done->setFocus();
+    layout.addSpacing(spacing::tight);
+    layout.addLayout(row);
+}
+
+} // namespace tallyfold

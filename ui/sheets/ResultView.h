@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/RunSummary.h"
+#include "ui/Environment.h"
+
+#include <QDialog>
+#include <QVBoxLayout>
+
+namespace tallyfold {
+
+/// Tells of a production that was written or stopped, and offers the next one.
+class ResultView final : public QDialog {
+    Q_OBJECT
+public:
+    /// Shows the model's summary.
+    explicit ResultView(const Environment &environment, QWidget *parent = nullptr);
+
+private:
+    void addHeading(QVBoxLayout &layout);
+    void addRows(QVBoxLayout &layout);
+    void addFailures(QVBoxLayout &layout);
+    void addButtons(QVBoxLayout &layout);
+
+    Environment m_environment;
+    RunSummary m_summary;
+};
+
+} // namespace tallyfold

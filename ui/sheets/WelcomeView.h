@@ -1,0 +1,19 @@
+#pragma once
+
+#include "ui/Environment.h"
+
+#include <QDialog>
+
+namespace tallyfold {
+
+/// Greets a first launch.
+class WelcomeView final : public QDialog {
+    Q_OBJECT
+public:
+    explicit WelcomeView(const Environment &environment, QWidget *parent = nullptr);
+
+private:
+    Environment m_environment;
+};
+
+} // namespace tallyfold

@@ -1,0 +1,140 @@
+#include "ui/shell/EditCommands.h"
+
+#include "ui/list/FileListView.h"
+#include "ui/text/Words.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMetaObject>
+#include <QMimeData>
+
+#include <utility>
+
+namespace tallyfold {
+
+namespace {
+
+QLineEdit *focusedField()
+{
+    return qobject_cast<QLineEdit *>(QApplication::focusWidget());
+}
+
+FileListView *focusedList()
+{
+    return qobject_cast<FileListView *>(QApplication::focusWidget());
+}
+
+QLabel *focusedLabel()
+{
+    return qobject_cast<QLabel *>(QApplication::focusWidget());
+}
+
+/// "Undo" with what it takes back.
+QString named(const QString &command, const QString &action)
+{
+    return action.isEmpty() ? command : command + QLatin1Char(' ') + action;
+}
+
+} // namespace
+
+EditCommands::EditCommands(QUndoStack &undo, std::function<void()> remove, QObject *parent)
+    : QObject(parent),
+      m_undoStack(&undo),
+      m_remove(std::move(remove)),
+      m_undo(add(QT_TRANSLATE_NOOP("Words", "Undo"), QKeySequence::Undo, [this] { this->undo(); })),
+      m_redo(add(QT_TRANSLATE_NOOP("Words", "Redo"), QKeySequence::Redo, [this] { this->redo(); })),
+      m_cut(add(QT_TRANSLATE_NOOP("Words", "Cut"), QKeySequence::Cut, [this] { send("cut"); })),
+      m_copy(add(QT_TRANSLATE_NOOP("Words", "Copy"), QKeySequence::Copy, [this] { send("copy"); })),
+      m_paste(add(QT_TRANSLATE_NOOP("Words", "Paste"), QKeySequence::Paste, [this] { send("paste"); })),
+      m_delete(add(QT_TRANSLATE_NOOP("Words", "Delete"), QKeySequence::Delete,
+                   [this] {
+                       if (QLineEdit *field = focusedField()) {
+                           field->del();
+                       } else {
+                           m_remove();
+                       }
+                   })),
+      m_selectAll(add(QT_TRANSLATE_NOOP("Words", "Select All"), QKeySequence::SelectAll,
+                      [this] { send("selectAll"); }))
+{
+    connect(m_undoStack, &QUndoStack::indexChanged, this, &EditCommands::update);
+    connect(qApp, &QApplication::focusChanged, this, &EditCommands::update);
+    update();
+}
+
+QAction *EditCommands::add(const char *title, const QKeySequence &keys, std::function<void()> run)
+{
+    auto *action = new QAction(words(title), this);
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, [run = std::move(run)] { run(); });
+    return action;
+}
+
+void EditCommands::addTo(QMenu &menu)
+{
+    menu.addActions({m_undo, m_redo});
+    menu.addSeparator();
+    menu.addActions({m_cut, m_copy, m_paste, m_delete, m_selectAll});
+    connect(&menu, &QMenu::aboutToShow, this, &EditCommands::update);
+    // What was disabled for a focus that is gone must not swallow its keys afterwards.
+    connect(&menu, &QMenu::aboutToHide, this, &EditCommands::update);
+}
+
+void EditCommands::undo()
+{
+    QLineEdit *field = focusedField();
+    if (field && field->isUndoAvailable()) {
+        field->undo();
+    } else {
+        m_undoStack->undo();
+    }
+}
+
+void EditCommands::redo()
+{
+    QLineEdit *field = focusedField();
+    if (field && field->isRedoAvailable()) {
+        field->redo();
+    } else {
+        m_undoStack->redo();
+    }
+}
+
+void EditCommands::send(const char *slot)
+{
+    if (const QLabel *label = focusedLabel()) {
+        if (qstrcmp(slot, "copy") == 0) {
+            QApplication::clipboard()->setText(label->selectedText());
+        }
+        return;
+    }
+    if (QWidget *target = QApplication::focusWidget()) {
+        QMetaObject::invokeMethod(target, slot);
+    }
+}
+
+void EditCommands::update()
+{
+    const QLineEdit *field = focusedField();
+    const FileListView *list = focusedList();
+    const QLabel *label = focusedLabel();
+    const bool isTypingUndoable = field && field->isUndoAvailable();
+    const bool isTypingRedoable = field && field->isRedoAvailable();
+    const QString typing = words(QT_TRANSLATE_NOOP("Words", "Typing"));
+    m_undo->setEnabled(isTypingUndoable || m_undoStack->canUndo());
+    m_undo->setText(named(words("Undo"), isTypingUndoable ? typing : m_undoStack->undoText()));
+    m_redo->setEnabled(isTypingRedoable || m_undoStack->canRedo());
+    m_redo->setText(named(words("Redo"), isTypingRedoable ? typing : m_undoStack->redoText()));
+    const bool hasSelectedText = (field && field->hasSelectedText()) || (label && label->hasSelectedText());
+    const QMimeData *clip = QApplication::clipboard()->mimeData();
+    m_cut->setEnabled(field && field->hasSelectedText());
+    // What is chosen in the list changes without a word to us: there the commands do nothing for nothing.
+    m_copy->setEnabled(hasSelectedText || list);
+    m_paste->setEnabled((field && clip && clip->hasText()) || list);
+    m_selectAll->setEnabled(field || list);
+    m_delete->setEnabled(field || list);
+}
+
+} // namespace tallyfold

@@ -1,0 +1,89 @@
+#include "ui/shell/InstanceService.h"
+
+#include "app/UriList.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+
+namespace tallyfold {
+
+namespace {
+
+constexpr int answerTime = 5000; // Milliseconds; after that the other one is taken to hang.
+const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
+
+QString pathOf(const QString &id)
+{
+    return QLatin1Char('/') + QString(id).replace(QLatin1Char('.'), QLatin1Char('/'));
+}
+
+QString tokenIn(const QVariantMap &platformData)
+{
+    return platformData.value(QStringLiteral("activation-token")).toString();
+}
+
+/// What lets the other program's window come to the front in the place of ours.
+QVariantMap platformData()
+{
+    QVariantMap data;
+    const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+    if (!token.isEmpty()) {
+        data.insert(QStringLiteral("activation-token"), token);
+    }
+    return data;
+}
+
+} // namespace
+
+InstanceService::InstanceService(const QDBusConnection &bus, const QString &id, QObject *parent)
+    : QObject(parent), m_bus(bus), m_id(id)
+{
+    if (!m_bus.isConnected()) {
+        return;
+    }
+    new InstanceAdaptor(this);
+    m_bus.registerObject(pathOf(m_id), this, QDBusConnection::ExportAdaptors);
+    m_role = m_bus.registerService(m_id) ? Role::first : Role::other;
+}
+
+InstanceService::Role InstanceService::role() const
+{
+    return m_role;
+}
+
+bool InstanceService::handOver(const std::vector<std::filesystem::path> &files)
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(m_id, pathOf(m_id), applicationInterface,
+                                       files.empty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
+    if (!files.empty()) {
+        QStringList uris;
+        for (const std::filesystem::path &file : files) {
+            uris.append(QString::fromLatin1(fileUri(file)));
+        }
+        call << uris;
+    }
+    call << platformData();
+    return m_bus.call(call, QDBus::Block, answerTime).type() == QDBusMessage::ReplyMessage;
+}
+
+InstanceAdaptor::InstanceAdaptor(InstanceService *service) : QDBusAbstractAdaptor(service), m_service(service)
+{
+}
+
+void InstanceAdaptor::Activate(const QVariantMap &platformData)
+{
+    Q_EMIT m_service->activated(tokenIn(platformData));
+}
+
+void InstanceAdaptor::Open(const QStringList &uris, const QVariantMap &platformData)
+{
+    Q_EMIT m_service->opened(localPathsIn(uris.join(QStringLiteral("\r\n")).toUtf8()), tokenIn(platformData));
+}
+
+void InstanceAdaptor::ActivateAction(const QString &, const QVariantList &, const QVariantMap &platformData)
+{
+    Activate(platformData); // The desktop entry names no actions.
+}
+
+} // namespace tallyfold

@@ -1,0 +1,206 @@
+#include "ui/shell/TallyfoldApp.h"
+
+#include "app/RunMessages.h"
+#include "ui/SystemDesktop.h"
+#include "ui/controls/Buttons.h"
+#include "ui/sheets/Alert.h"
+#include "ui/shell/AboutPanel.h"
+#include "ui/text/Words.h"
+#include "ui/updates/StoredLastCheck.h"
+#include "ui/updates/UpdateMessages.h"
+#include "window_support/CloseGuard.h"
+#include "window_support/WindowReader.h"
+
+#include <QApplication>
+
+#include <utility>
+
+namespace tallyfold {
+
+namespace {
+
+void bringForward(QWidget &window)
+{
+    if (window.isMinimized()) {
+        window.showNormal();
+    } else {
+        window.show();
+    }
+    window.raise();
+    window.activateWindow();
+}
+
+} // namespace
+
+TallyfoldApp::Parts TallyfoldApp::systemParts()
+{
+    return {std::make_unique<SettingsStore>(), std::make_unique<WindowState>(),
+            std::make_unique<SystemDesktop>(),
+            std::make_unique<Updater>(FeedSettings::ours(), std::make_unique<StoredLastCheck>()), nullptr};
+}
+
+TallyfoldApp::TallyfoldApp(Parts parts, QObject *parent)
+    : QObject(parent),
+      m_windowState(std::move(parts.windowState)),
+      m_desktop(std::move(parts.desktop)),
+      m_updater(std::move(parts.updater)),
+      m_windowPanels(*m_windowState),
+      m_otherPanels(std::move(parts.panels)),
+      m_model(std::move(parts.settings),
+              m_otherPanels ? *m_otherPanels : static_cast<Panels &>(m_windowPanels)),
+      m_plan(m_model),
+      m_output(m_model, m_plan),
+      m_environment{m_model,
+                    m_plan,
+                    m_output,
+                    m_helpRouter,
+                    *m_windowState,
+                    *m_desktop,
+                    [this](WindowId window) { openWindow(window); }},
+      m_delegate(m_environment)
+{
+    CloseGuard::shared().shouldClose = [this] { return mayClose(); };
+    connect(m_updater.get(), &Updater::finished, this, &TallyfoldApp::tellOfUpdate);
+    connect(m_updater.get(), &Updater::newerFound, this,
+            [this](const NewerVersion &version) { tellOfUpdate(version); });
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [this] { m_delegate.shouldTerminate(); });
+}
+
+TallyfoldApp::~TallyfoldApp()
+{
+    CloseGuard::shared().shouldClose = [] { return true; };
+}
+
+void TallyfoldApp::launch(const std::vector<std::filesystem::path> &files)
+{
+    openWindow(WindowId::main);
+    m_delegate.didFinishLaunching();
+    if (!files.empty()) {
+        m_delegate.open(files);
+    }
+    m_updater->checkQuietlyIfDue();
+}
+
+void TallyfoldApp::reopen(const std::vector<std::filesystem::path> &files)
+{
+    if (files.empty()) {
+        m_delegate.shouldHandleReopen(false);
+    } else {
+        m_delegate.open(files);
+    }
+}
+
+void TallyfoldApp::quit()
+{
+    m_delegate.shouldTerminate();
+    CloseGuard::shared().shouldClose = [] { return true; };
+    if (m_mainView) {
+        m_mainView->close(); // It remembers its place.
+    }
+    QCoreApplication::quit();
+}
+
+void TallyfoldApp::setReachable(bool isReachable)
+{
+    m_isReachable = isReachable;
+    QGuiApplication::setQuitOnLastWindowClosed(!isReachable);
+}
+
+void TallyfoldApp::openWindow(WindowId window)
+{
+    switch (window) {
+    case WindowId::main:
+        if (!m_mainView) {
+            makeMainView();
+        }
+        bringForward(*m_mainView);
+        break;
+    case WindowId::help:
+        if (!m_help) {
+            m_help = std::make_unique<HelpView>(m_helpRouter, *m_desktop);
+        }
+        bringForward(*m_help);
+        break;
+    case WindowId::settings:
+        if (!m_settings) {
+            m_settings = std::make_unique<SettingsView>(m_environment);
+        }
+        bringForward(*m_settings);
+        break;
+    }
+}
+
+void TallyfoldApp::makeMainView()
+{
+    m_mainView = std::make_unique<MainView>(m_environment);
+    m_windowPanels.setWindow(m_mainView.get());
+    m_commands = std::make_unique<AppCommands>(
+        m_environment, *m_updater, m_mainView->undoStack(),
+        AppCommands::Application{[this] { (new AboutPanel(m_mainView.get()))->show(); }, [this] { quit(); }});
+    m_commands->addTo(*m_mainView->menuBar(), m_mainView.get());
+    new WindowReader([](QWidget *found) { CloseGuard::shared().install(found); },
+                     m_mainView->centralWidget());
+}
+
+void TallyfoldApp::tellOfUpdate(const UpdateOutcome &outcome)
+{
+    const UpdateMessage message = updateMessageOf(outcome);
+    QList<Alert::Button> buttons;
+    if (!message.link.isEmpty()) {
+        buttons.append(
+            {message.linkTitle, Alert::Role::normal, [this, link = message.link] { m_desktop->open(link); }});
+    }
+    buttons.append({words("OK"), Alert::Role::prominent});
+    openWindow(WindowId::main);
+    auto *alert = new Alert(message.title, message.text, buttons, m_mainView.get());
+    alert->setObjectName(QStringLiteral("updateAlert"));
+    alert->open();
+}
+
+bool TallyfoldApp::mayClose()
+{
+    if (m_isReachable || !m_model.isRunning()) {
+        return true;
+    }
+    auto *alert = new Alert(
+        words(QT_TRANSLATE_NOOP("Words", "A production is being written")),
+        words(QT_TRANSLATE_NOOP(
+            "Words", "Closing this window ends the program. The copies that are finished stay; the "
+                     "one in progress is removed, and no index is written.")),
+        {{words(QT_TRANSLATE_NOOP("Words", "Keep Writing")), Alert::Role::prominent},
+         {words(QT_TRANSLATE_NOOP("Words", "Stop and Quit")), Alert::Role::normal, [this] { quit(); }}},
+        m_mainView.get());
+    alert->setObjectName(QStringLiteral("closeAlert"));
+    alert->open();
+    return false;
+}
+
+AppModel &TallyfoldApp::model()
+{
+    return m_model;
+}
+
+const Environment &TallyfoldApp::environment() const
+{
+    return m_environment;
+}
+
+MainView &TallyfoldApp::mainView()
+{
+    if (!m_mainView) {
+        makeMainView();
+    }
+    return *m_mainView;
+}
+
+HelpView *TallyfoldApp::help() const
+{
+    return m_help.get();
+}
+
+SettingsView *TallyfoldApp::settings() const
+{
+    return m_settings.get();
+}
+
+} // namespace tallyfold

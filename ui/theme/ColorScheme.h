@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QDBusVariant>
+#include <QObject>
+#include <QString>
+
+namespace tallyfold {
+
+/// Gives the program its looks where the desktop brings no style of its own, and follows the desktop's wish
+/// for a light or a dark scheme, also while the program runs. On a desktop with a style nothing is done: its
+/// controls are the ones its users know, and its palette changes by itself.
+class ColorScheme final : public QObject {
+    Q_OBJECT
+public:
+    /// What the desktop prefers, as the settings portal numbers it.
+    enum class Preference : unsigned { none = 0, dark = 1, light = 2 };
+
+    explicit ColorScheme(QObject *parent = nullptr);
+
+    /// Takes the palette of `preference`.
+    static void apply(Preference preference);
+
+    /// Whether the style in use leaves the colours to the application.
+    [[nodiscard]] static bool areColoursOurs();
+
+private Q_SLOTS:
+    void onSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+
+private:
+    void ask();
+};
+
+} // namespace tallyfold
