@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tallyfold {
 
@@ -30,6 +31,34 @@ std::optional<QByteArray> encodedPathOf(const QByteArray &uri)
     return rest;
 }
 
+int hexDigit(char character)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    const char lower =
+        character >= 'A' && character <= 'F' ? static_cast<char>(character - 'A' + 'a') : character;
+    const std::size_t value = digits.find(lower);
+    return value == std::string_view::npos ? -1 : static_cast<int>(value);
+}
+
+/// The bytes that `encoded` stands for. A percent sign that encodes nothing is one, as programs that do not
+/// encode leave it.
+std::string decoded(const QByteArray &encoded)
+{
+    std::string bytes;
+    for (qsizetype place = 0; place < encoded.size(); ++place) {
+        const bool isEscape = encoded[place] == '%' && place + 2 < encoded.size();
+        const int high = isEscape ? hexDigit(encoded[place + 1]) : -1;
+        const int low = isEscape ? hexDigit(encoded[place + 2]) : -1;
+        if (high >= 0 && low >= 0) {
+            bytes.push_back(static_cast<char>(high * 16 + low));
+            place += 2;
+        } else {
+            bytes.push_back(encoded[place]);
+        }
+    }
+    return bytes;
+}
+
 } // namespace
 
 std::vector<std::filesystem::path> localPathsIn(QByteArrayView uriList)
@@ -41,7 +70,7 @@ std::vector<std::filesystem::path> localPathsIn(QByteArrayView uriList)
             continue;
         }
         if (const std::optional<QByteArray> encoded = encodedPathOf(uri)) {
-            const std::string path = QByteArray::fromPercentEncoding(*encoded).toStdString();
+            const std::string path = decoded(*encoded);
             if (path.starts_with('/') && path.find('\0') == std::string::npos) {
                 paths.emplace_back(path);
             }

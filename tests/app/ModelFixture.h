@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "tests/app/FakePanels.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QSignalSpy>
@@ -16,19 +17,6 @@
 #include <vector>
 
 namespace tallyfold::tests {
-
-/// Panels that give what a test put ready, and note what they were asked.
-class FakePanels final : public Panels {
-public:
-    std::vector<std::filesystem::path> answer; ///< Empty: cancelled.
-    std::vector<OpenPanel> asked;
-
-    std::vector<std::filesystem::path> run(const OpenPanel &panel) override
-    {
-        asked.push_back(panel);
-        return answer;
-    }
-};
 
 /// How often each signal of a model was told since the last look.
 class SignalCounts {

@@ -1,12 +1,11 @@
 #include "tests/app/ModelFixture.h"
 
+#include "tests/app/Gate.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/Sample.h"
 
 #include <QGuiApplication>
 
-#include <condition_variable>
-#include <mutex>
 #include <system_error>
 
 namespace tallyfold {
@@ -17,36 +16,7 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-/// Where a run on its thread waits until the test lets it go on.
-class Gate {
-public:
-    void pass()
-    {
-        std::unique_lock lock(m_lock);
-        m_isReached = true;
-        m_changed.notify_all();
-        m_changed.wait(lock, [this] { return m_isOpen; });
-    }
-
-    void awaitArrival()
-    {
-        std::unique_lock lock(m_lock);
-        m_changed.wait(lock, [this] { return m_isReached; });
-    }
-
-    void open()
-    {
-        const std::lock_guard lock(m_lock);
-        m_isOpen = true;
-        m_changed.notify_all();
-    }
-
-private:
-    std::mutex m_lock;
-    std::condition_variable m_changed;
-    bool m_isReached = false;
-    bool m_isOpen = false;
-};
+using tests::Gate;
 
 /// A model whose writer calls what a test puts in the way.
 class Run : public tests::ModelFixture {

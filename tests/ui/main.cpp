@@ -1,6 +1,6 @@
 #include "app/Translations.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QLocale>
 
 #include <gtest/gtest.h>
@@ -8,8 +8,8 @@
 int main(int count, char **values)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(count, values);
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tallyfold"));
+    const QApplication application(count, values);
+    QApplication::setApplicationDisplayName(QStringLiteral("Tallyfold"));
     QLocale::setDefault(QLocale(QStringLiteral("en_US")));
     const tallyfold::Translations translations;
     testing::InitGoogleTest(&count, values);

@@ -7,6 +7,7 @@
 
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace tallyfold {
@@ -100,7 +101,6 @@ QWidget *StampBar::makeRunning()
     m_progress->setRange(0, progressSteps);
     m_progress->setTextVisible(false);
     m_cancel->setObjectName(QStringLiteral("cancel"));
-    m_cancel->setShortcut(Qt::Key_Escape);
     connect(m_cancel, &QPushButton::clicked, this, [this] { m_environment.model.cancelRun(); });
     auto *bar = new QVBoxLayout;
     bar->setSpacing(spacing::tight + 2);
@@ -112,6 +112,9 @@ QWidget *StampBar::makeRunning()
     layout->setSpacing(spacing::wide);
     layout->addLayout(bar, 1);
     layout->addWidget(m_cancel, 0, Qt::AlignBottom);
+    // Not the button's own shortcut, which would wait for the picture of a click.
+    auto *escape = new QShortcut(Qt::Key_Escape, page);
+    connect(escape, &QShortcut::activated, m_cancel, &QPushButton::click);
     return page;
 }
 

@@ -49,6 +49,7 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     setWindowTitle(words(QT_TRANSLATE_NOOP("Words", "Add PDFs")));
     setAccessibleDescription(panel.message);
     m_path->setObjectName(QStringLiteral("path"));
+    m_path->installEventFilter(this);
     m_path->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Path")));
     m_up->setIcon(style()->standardIcon(QStyle::SP_FileDialogToParent));
     m_up->setToolTip(words(QT_TRANSLATE_NOOP("Words", "Enclosing Folder")));
@@ -159,20 +160,45 @@ void FilePanel::open(const QModelIndex &index)
     }
 }
 
-void FilePanel::takePath()
+std::filesystem::path FilePanel::typedPath() const
 {
     const QString text = m_path->text().trimmed();
-    if (text == shown(m_contents.folder())) {
+    const bool isOfHome = text == QStringLiteral("~") || text.startsWith(QStringLiteral("~/"));
+    return isOfHome ? pathOf(QDir::homePath() + text.mid(1)) : m_contents.folder() / pathOf(text);
+}
+
+bool FilePanel::eventFilter(QObject *object, QEvent *event)
+{
+    if (object == m_path && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) { // Goes there first, and does not take it yet.
+            goToPath();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(object, event);
+}
+
+void FilePanel::goToPath()
+{
+    const std::filesystem::path typed = typedPath();
+    std::error_code error;
+    if (m_path->text() != shown(m_contents.folder()) && std::filesystem::is_directory(typed, error)) {
+        enter(typed);
+    } else {
+        takePath();
+    }
+}
+
+void FilePanel::takePath()
+{
+    if (m_path->text() == shown(m_contents.folder())) {
         take({});
         return;
     }
-    const bool isOfHome = text == QStringLiteral("~") || text.startsWith(QStringLiteral("~/"));
-    const std::filesystem::path typed =
-        isOfHome ? pathOf(QDir::homePath() + text.mid(1)) : m_contents.folder() / pathOf(text);
+    const std::filesystem::path typed = typedPath();
     std::error_code error;
-    if (m_path->hasFocus() && std::filesystem::is_directory(typed, error)) {
-        enter(typed); // Return goes there; the next one takes it.
-    } else if (std::filesystem::exists(typed, error)) {
+    if (std::filesystem::exists(typed, error)) {
         take({typed});
     } else {
         m_path->selectAll(); // There is no such file: the words are there to be mended.

@@ -27,11 +27,16 @@ public:
     /// The folder that is shown.
     [[nodiscard]] const std::filesystem::path &folder() const;
 
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
 private:
     void addPlaces();
     void addPlace(const QString &title, const std::filesystem::path &folder);
     void enter(const std::filesystem::path &folder);
     void open(const QModelIndex &index);
+    [[nodiscard]] std::filesystem::path typedPath() const;
+    void goToPath();
     void takePath();
     void take(std::vector<std::filesystem::path> chosen);
 

@@ -34,9 +34,12 @@ void bringForward(QWidget &window)
 
 TallyfoldApp::Parts TallyfoldApp::systemParts()
 {
-    return {std::make_unique<SettingsStore>(), std::make_unique<WindowState>(),
+    return {std::make_unique<SettingsStore>(),
+            std::make_unique<WindowState>(),
             std::make_unique<SystemDesktop>(),
-            std::make_unique<Updater>(FeedSettings::ours(), std::make_unique<StoredLastCheck>()), nullptr};
+            std::make_unique<Updater>(FeedSettings::ours(), std::make_unique<StoredLastCheck>()),
+            nullptr,
+            AppModel::systemWriter()};
 }
 
 TallyfoldApp::TallyfoldApp(Parts parts, QObject *parent)
@@ -47,7 +50,8 @@ TallyfoldApp::TallyfoldApp(Parts parts, QObject *parent)
       m_windowPanels(*m_windowState),
       m_otherPanels(std::move(parts.panels)),
       m_model(std::move(parts.settings),
-              m_otherPanels ? *m_otherPanels : static_cast<Panels &>(m_windowPanels)),
+              m_otherPanels ? *m_otherPanels : static_cast<Panels &>(m_windowPanels),
+              std::move(parts.writer)),
       m_plan(m_model),
       m_output(m_model, m_plan),
       m_environment{m_model,

@@ -34,6 +34,7 @@ public:
         std::unique_ptr<Updater> updater;
         /// Null for panels over the main window.
         std::unique_ptr<Panels> panels;
+        AppModel::Writer writer = AppModel::systemWriter();
     };
     /// Those of a real session.
     [[nodiscard]] static Parts systemParts();

@@ -38,7 +38,7 @@ std::optional<std::vector<AppVersion::Number>> AppVersion::numbers(const std::st
         found.push_back(number(digits));
         start = end + 1;
     }
-    while (!found.empty() && found.back().length == 0) {
+    while (!found.empty() && found.back().first == 0) {
         found.pop_back();
     }
     return found;
@@ -110,7 +110,7 @@ std::strong_ordering AppVersion::operator<=>(const AppVersion &other) const
 
 bool AppVersion::operator==(const AppVersion &other) const
 {
-    return (*this <=> other) == 0;
+    return std::is_eq(*this <=> other);
 }
 
 } // namespace tallyfold

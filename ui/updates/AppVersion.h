@@ -6,6 +6,7 @@
 #include <compare>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -30,13 +31,8 @@ public:
     bool operator==(const AppVersion &other) const;
 
 private:
-    /// A number without leading zeros: the longer one is the larger one.
-    struct Number {
-        std::size_t length = 0;
-        std::string digits;
-
-        auto operator<=>(const Number &) const = default;
-    };
+    /// How many digits a number has without leading zeros, and which: the longer one is the larger one.
+    using Number = std::pair<std::size_t, std::string>;
     /// A piece of what comes after the hyphen. Numbers are before words.
     using Piece = std::variant<Number, std::string>;
 

@@ -51,7 +51,9 @@ FeedClient::FeedClient(const QString &version, Transport transport, FeedLimits l
       m_limits(limits)
 {
     m_deadline.setSingleShot(true);
-    connect(&m_deadline, &QTimer::timeout, this, [this] { fail(UpdateCheckFailed::Reason::tooSlow); });
+    connect(&m_deadline, &QTimer::timeout, this, [this] {
+        fail(m_reply ? UpdateCheckFailed::Reason::tooSlow : UpdateCheckFailed::Reason::noFeed);
+    });
 }
 
 FeedClient::~FeedClient()
@@ -67,8 +69,7 @@ void FeedClient::fetch(const QUrl &feed)
     m_isFetching = true;
     m_redirects = 0;
     if (!mayAsk(feed, m_transport)) {
-        QMetaObject::invokeMethod(
-            this, [this] { fail(UpdateCheckFailed::Reason::noFeed); }, Qt::QueuedConnection);
+        m_deadline.start(0); // There is nothing to wait for, but this has to return first.
         return;
     }
     m_deadline.start(m_limits.time);
@@ -111,14 +112,12 @@ void FeedClient::settle()
     const int status = statusOf(*m_reply);
     if (m_feed.size() > m_limits.bytes) {
         fail(UpdateCheckFailed::Reason::tooLarge);
-    } else if (status == 0) {
-        fail(UpdateCheckFailed::Reason::noConnection);
+    } else if (status == 0 || (status == ok && m_reply->error() != QNetworkReply::NoError)) {
+        fail(UpdateCheckFailed::Reason::noConnection); // Never made, or broken off in the middle.
     } else if (isRedirect(status)) {
         follow(m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl());
     } else if (status != ok) {
         fail(UpdateCheckFailed::Reason::serverError);
-    } else if (m_reply->error() != QNetworkReply::NoError) {
-        fail(UpdateCheckFailed::Reason::noConnection); // Broken off in the middle.
     } else {
         end(std::exchange(m_feed, {}));
     }

@@ -69,7 +69,7 @@ private:
     bool m_isFetching = false;
     int m_redirects = 0;
     QByteArray m_feed;
-    std::unique_ptr<QNetworkReply, DeleteLater> m_reply;
+    std::unique_ptr<QNetworkReply, DeleteLater> m_reply; ///< Null when nobody was asked.
 };
 
 } // namespace tallyfold

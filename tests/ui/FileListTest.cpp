@@ -1,0 +1,309 @@
+#include "ui/list/FileList.h"
+
+#include "app/UriList.h"
+#include "tests/ui/WindowFixture.h"
+
+#include <QAccessible>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QScrollBar>
+
+namespace tallyfold {
+
+namespace {
+
+class FileListTest : public tests::WindowFixture {
+protected:
+    FileListView *view()
+    {
+        return find<FileListView>("files");
+    }
+    QAbstractItemModel *rows()
+    {
+        return view()->model();
+    }
+
+    /// What the row says to those who listen to it: all that it shows.
+    std::string row(int place)
+    {
+        return rows()->index(place, 0).data(Qt::AccessibleTextRole).toString().toStdString();
+    }
+
+    void select(const std::vector<int> &places)
+    {
+        view()->clearSelection();
+        for (const int place : places) {
+            view()->selectionModel()->setCurrentIndex(rows()->index(place, 0), QItemSelectionModel::Select);
+        }
+        view()->setFocus();
+    }
+
+    /// The files of the list as they are numbered.
+    std::string numbered()
+    {
+        std::string names;
+        for (int place = 0; place < rows()->rowCount(); ++place) {
+            names += (place == 0 ? "" : " ") + rows()->index(place, 0).data().toString().toStdString();
+        }
+        return names;
+    }
+
+    void drop(const QByteArray &uriList, const char *target)
+    {
+        QMimeData data;
+        data.setData(QStringLiteral("text/uri-list"), uriList);
+        auto *widget = find<QWidget>(target);
+        QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(widget, &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+        EXPECT_TRUE(find<FileList>("fileList")->isDropping());
+        QDropEvent dropped(QPointF(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(widget, &dropped);
+        EXPECT_FALSE(find<FileList>("fileList")->isDropping());
+        QCoreApplication::processEvents();
+    }
+};
+
+} // namespace
+
+TEST_F(FileListTest, AnEmptyListInvitesToDropAndShowsNoHeaderAndNoTotals)
+{
+    EXPECT_FALSE(isShown("files"));
+    EXPECT_FALSE(isShown("productionOrder"));
+    EXPECT_FALSE(isShown("totals"));
+    click("addPdfs");
+    ASSERT_EQ(panels->asked.size(), 1U);
+    EXPECT_EQ(panels->asked.front(), OpenPanel::forFiles());
+}
+
+TEST_F(FileListTest, RowsStandInProductionOrderUnderTheirHeader)
+{
+    addPdfs({"10.pdf", "2.pdf"}, 3);
+    EXPECT_TRUE(isShown("productionOrder"));
+    EXPECT_EQ(text("productionOrder"), "Production order");
+    EXPECT_EQ(numbered(), "2.pdf 10.pdf");
+    EXPECT_EQ(row(0), "2.pdf, 3 pages, ABC000001 – ABC000003");
+    EXPECT_EQ(row(1), "10.pdf, 3 pages, ABC000004 – ABC000006");
+}
+
+TEST_F(FileListTest, AFileOfOneNumberedPageShowsOneNumber)
+{
+    addPdfs({"a.pdf"});
+    EXPECT_EQ(row(0), "a.pdf, 1 page, ABC000001");
+}
+
+TEST_F(FileListTest, AProtectedFileShowsNeitherPagesNorNumbers)
+{
+    addSamples({"Sealed letter.pdf"});
+    EXPECT_EQ(row(0), "Sealed letter.pdf, Won’t be stamped: Password-protected");
+}
+
+TEST_F(FileListTest, TheTotalsCountNumberedPagesAndSkippedFiles)
+{
+    addPdfs({"a.pdf"}, 2);
+    addSamples({"Sealed letter.pdf"});
+    EXPECT_EQ(text("totals"), "2 files, 2 pages");
+    EXPECT_EQ(text("range"), "ABC000001 – ABC000002");
+    EXPECT_EQ(text("skipped"), "1 skipped (listed in the index)");
+    model().removeAll();
+    addPdfs({"a.pdf"});
+    EXPECT_FALSE(isShown("skipped"));
+    edit([](StampSettings &settings) { settings.cover = CoverOption::skipNoNumber; });
+    EXPECT_FALSE(isShown("range"));
+    EXPECT_TRUE(isShown("skipped"));
+}
+
+TEST_F(FileListTest, WhatIsChosenIsTheModelsSelectionAndBack)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    select({0, 2});
+    EXPECT_EQ(model().selection(), (QSet<QUuid>{model().sources()[0].id, model().sources()[2].id}));
+    model().setSelection({model().sources()[1].id});
+    EXPECT_EQ(view()->selectedIds(), model().selection());
+}
+
+TEST_F(FileListTest, TheSelectionStaysWithItsFilesWhenTheOrderChanges)
+{
+    addPdfs({"b.pdf", "a.pdf"});
+    edit([](StampSettings &settings) { settings.order = FileOrder::manual; });
+    select({0}); // b.pdf.
+    edit([](StampSettings &settings) { settings.order = FileOrder::name; });
+    ASSERT_EQ(view()->selectionModel()->selectedIndexes().size(), 1);
+    EXPECT_EQ(view()->selectionModel()->selectedIndexes().first().row(), 1);
+}
+
+TEST_F(FileListTest, DeleteRemovesWhatIsChosenInOneStepThatCanBeUndone)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    select({0, 1});
+    QTest::keyClick(view(), Qt::Key_Delete);
+    EXPECT_EQ(listed(), "c.pdf");
+    EXPECT_EQ(app->mainView().undoStack().undoText(), QStringLiteral("Remove Files"));
+    QTest::keyClick(view(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(listed(), "a.pdf b.pdf c.pdf");
+}
+
+TEST_F(FileListTest, TheMenuOfARowRevealsAndRemovesThatFile)
+{
+    addPdfs({"a.pdf", "b.pdf"});
+    const auto menu = find<FileList>("fileList")->menuOf(rows()->index(1, 0));
+    ASSERT_EQ(menu->actions().size(), 3);
+    EXPECT_EQ(menu->actions()[0]->text(), QStringLiteral("Show Original in File Manager"));
+    EXPECT_TRUE(menu->actions()[1]->isSeparator());
+    EXPECT_EQ(menu->actions()[2]->text(), QStringLiteral("Remove from List"));
+    menu->actions()[0]->trigger();
+    EXPECT_EQ(desktop->revealed, std::vector{folder / "sources" / "b.pdf"});
+    menu->actions()[2]->trigger();
+    EXPECT_EQ(listed(), "a.pdf");
+    app->mainView().undoStack().undo();
+    EXPECT_EQ(listed(), "a.pdf b.pdf");
+}
+
+TEST_F(FileListTest, FilesAndFoldersCanBeDroppedOnTheEmptyListAndOnRows)
+{
+    pdf("deep/er/inside.pdf");
+    drop(fileUri(folder / "sources" / "deep") + "\r\n", "fileList");
+    EXPECT_EQ(listed(), "inside.pdf");
+    drop(uriListOf({pdf("b.pdf"), folder / "output"}), "fileList");
+    EXPECT_EQ(listed(), "inside.pdf b.pdf");
+}
+
+TEST_F(FileListTest, ADropFindsNamesThatAreNotText)
+{
+    const std::filesystem::path odd = pdf("a\xff\n\".pdf");
+    drop(fileUri(odd), "fileList");
+    ASSERT_EQ(model().sources().size(), 1U);
+    EXPECT_EQ(model().sources().front().url, odd);
+}
+
+TEST_F(FileListTest, ADragThatLeavesTakesTheOutlineWithIt)
+{
+    QMimeData data;
+    data.setData(QStringLiteral("text/uri-list"), "file:///a.pdf");
+    auto *list = find<FileList>("fileList");
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(list, &enter);
+    EXPECT_TRUE(list->isDropping());
+    QDragLeaveEvent leave;
+    QApplication::sendEvent(list, &leave);
+    EXPECT_FALSE(list->isDropping());
+}
+
+TEST_F(FileListTest, TextThatIsDraggedIsNotTaken)
+{
+    QMimeData data;
+    data.setText(QStringLiteral("a.pdf"));
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+    enter.ignore();
+    QApplication::sendEvent(find<FileList>("fileList"), &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
+TEST_F(FileListTest, ARowThatIsDraggedMovesAndTheOrderBecomesTheUsers)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    const std::unique_ptr<QMimeData> data(rows()->mimeData({rows()->index(2, 0)}));
+    rows()->dropMimeData(data.get(), Qt::MoveAction, 0, 0, {});
+    EXPECT_EQ(numbered(), "c.pdf a.pdf b.pdf");
+    EXPECT_EQ(stamp().order, FileOrder::manual);
+}
+
+TEST_F(FileListTest, AltAndTheArrowsMoveTheChosenRows)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    select({2});
+    QTest::keyClick(view(), Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(numbered(), "a.pdf c.pdf b.pdf");
+    QTest::keyClick(view(), Qt::Key_Up, Qt::AltModifier);
+    QTest::keyClick(view(), Qt::Key_Up, Qt::AltModifier); // It is the first already.
+    EXPECT_EQ(numbered(), "c.pdf a.pdf b.pdf");
+    QTest::keyClick(view(), Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(numbered(), "a.pdf c.pdf b.pdf");
+}
+
+TEST_F(FileListTest, TheLinkOfAProtectedRowAnswersToTheMouse)
+{
+    addSamples({"Sealed letter.pdf"});
+    addPdfs({"a.pdf"});
+    const QModelIndex index = rows()->index(1, 0);
+    const QRect place = view()->visualRect(index);
+    const auto *delegate = qobject_cast<FileRowDelegate *>(view()->itemDelegate());
+    const QRect link = delegate->rowOf(index, place.width()).link();
+    ASSERT_FALSE(link.isNull());
+    QTest::mouseClick(view()->viewport(), Qt::LeftButton, {}, link.translated(place.topLeft()).center());
+    ASSERT_NE(app->help(), nullptr);
+    EXPECT_TRUE(app->help()->isVisible());
+    EXPECT_EQ(app->environment().helpRouter.topic(), QStringLiteral("password"));
+}
+
+TEST_F(FileListTest, TheLinkOfAProtectedRowIsReachedByTab)
+{
+    addPdfs({"a.pdf"});
+    addSamples({"Sealed letter.pdf"});
+    select({0});
+    EXPECT_FALSE(view()->link()->isVisible());
+    select({1});
+    ASSERT_TRUE(view()->link()->isVisible());
+    view()->setFocus();
+    QTest::keyClick(view(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), view()->link());
+    QTest::keyClick(view()->link(), Qt::Key_Space);
+    ASSERT_NE(app->help(), nullptr);
+    EXPECT_TRUE(app->help()->isVisible());
+}
+
+TEST_F(FileListTest, CopiedFilesCanBePastedIntoAnotherProduction)
+{
+    addPdfs({"a.pdf", "b.pdf"});
+    view()->selectAll();
+    view()->setFocus();
+    QTest::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
+    model().removeAll();
+    view()->paste();
+    EXPECT_EQ(listed(), "a.pdf b.pdf");
+}
+
+TEST_F(FileListTest, TheNumbersFollowWhatIsTyped)
+{
+    addPdfs({"a.pdf"}, 2);
+    edit([](StampSettings &settings) { settings.prefix = QStringLiteral("X-"); });
+    EXPECT_EQ(row(0), "a.pdf, 2 pages, X-000001 – X-000002");
+}
+
+TEST_F(FileListTest, NumbersThatNeedMoreRoomGetALineOfTheirOwn)
+{
+    addPdfs({"a.pdf"}, 2);
+    const int before = view()->visualRect(rows()->index(0, 0)).height();
+    edit([](StampSettings &settings) { settings.prefix = QString(40, QLatin1Char('W')); });
+    QCoreApplication::processEvents();
+    EXPECT_GT(view()->visualRect(rows()->index(0, 0)).height(), before);
+}
+
+TEST_F(FileListTest, TheReadersPlaceIsKeptWhenFilesAreAdded)
+{
+    std::vector<std::string> names;
+    for (int number = 0; number < 60; ++number) {
+        names.push_back("a" + std::to_string(number) + ".pdf");
+    }
+    addPdfs(names);
+    view()->doItemsLayout();
+    view()->verticalScrollBar()->setValue(300);
+    addPdfs({"z.pdf"});
+    EXPECT_EQ(view()->verticalScrollBar()->value(), 300);
+}
+
+TEST_F(FileListTest, RowsHaveTheHeightThatTheirTextsNeed)
+{
+    addPdfs({"a.pdf"});
+    addSamples({"Board minutes.pdf", "Sealed letter.pdf"});
+    edit([](StampSettings &settings) { settings.cover = CoverOption::skipNoNumber; });
+    const auto *delegate = qobject_cast<FileRowDelegate *>(view()->itemDelegate());
+    for (int place = 0; place < rows()->rowCount(); ++place) {
+        const QModelIndex index = rows()->index(place, 0);
+        EXPECT_EQ(view()->visualRect(index).height(),
+                  delegate->rowOf(index, view()->viewport()->width()).height());
+    }
+}
+
+} // namespace tallyfold

@@ -1,0 +1,149 @@
+#include "ui/panels/FilePanel.h"
+
+#include "tests/support/Sample.h"
+#include "tests/support/TemporaryFolder.h"
+#include "ui/panels/FolderContents.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace tallyfold {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Paths = std::vector<fs::path>;
+
+class FilePanelTest : public testing::Test {
+protected:
+    FilePanelTest()
+    {
+        fs::create_directories(folder / "case 10");
+        fs::create_directories(folder / "case 2");
+        fs::create_directories(folder / ".hidden");
+        for (const char *name :
+             {"b.pdf", "a.PDF", "notes.txt", ".c.pdf", "case 2/inside.pdf", "odd\xff.pdf"}) {
+            std::ofstream(folder / name) << "x";
+        }
+    }
+
+    std::unique_ptr<FilePanel> open()
+    {
+        auto panel = std::make_unique<FilePanel>(OpenPanel::forFiles(), folder / ".");
+        panel->show();
+        return panel;
+    }
+
+    static QTreeView *list(const FilePanel &panel)
+    {
+        return panel.findChild<QTreeView *>(QStringLiteral("contents"));
+    }
+
+    static void select(const FilePanel &panel, const std::vector<int> &rows)
+    {
+        for (const int row : rows) {
+            list(panel)->selectionModel()->select(list(panel)->model()->index(row, 0),
+                                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+    }
+
+    static Paths names(const Paths &paths)
+    {
+        Paths last;
+        for (const fs::path &path : paths) {
+            last.push_back(path.filename());
+        }
+        return last;
+    }
+
+    static void typePath(const FilePanel &panel, const std::string &path)
+    {
+        auto *field = panel.findChild<QLineEdit *>(QStringLiteral("path"));
+        field->setFocus();
+        field->setText(QString::fromStdString(path));
+        QTest::keyClick(field, Qt::Key_Return);
+    }
+
+    tests::TemporaryFolder folder;
+};
+
+} // namespace
+
+TEST_F(FilePanelTest, FoldersStandBeforePdfsInNaturalOrderAndNothingElseIsThere)
+{
+    FolderContents contents;
+    ASSERT_TRUE(contents.open(folder / "."));
+    Paths listed;
+    for (int row = 0; row < contents.rowCount(); ++row) {
+        listed.push_back(contents.pathOf(contents.index(row, 0)).filename());
+    }
+    EXPECT_EQ(listed, (Paths{"case 2", "case 10", "a.PDF", "b.pdf", "odd\xff.pdf"}));
+}
+
+TEST_F(FilePanelTest, AFolderThatCannotBeReadLeavesTheListAsItIs)
+{
+    FolderContents contents;
+    ASSERT_TRUE(contents.open(folder / "."));
+    const int rows = contents.rowCount();
+    EXPECT_FALSE(contents.open(folder / "nowhere"));
+    EXPECT_EQ(contents.rowCount(), rows);
+}
+
+TEST_F(FilePanelTest, FilesAndFoldersAreChosenTogetherWithNamesThatAreNoText)
+{
+    const auto panel = open();
+    select(*panel, {0, 2, 4});
+    QTest::mouseClick(panel->findChild<QPushButton *>(QStringLiteral("add")), Qt::LeftButton);
+    EXPECT_EQ(panel->result(), QDialog::Accepted);
+    EXPECT_EQ(names(panel->chosen()), (Paths{"case 2", "a.PDF", "odd\xff.pdf"}));
+}
+
+TEST_F(FilePanelTest, WithNothingChosenTheShownFolderIsMeant)
+{
+    const auto panel = open();
+    panel->findChild<QPushButton *>(QStringLiteral("add"))->click();
+    EXPECT_EQ(panel->chosen(), Paths{folder / "."});
+}
+
+TEST_F(FilePanelTest, OpeningAFolderGoesThereAndOpeningAFileTakesIt)
+{
+    const auto panel = open();
+    Q_EMIT list(*panel)->activated(list(*panel)->model()->index(0, 0));
+    EXPECT_EQ(panel->folder(), folder / "." / "case 2");
+    Q_EMIT list(*panel)->activated(list(*panel)->model()->index(0, 0));
+    EXPECT_EQ(panel->result(), QDialog::Accepted);
+    EXPECT_EQ(names(panel->chosen()), Paths{"inside.pdf"});
+}
+
+TEST_F(FilePanelTest, APathCanBeTyped)
+{
+    const auto panel = open();
+    typePath(*panel, (folder / "case 2").native());
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_EQ(panel->folder(), folder / "case 2");
+    typePath(*panel, "inside.pdf");
+    EXPECT_FALSE(panel->isVisible());
+    EXPECT_EQ(panel->chosen(), Paths{folder / "case 2" / "inside.pdf"});
+}
+
+TEST_F(FilePanelTest, APathThatLeadsNowhereStaysToBeMended)
+{
+    const auto panel = open();
+    typePath(*panel, "no such file");
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_EQ(panel->findChild<QLineEdit *>(QStringLiteral("path"))->selectedText(),
+              QStringLiteral("no such file"));
+}
+
+TEST_F(FilePanelTest, EscapeChoosesNothing)
+{
+    const auto panel = open();
+    QTest::keyClick(panel.get(), Qt::Key_Escape);
+    EXPECT_EQ(panel->result(), QDialog::Rejected);
+}
+
+} // namespace tallyfold

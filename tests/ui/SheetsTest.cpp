@@ -1,0 +1,213 @@
+#include "ui/sheets/Sheets.h"
+
+#include "tests/app/Gate.h"
+#include "tests/ui/WindowFixture.h"
+#include "ui/controls/SymbolLabel.h"
+#include "ui/sheets/ResultView.h"
+
+#include <fstream>
+
+namespace tallyfold {
+
+namespace {
+
+class SheetsTest : public tests::WindowFixture {
+protected:
+    QDialog *current()
+    {
+        waitUntil([this] { return app->mainView().sheets().current() != nullptr; });
+        return app->mainView().sheets().current();
+    }
+    bool isFree()
+    {
+        return waitUntil([this] { return app->mainView().sheets().current() == nullptr; });
+    }
+
+    /// Runs a production of what is listed, and waits for its sheet.
+    QDialog *produce()
+    {
+        model().setOutputFolder(output);
+        model().stamp(true);
+        return current();
+    }
+};
+
+} // namespace
+
+TEST_F(SheetsTest, AProblemIsToldUntilItIsSeen)
+{
+    model().setProblem(QStringLiteral("It did not work."));
+    QDialog *alert = current();
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(text("alertTitle"), "Something went wrong");
+    EXPECT_EQ(text("alertText"), "It did not work.");
+    EXPECT_EQ(buttonTitles(alert), QStringList(QStringLiteral("OK")));
+    QTest::keyClick(alert, Qt::Key_Return);
+    EXPECT_FALSE(model().problem());
+    EXPECT_TRUE(isFree());
+}
+
+TEST_F(SheetsTest, EscapeDismissesAProblem)
+{
+    model().setProblem(QStringLiteral("It did not work."));
+    QTest::keyClick(current(), Qt::Key_Escape);
+    EXPECT_FALSE(model().problem());
+}
+
+TEST_F(SheetsTest, ProtectedFilesAreAskedAboutInTheOrderOfTheButtons)
+{
+    addPdfs({"a.pdf"});
+    addSamples({"Sealed letter.pdf"});
+    model().setOutputFolder(output);
+    model().stamp();
+    QDialog *alert = current();
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(text("alertTitle"), "Some PDFs Won’t Be Stamped");
+    EXPECT_TRUE(
+        text("alertText").ends_with("The production index will list them as “skipped: password-protected”."));
+    EXPECT_EQ(buttonTitles(alert),
+              QStringList({QStringLiteral("Stamp the Other Files"),
+                           QStringLiteral("How to Remove a Password"), QStringLiteral("Cancel")}));
+}
+
+TEST_F(SheetsTest, ReturnStampsTheOtherFiles)
+{
+    addPdfs({"a.pdf"});
+    addSamples({"Sealed letter.pdf"});
+    model().setOutputFolder(output);
+    model().stamp();
+    QTest::keyClick(current(), Qt::Key_Return);
+    EXPECT_FALSE(model().isConfirmingProtected());
+    EXPECT_TRUE(waitUntil([this] { return model().sheet() == Sheet::result; }));
+    EXPECT_EQ(model().summary()->files, 1);
+}
+
+TEST_F(SheetsTest, EscapeAbandonsTheStartAndHelpExplains)
+{
+    addPdfs({"a.pdf"});
+    addSamples({"Sealed letter.pdf"});
+    model().setOutputFolder(output);
+    model().stamp();
+    QTest::keyClick(current(), Qt::Key_Escape);
+    EXPECT_FALSE(model().isConfirmingProtected());
+    EXPECT_FALSE(model().isRunning());
+    model().stamp();
+    clickTitled(current(), QStringLiteral("How to Remove a Password"));
+    EXPECT_FALSE(model().isConfirmingProtected());
+    EXPECT_FALSE(model().isRunning());
+    ASSERT_NE(app->help(), nullptr);
+    EXPECT_EQ(app->environment().helpRouter.topic(), QStringLiteral("password"));
+}
+
+TEST_F(SheetsTest, AProductionThatWasWrittenIsToldWithItsRangeAndFiles)
+{
+    addPdfs({"a.pdf", "b.pdf"}, 2);
+    AppSettings settings = model().settings();
+    settings.writePrivilegeLog = true;
+    model().setSettings(settings);
+    QDialog *result = produce();
+    EXPECT_EQ(text("resultTitle"), "Production written");
+    EXPECT_EQ(text("resultCounts"), "2 stamped copies · 4 pages");
+    EXPECT_EQ(text("resultRange"), "ABC000001 – ABC000004");
+    EXPECT_EQ(text("resultIndex"), "Production Index.csv");
+    EXPECT_EQ(text("resultPrivilegeLog"), "Privilege Log.csv");
+    EXPECT_EQ(text("resultNext"), "Next production starts at ABC000005 to continue this series.");
+    EXPECT_EQ(buttonTitles(result),
+              QStringList({QStringLiteral("Show in File Manager"), QStringLiteral("Start Next Production"),
+                           QStringLiteral("Done")}));
+    EXPECT_EQ(find<QPushButton>("startNext")->toolTip(),
+              QStringLiteral("Clears the list and sets the start number to ABC000005."));
+    click("showInFinder");
+    EXPECT_EQ(desktop->revealed, std::vector{output});
+    QTest::keyClick(result, Qt::Key_Return);
+    EXPECT_FALSE(model().sheet());
+    EXPECT_TRUE(model().summary());
+}
+
+TEST_F(SheetsTest, WithoutTheOptionsTheirRowsAreNotThere)
+{
+    addPdfs({"a.pdf"});
+    AppSettings settings = model().settings();
+    settings.writeIndex = false;
+    model().setSettings(settings);
+    produce();
+    EXPECT_FALSE(isShown("resultIndex"));
+    EXPECT_FALSE(isShown("resultPrivilegeLog"));
+}
+
+TEST_F(SheetsTest, TheNextProductionClearsTheListAndGoesOnWithTheNumbers)
+{
+    addPdfs({"a.pdf"}, 3);
+    produce();
+    click("startNext");
+    EXPECT_TRUE(model().sources().empty());
+    EXPECT_EQ(stamp().startNumber, 4);
+    EXPECT_FALSE(model().sheet());
+    EXPECT_TRUE(isFree());
+}
+
+TEST_F(SheetsTest, ARunStoppedBeforeItsFirstCopySaysSo)
+{
+    restart([](const ProductionPlan &, const std::filesystem::path &, const ProductionOptions &,
+               const Production::OnPage &) -> ProductionResult {
+        throw ProductionError{ProductionError::Kind::cancelled, {}, {}};
+    });
+    addPdfs({"a.pdf"});
+    QDialog *result = produce();
+    EXPECT_EQ(text("resultTitle"), "Stopped");
+    EXPECT_EQ(text("resultNext"),
+              "0 stamped copies were finished before you stopped; the one in progress was removed "
+              "and no index was written.");
+    EXPECT_FALSE(isShown("resultIndex"));
+    EXPECT_EQ(buttonTitles(result),
+              QStringList({QStringLiteral("Show in File Manager"), QStringLiteral("Done")}));
+}
+
+TEST_F(SheetsTest, FailuresAreListedInTheirOrder)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    std::ofstream(folder / "sources" / "b.pdf") << "no PDF any more";
+    std::ofstream(folder / "sources" / "a.pdf") << "no PDF any more";
+    QDialog *result = produce();
+    QStringList lines;
+    for (const SymbolLabel *line : result->findChildren<SymbolLabel *>(QStringLiteral("failure"))) {
+        lines.append(line->text());
+    }
+    EXPECT_EQ(lines,
+              QStringList({QStringLiteral("“a.pdf” couldn’t be stamped (marked “failed” in the index)."),
+                           QStringLiteral("“b.pdf” couldn’t be stamped (marked “failed” in the index).")}));
+}
+
+TEST_F(SheetsTest, AResultWaitsForAWindowThatWasClosed)
+{
+    addPdfs({"a.pdf"});
+    model().setOutputFolder(output);
+    app->mainView().close();
+    model().stamp();
+    EXPECT_TRUE(waitUntil([this] { return model().sheet() == Sheet::result; }));
+    EXPECT_EQ(app->mainView().sheets().current(), nullptr);
+    app->reopen({});
+    EXPECT_NE(current(), nullptr);
+}
+
+TEST_F(SheetsTest, TheWelcomeIsShownUntilItIsAnswered)
+{
+    AppSettings settings = model().settings();
+    settings.onboardingDone = false;
+    model().setSettings(settings);
+    restart();
+    QDialog *welcome = current();
+    ASSERT_NE(welcome, nullptr);
+    EXPECT_EQ(welcome->objectName(), QStringLiteral("welcomeView"));
+    EXPECT_EQ(buttonTitles(welcome), QStringList({QStringLiteral("Help"), QStringLiteral("Get Started")}));
+    click("welcomeHelp");
+    ASSERT_NE(app->help(), nullptr);
+    QTest::keyClick(welcome, Qt::Key_Escape);
+    EXPECT_FALSE(model().settings().onboardingDone); // It was put off, not answered.
+    restart();
+    QTest::keyClick(current(), Qt::Key_Return);
+    EXPECT_TRUE(model().settings().onboardingDone);
+    EXPECT_FALSE(model().sheet());
+}
+
+} // namespace tallyfold

@@ -1,0 +1,351 @@
+#include "tests/ui/WindowFixture.h"
+#include "ui/preview/PreviewPane.h"
+#include "ui/sheets/Alert.h"
+#include "ui/shell/AboutPanel.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenuBar>
+
+namespace tallyfold {
+
+namespace {
+
+class Windows : public tests::WindowFixture {
+protected:
+    /// The titles of the entries of the menu called `title`, "-" for lines.
+    QStringList entriesOf(const QString &title)
+    {
+        QStringList entries;
+        for (const QAction *entry : menu(title)->actions()) {
+            entries.append(entry->isSeparator() ? QStringLiteral("-") : entry->text());
+        }
+        return entries;
+    }
+    QMenu *menu(const QString &title)
+    {
+        for (const QAction *top : app->mainView().menuBar()->actions()) {
+            if (top->text() == title) {
+                return top->menu();
+            }
+        }
+        return nullptr;
+    }
+    QAction *entry(const QString &menuTitle, const QString &title)
+    {
+        for (QAction *action : menu(menuTitle)->actions()) {
+            if (action->text() == title) {
+                return action;
+            }
+        }
+        ADD_FAILURE() << "there is no " << title.toStdString();
+        return nullptr;
+    }
+    QStringList presets()
+    {
+        QStringList titles;
+        for (const QAction *action : app->mainView().presetMenu().actions()) {
+            titles.append(action->isSeparator() ? u'-' + action->text() : action->text());
+        }
+        return titles;
+    }
+};
+
+const QString file = QStringLiteral("&File");
+const QString editMenu = QStringLiteral("&Edit");
+const QString production = QStringLiteral("&Production");
+const QString help = QStringLiteral("&Help");
+
+} // namespace
+
+TEST_F(Windows, TheMenusHaveTheirCommandsInOrder)
+{
+    EXPECT_EQ(entriesOf(file).join(u'|'), QStringLiteral("Add PDFs…|-|Close Window|Quit Tallyfold"));
+    EXPECT_EQ(entriesOf(editMenu).join(u'|'),
+              QStringLiteral("Undo|Redo|-|Cut|Copy|Paste|Delete|Select All|-|Settings…"));
+    EXPECT_EQ(entriesOf(production).join(u'|'),
+              QStringLiteral("Stamp|Choose Output Folder…|-|Remove Selected Files|Remove All Files"));
+    EXPECT_EQ(entriesOf(help).join(u'|'),
+              QStringLiteral("Tallyfold Help|Check for Updates…|About Tallyfold"));
+}
+
+TEST_F(Windows, CommandsAnswerToTheirKeys)
+{
+    const auto keys = [&](const QString &where, const char *title) {
+        return entry(where, QString::fromUtf8(title))->shortcut().toString(QKeySequence::PortableText);
+    };
+    EXPECT_EQ(keys(file, "Add PDFs…"), QStringLiteral("Ctrl+O"));
+    EXPECT_EQ(keys(file, "Close Window"), QStringLiteral("Ctrl+W"));
+    EXPECT_EQ(keys(production, "Stamp"), QStringLiteral("Ctrl+Return"));
+    EXPECT_EQ(keys(production, "Choose Output Folder…"), QStringLiteral("Ctrl+Shift+O"));
+    EXPECT_EQ(keys(help, "Tallyfold Help"), QStringLiteral("Ctrl+?"));
+    QTest::keyClick(&app->mainView(), Qt::Key_O, Qt::ControlModifier);
+    QTest::keyClick(&app->mainView(), Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_EQ(panels->asked.size(), 2U);
+    EXPECT_EQ(panels->asked[0], OpenPanel::forFiles());
+    EXPECT_EQ(panels->asked[1], OpenPanel::forOutputFolder());
+}
+
+TEST_F(Windows, CommandsAreThereOnlyWhenTheyCanDoSomething)
+{
+    EXPECT_FALSE(entry(production, QStringLiteral("Stamp"))->isEnabled());
+    EXPECT_FALSE(entry(production, QStringLiteral("Remove All Files"))->isEnabled());
+    addPdfs({"a.pdf"});
+    EXPECT_TRUE(entry(production, QStringLiteral("Stamp"))->isEnabled());
+    EXPECT_TRUE(entry(production, QStringLiteral("Remove All Files"))->isEnabled());
+    EXPECT_FALSE(entry(production, QStringLiteral("Remove Selected Files"))->isEnabled());
+    model().setSelection({model().sources().front().id});
+    EXPECT_TRUE(entry(production, QStringLiteral("Remove Selected Files"))->isEnabled());
+}
+
+TEST_F(Windows, CtrlReturnStamps)
+{
+    addPdfs({"a.pdf"});
+    model().setOutputFolder(output);
+    QTest::keyClick(&app->mainView(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_TRUE(waitUntil([this] { return model().sheet() == Sheet::result; }));
+    EXPECT_TRUE(std::filesystem::exists(output / "a.pdf"));
+}
+
+TEST_F(Windows, UndoNamesWhatItTakesBack)
+{
+    addPdfs({"a.pdf"});
+    Q_EMIT menu(editMenu)->aboutToShow();
+    EXPECT_EQ(entriesOf(editMenu).first(), QStringLiteral("Undo Add Files"));
+    menu(editMenu)->actions().first()->trigger();
+    EXPECT_TRUE(model().sources().empty());
+    EXPECT_EQ(entriesOf(editMenu)[1], QStringLiteral("Redo Add Files"));
+}
+
+TEST_F(Windows, UndoTakesBackTypingBeforeFiles)
+{
+    addPdfs({"a.pdf"});
+    auto *prefix = find<QLineEdit>("prefix");
+    prefix->setFocus();
+    QTest::keyClicks(prefix, QStringLiteral("X"));
+    QTest::keyClick(prefix, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(stamp().prefix, QStringLiteral("ABC"));
+    EXPECT_EQ(listed(), "a.pdf");
+    QTest::keyClick(prefix, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(listed(), "");
+}
+
+TEST_F(Windows, TheFirstPagesOfTheChosenFileAreShown)
+{
+    auto *pane = find<PreviewPane>("previewPane");
+    EXPECT_EQ(pane->currentIndex(), 0);
+    addPdfs({"a.pdf"}, 5);
+    EXPECT_TRUE(waitUntil([&] { return pane->currentIndex() == 1; }));
+    EXPECT_EQ(text("previewHeader"), "First pages of “a.pdf”");
+    EXPECT_TRUE(isShown("closeUp"));
+    EXPECT_EQ(find<QWidget>("page3")->accessibleName(), QStringLiteral("Page 3, stamped"));
+    EXPECT_EQ(pane->findChild<QWidget *>(QStringLiteral("page4")), nullptr);
+    EXPECT_EQ(find<QWidget>("closeUp")->accessibleName(),
+              QStringLiteral("Close-up of the stamp on the first page"));
+    const auto *first = find<PreviewImage>("page1");
+    const double shape = static_cast<double>(first->image().height()) / first->image().width();
+    EXPECT_NEAR(first->height(), first->width() * shape, 3);
+    edit([](StampSettings &settings) { settings.prefix = QStringLiteral("X"); });
+    EXPECT_TRUE(waitUntil([this] { return !model().hasPreviewTask(); }));
+    EXPECT_EQ(find<PreviewImage>("page1"), first); // The page stays where it is; only its picture changes.
+    model().removeAll();
+    EXPECT_TRUE(waitUntil([&] { return pane->currentIndex() == 0; }));
+}
+
+TEST_F(Windows, PresetsAreOfferedInSections)
+{
+    EXPECT_EQ(
+        presets(),
+        QStringList({QStringLiteral("-Starting points"), QStringLiteral("Standard (bottom right)"),
+                     QStringLiteral("Confidential legend"), QStringLiteral("Exhibits (EX-0001, page X of Y)"),
+                     QStringLiteral("-"), QStringLiteral("Save Current Settings as Preset…")}));
+    model().savePreset(QStringLiteral("Smith & Jones"));
+    EXPECT_EQ(presets()[4], QStringLiteral("-Your presets"));
+    EXPECT_EQ(presets()[5], QStringLiteral("Smith && Jones")); // Not a key to press.
+}
+
+TEST_F(Windows, APresetThatWasAppliedCanBeTakenBack)
+{
+    edit([](StampSettings &settings) { settings.prefix = QStringLiteral("MINE"); });
+    app->mainView().presetMenu().actions()[3]->trigger();
+    EXPECT_EQ(stamp().prefix, QStringLiteral("EX-"));
+    EXPECT_EQ(app->mainView().undoStack().undoText(), QStringLiteral("Apply Preset"));
+    app->mainView().undoStack().undo();
+    EXPECT_EQ(stamp().prefix, QStringLiteral("MINE"));
+    app->mainView().undoStack().redo();
+    EXPECT_EQ(stamp().prefix, QStringLiteral("EX-"));
+}
+
+TEST_F(Windows, SavingUnderANameThatIsThereReplacesThePreset)
+{
+    for (const char *prefix : {"ONE", "TWO"}) {
+        edit([&](StampSettings &settings) { settings.prefix = QString::fromLatin1(prefix); });
+        app->mainView().presetMenu().actions().last()->trigger();
+        Alert *prompt = app->mainView().presetMenu().prompt();
+        ASSERT_NE(prompt, nullptr);
+        EXPECT_EQ(prompt->windowTitle(), QStringLiteral("Save Preset"));
+        EXPECT_EQ(text("presetName"), "");
+        QTest::keyClicks(find<QLineEdit>("presetName"), QStringLiteral(" Case 12 "));
+        QTest::keyClick(prompt, Qt::Key_Return);
+        waitUntil([this] { return app->mainView().presetMenu().prompt() == nullptr; });
+    }
+    ASSERT_EQ(model().settings().presets.size(), 1U);
+    EXPECT_EQ(model().settings().presets.front().name, QStringLiteral("Case 12"));
+    EXPECT_EQ(model().settings().presets.front().settings.prefix, QStringLiteral("TWO"));
+}
+
+TEST_F(Windows, ThePromptForANameCanBeCancelled)
+{
+    app->mainView().presetMenu().askForName();
+    Alert *prompt = app->mainView().presetMenu().prompt();
+    EXPECT_EQ(buttonTitles(prompt), QStringList({QStringLiteral("Save"), QStringLiteral("Cancel")}));
+    QTest::keyClicks(find<QLineEdit>("presetName"), QStringLiteral("x"));
+    QTest::keyClick(prompt, Qt::Key_Escape);
+    EXPECT_TRUE(model().settings().presets.empty());
+}
+
+TEST_F(Windows, SettingsListThePresetsUntilTheLastIsGone)
+{
+    model().savePreset(QStringLiteral("One"));
+    app->openWindow(WindowId::settings);
+    ASSERT_NE(app->settings(), nullptr);
+    EXPECT_FALSE(isShown("noPresets"));
+    EXPECT_EQ(text("presetName"), "One");
+    edit([](StampSettings &settings) { settings.prefix = QStringLiteral("OTHER"); });
+    click("applyPreset");
+    EXPECT_TRUE(waitUntil([this] { return stamp().prefix == QStringLiteral("ABC"); }));
+    click("deletePreset");
+    EXPECT_TRUE(waitUntil([] { return isShown("noPresets"); }));
+    EXPECT_TRUE(model().settings().presets.empty());
+    EXPECT_EQ(app->mainView().undoStack().undoText(), QStringLiteral("Delete Preset"));
+}
+
+TEST_F(Windows, TheWelcomeCanBeSeenAgainFromTheSettings)
+{
+    app->mainView().close();
+    app->openWindow(WindowId::settings);
+    click("showWelcome");
+    EXPECT_FALSE(model().settings().onboardingDone);
+    EXPECT_TRUE(app->mainView().isVisible());
+    EXPECT_TRUE(waitUntil([this] { return app->mainView().sheets().current() != nullptr; }));
+    EXPECT_EQ(app->mainView().sheets().current()->objectName(), QStringLiteral("welcomeView"));
+}
+
+TEST_F(Windows, HelpIsOneWindowThatTurnsToItsTopic)
+{
+    app->openWindow(WindowId::help);
+    HelpView *first = app->help();
+    auto *topics = find<QListWidget>("topics");
+    EXPECT_EQ(topics->count(), 8);
+    EXPECT_EQ(text("topicTitle"), "Getting started");
+    app->environment().openHelp(QStringLiteral("password"));
+    EXPECT_EQ(app->help(), first);
+    EXPECT_EQ(topics->currentRow(), 5);
+    EXPECT_EQ(text("topicTitle"), "Password-protected PDFs");
+    topics->setCurrentRow(1);
+    EXPECT_EQ(app->environment().helpRouter.topic(), QStringLiteral("numbers"));
+    EXPECT_EQ(first->findChildren<QLabel *>(QStringLiteral("paragraph")).size(), 3);
+    first->close();
+    app->openWindow(WindowId::help);
+    EXPECT_EQ(text("topicTitle"), "Numbering and order");
+}
+
+TEST_F(Windows, SupportBeginsAMessageOrOpensThePage)
+{
+    app->environment().openHelp(QStringLiteral("support"));
+    click("emailSupport");
+    click("webPage");
+    ASSERT_EQ(desktop->opened.size(), 2U);
+    EXPECT_EQ(desktop->opened[0].scheme(), QStringLiteral("mailto"));
+    EXPECT_TRUE(desktop->opened[0].toEncoded().endsWith("?subject=Tallyfold%20support"));
+    EXPECT_EQ(desktop->opened[1].scheme(), QStringLiteral("https"));
+}
+
+TEST_F(Windows, HelpTextCanBeSelected)
+{
+    app->openWindow(WindowId::help);
+    const auto *paragraph = app->help()->findChild<QLabel *>(QStringLiteral("paragraph"));
+    EXPECT_TRUE(paragraph->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+    EXPECT_TRUE(paragraph->textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
+}
+
+TEST_F(Windows, FilesHandedOverOpenTheWindowAndJoinTheList)
+{
+    app->mainView().close();
+    EXPECT_FALSE(app->mainView().isVisible());
+    app->reopen({pdf("a.pdf"), pdf("b.pdf"), pdf("c.pdf")});
+    EXPECT_TRUE(app->mainView().isVisible());
+    EXPECT_EQ(listed(), "a.pdf b.pdf c.pdf");
+}
+
+TEST_F(Windows, AWindowThatComesBackHasTheSameListAndUndo)
+{
+    addPdfs({"a.pdf"});
+    app->mainView().close();
+    app->reopen({});
+    EXPECT_TRUE(app->mainView().isVisible());
+    EXPECT_EQ(listed(), "a.pdf");
+    app->mainView().undoStack().undo();
+    EXPECT_EQ(listed(), "");
+}
+
+TEST_F(Windows, FilesThatAreNoPdfsAreToldOf)
+{
+    app->reopen({folder / "settings.ini"});
+    EXPECT_TRUE(model().problem());
+    EXPECT_TRUE(waitUntil([this] { return app->mainView().sheets().current() != nullptr; }));
+}
+
+TEST_F(Windows, TheColumnsRememberTheirPlace)
+{
+    auto *columns = find<QSplitter>("columns");
+    columns->setSizes({300, 500, 440});
+    const QList<int> sizes = columns->sizes();
+    app->mainView().close();
+    restart();
+    EXPECT_EQ(find<QSplitter>("columns")->sizes(), sizes);
+}
+
+TEST_F(Windows, AProgramThatCannotBeReopenedAsksBeforeItStopsAProduction)
+{
+    restart([](const ProductionPlan &, const std::filesystem::path &, const ProductionOptions &,
+               const Production::OnPage &onPage) -> ProductionResult {
+        while (onPage(1)) {
+        }
+        throw ProductionError{ProductionError::Kind::cancelled, {}, {}};
+    });
+    app->setReachable(false);
+    addPdfs({"a.pdf"});
+    model().setOutputFolder(output);
+    model().stamp();
+    app->mainView().close();
+    EXPECT_TRUE(app->mainView().isVisible());
+    auto *alert = find<Alert>("closeAlert");
+    ASSERT_NE(alert, nullptr);
+    clickTitled(alert, QStringLiteral("Keep Writing"));
+    EXPECT_TRUE(model().isRunning());
+    model().cancelRun();
+    EXPECT_TRUE(waitUntil([this] { return !model().isRunning(); }));
+    app->setReachable(true);
+}
+
+TEST_F(Windows, AboutSaysWhatTheProgramIsAndWhomToAsk)
+{
+    entry(help, QStringLiteral("About Tallyfold"))->trigger();
+    EXPECT_TRUE(isShown("about"));
+    ASSERT_EQ(AboutPanel::credits().size(), 2);
+    EXPECT_EQ(AboutPanel::credits()[0],
+              QStringLiteral("Bates numbers, legends and a production index for folders of PDFs"));
+    EXPECT_TRUE(AboutPanel::credits()[1].contains(QStringLiteral("never uploaded. Questions: support@")));
+    find<QDialog>("about")->close();
+}
+
+TEST_F(Windows, ACheckForUpdatesIsAnsweredInTheWindow)
+{
+    entry(help, QStringLiteral("Check for Updates…"))->trigger();
+    EXPECT_TRUE(waitUntil([] { return isShown("updateAlert"); }));
+    EXPECT_EQ(text("alertTitle"), "Couldn’t check for updates"); // No address is built in.
+    clickTitled(find<Alert>("updateAlert"), QStringLiteral("OK"));
+}
+
+} // namespace tallyfold
