@@ -1,5 +1,7 @@
 #include "ui/controls/TextField.h"
 
+#include "ui/theme/Spacing.h"
+
 #include <QKeyEvent>
 
 namespace tallyfold {
@@ -7,6 +9,7 @@ namespace tallyfold {
 TextField::TextField(const QString &prompt, QWidget *parent) : QLineEdit(parent)
 {
     setPlaceholderText(prompt);
+    setTextMargins(spacing::tight, 0, spacing::tight, 0);
     setMinimumWidth(100);
 }
 

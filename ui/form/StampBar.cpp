@@ -1,11 +1,11 @@
 #include "ui/form/StampBar.h"
 
+#include "ui/controls/Separator.h"
 #include "ui/text/PlanText.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 #include "ui/theme/Symbols.h"
 
-#include <QFrame>
 #include <QHBoxLayout>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -36,14 +36,10 @@ StampBar::StampBar(const Environment &environment, QWidget *parent)
       m_running(makeRunning())
 {
     setObjectName(QStringLiteral("stampBar"));
-    auto *line = new QFrame;
-    line->setFrameShape(QFrame::HLine);
-    line->setFrameShadow(QFrame::Plain);
-    line->setForegroundRole(QPalette::Mid);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(line);
+    layout->addWidget(new Separator);
     layout->addWidget(m_idle);
     layout->addWidget(m_running);
 

@@ -3,6 +3,7 @@
 #include "app/UriList.h"
 #include "ui/controls/Buttons.h"
 #include "ui/controls/EmptyState.h"
+#include "ui/controls/Separator.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 #include "ui/theme/Symbols.h"
@@ -45,16 +46,6 @@ protected:
     }
 };
 
-/// A line between the list and what stands under it.
-QWidget *separator()
-{
-    auto *line = new QFrame;
-    line->setFrameShape(QFrame::HLine);
-    line->setFrameShadow(QFrame::Plain);
-    line->setForegroundRole(QPalette::Mid);
-    return line;
-}
-
 } // namespace
 
 FileList::FileList(const Environment &environment, QWidget *parent)
@@ -88,11 +79,14 @@ QWidget *FileList::makeEmptyState()
     auto *button = new ProminentButton(words(QT_TRANSLATE_NOOP("Words", "Add PDFs…")));
     button->setObjectName(QStringLiteral("addPdfs"));
     connect(button, &QPushButton::clicked, this, [this] { m_environment.model.chooseFiles(); });
-    return new EmptyState(
-        QStringLiteral("doc.on.doc"), words(QT_TRANSLATE_NOOP("Words", "Drop PDFs Here")),
-        words(QT_TRANSLATE_NOOP("Words", "Drop a folder of PDFs, or the PDFs themselves. The "
-                                         "originals are only read, never changed.")),
-        button);
+    auto *state =
+        new EmptyState(QStringLiteral("doc.on.doc"), words(QT_TRANSLATE_NOOP("Words", "Drop PDFs Here")),
+                       words(QT_TRANSLATE_NOOP("Words", "Drop a folder of PDFs, or the PDFs themselves. The "
+                                                        "originals are only read, never changed.")),
+                       button);
+    state->setAutoFillBackground(true);
+    state->setBackgroundRole(QPalette::Base);
+    return state;
 }
 
 QWidget *FileList::makeList()
@@ -122,7 +116,7 @@ QWidget *FileList::makeList()
     layout->setSpacing(0);
     layout->addWidget(header);
     layout->addWidget(m_view, 1);
-    layout->addWidget(separator());
+    layout->addWidget(new Separator);
     m_summary->setAutoFillBackground(true);
     layout->addWidget(m_summary);
     return page;

@@ -110,10 +110,8 @@ int FileRow::addLine(const RowLine &line, int top)
         m_pieces.append({room, line.text, line.help, font, line.kind, false, {}});
         return top;
     }
-    room.setHeight(metrics
-                       .boundingRect(QRect(0, 0, room.width(), 10000),
-                                     Qt::TextWordWrap | Qt::TextWrapAnywhere, line.text)
-                       .height());
+    room.setHeight(
+        metrics.boundingRect(QRect(0, 0, room.width(), 10000), Qt::TextWordWrap, line.text).height());
     m_pieces.append({room, line.text, line.help, font, line.kind, false, symbol});
     return room.bottom() + 3;
 }
@@ -182,7 +180,7 @@ void FileRow::paint(QPainter &painter, QPoint origin, const Look &look) const
             painter.drawText(place, Qt::AlignLeading | Qt::AlignVCenter,
                              painter.fontMetrics().elidedText(piece.text, Qt::ElideMiddle, place.width()));
         } else {
-            painter.drawText(place, Qt::AlignLeading | Qt::TextWordWrap | Qt::TextWrapAnywhere, piece.text);
+            painter.drawText(place, Qt::AlignLeading | Qt::TextWordWrap, piece.text);
         }
     }
     if (!m_link.isNull()) {

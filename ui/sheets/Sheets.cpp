@@ -72,6 +72,12 @@ void Sheets::showSheet()
 void Sheets::showProblem()
 {
     const std::optional<QString> &problem = m_environment.model.problem();
+    if (m_problem && problem != m_shownProblem) { // It is another one, or none any more.
+        m_problem->deleteLater();
+        m_problem->hide();
+        m_problem = nullptr;
+    }
+    m_shownProblem = problem;
     if (m_problem || !problem || !m_window->isVisible()) {
         return;
     }

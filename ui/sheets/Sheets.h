@@ -6,6 +6,9 @@
 #include <QDialog>
 #include <QObject>
 #include <QPointer>
+#include <QString>
+
+#include <optional>
 
 namespace tallyfold {
 
@@ -33,6 +36,7 @@ private:
     QPointer<QDialog> m_sheet;
     std::optional<Sheet> m_shownSheet;
     QPointer<Alert> m_problem;
+    std::optional<QString> m_shownProblem;
     QPointer<Alert> m_confirmation;
 };
 

@@ -288,9 +288,12 @@ QSize ModernStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
         size.setWidth(contents.width() + 24);
         size.setHeight(qMax(size.height(), 28));
         break;
+    case CT_SpinBox:
+        size.rwidth() += arrowWidth - 8; // Ours take more room than those that were counted on.
+        size.setHeight(qMax(size.height(), 28));
+        break;
     case CT_LineEdit:
     case CT_ComboBox:
-    case CT_SpinBox:
         size.setHeight(qMax(size.height(), 28));
         break;
     default:

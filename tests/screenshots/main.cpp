@@ -1,0 +1,306 @@
+// Writes pictures of every window in every state, for people to look at.
+// Usage: tallyfold_screenshots FOLDER [light|dark] [WIDTH HEIGHT]; QT_SCALE_FACTOR sets the scale.
+
+#include "app/Translations.h"
+#include "tests/app/FakePanels.h"
+#include "tests/support/Sample.h"
+#include "tests/support/TemporaryFolder.h"
+#include "ui/shell/TallyfoldApp.h"
+#include "ui/theme/ColorScheme.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QIcon>
+#include <QPainter>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include <atomic>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <thread>
+
+namespace {
+
+using namespace tallyfold;
+namespace fs = std::filesystem;
+
+class NoLastCheck final : public LastCheck {
+public:
+    [[nodiscard]] std::optional<QDateTime> load() const override
+    {
+        return std::nullopt;
+    }
+    void save(const QDateTime &) override {}
+};
+
+class NoDesktop final : public Desktop {
+public:
+    void reveal(const fs::path &) override {}
+    void open(const QUrl &) override {}
+};
+
+/// The application with a settings file of its own.
+class Stage {
+public:
+    Stage(const QString &folder, const QString &suffix, QSize size)
+        : m_folder(folder), m_suffix(suffix), m_size(size)
+    {
+        fs::create_directory(m_temporary / "Production 3");
+        TallyfoldApp::Parts parts;
+        parts.settings =
+            std::make_unique<SettingsStore>(QString::fromStdString(m_temporary / "settings.ini"));
+        parts.windowState = std::make_unique<WindowState>(QString::fromStdString(m_temporary / "window.ini"));
+        parts.desktop = std::make_unique<NoDesktop>();
+        parts.updater = std::make_unique<Updater>(FeedSettings{}, std::make_unique<NoLastCheck>());
+        parts.panels = std::make_unique<tests::FakePanels>();
+        parts.writer = [this](const ProductionPlan &plan, const fs::path &into,
+                              const ProductionOptions &options, const Production::OnPage &onPage) {
+            return Production::write(plan, into, options, [&](std::int64_t page) {
+                const bool goesOn = onPage(page);
+                while (m_isHeld && page >= 10 && goesOn && onPage(page)) {
+                    std::this_thread::yield();
+                }
+                return goesOn;
+            });
+        };
+        m_app = std::make_unique<TallyfoldApp>(std::move(parts));
+        AppSettings settings = model().settings();
+        settings.onboardingDone = true;
+        model().setSettings(settings);
+        m_app->launch({});
+        window().resize(m_size);
+    }
+
+    AppModel &model()
+    {
+        return m_app->model();
+    }
+    TallyfoldApp &app()
+    {
+        return *m_app;
+    }
+    QWidget &window()
+    {
+        return m_app->mainView();
+    }
+    [[nodiscard]] fs::path output() const
+    {
+        return m_temporary / "Production 3";
+    }
+
+    void edit(const std::function<void(StampSettings &)> &change)
+    {
+        StampSettings settings = model().settings().stamp;
+        change(settings);
+        model().setStamp(settings);
+    }
+
+    fs::path pdf(const std::string &name, int pages)
+    {
+        const fs::path path = m_temporary / "sources" / name;
+        fs::create_directories(path.parent_path());
+        tests::writeSample(path, pages);
+        return path;
+    }
+
+    void waitUntil(const std::function<bool()> &condition)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        while (!condition() && timer.elapsed() < 60'000) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        }
+    }
+    void settle()
+    {
+        waitUntil([this] { return !model().hasPreviewTask(); });
+        for (int round = 0; round < 20; ++round) {
+            QCoreApplication::processEvents();
+        }
+    }
+    void hold(bool isHeld)
+    {
+        m_isHeld = isHeld;
+    }
+
+    /// Scrolls the form so far down, from 0 to 1.
+    void scrollForm(double share)
+    {
+        QScrollBar *bar = window().findChild<QScrollArea *>(QStringLiteral("stampForm"))->verticalScrollBar();
+        settle();
+        bar->setValue(static_cast<int>(bar->maximum() * share));
+    }
+
+    void shoot(QWidget &widget, const char *name)
+    {
+        settle();
+        const QString path = QStringLiteral("%1/%2%3.png").arg(m_folder, QLatin1String(name), m_suffix);
+        if (!widget.grab().save(path)) {
+            std::cerr << "cannot write " << path.toStdString() << '\n';
+            std::exit(1);
+        }
+    }
+    /// The main window with what lies over it.
+    void shootWithSheet(const char *name)
+    {
+        settle();
+        QPixmap picture = window().grab();
+        if (QDialog *sheet = app().mainView().sheets().current()) {
+            QPainter painter(&picture);
+            painter.fillRect(picture.rect(), QColor(0, 0, 0, 60));
+            const QPixmap over = sheet->grab();
+            painter.drawPixmap((window().width() - sheet->width()) / 2,
+                               (window().height() - sheet->height()) / 2, over);
+        }
+        const QString path = QStringLiteral("%1/%2%3.png").arg(m_folder, QLatin1String(name), m_suffix);
+        if (!picture.save(path)) {
+            std::cerr << "cannot write " << path.toStdString() << '\n';
+            std::exit(1);
+        }
+    }
+
+private:
+    QString m_folder;
+    QString m_suffix;
+    QSize m_size;
+    tests::TemporaryFolder m_temporary;
+    std::atomic<bool> m_isHeld = false;
+    std::unique_ptr<TallyfoldApp> m_app;
+};
+
+fs::path sample(const char *name)
+{
+    return fs::path(TALLYFOLD_SAMPLES) / name;
+}
+
+void shootList(Stage &stage)
+{
+    stage.shoot(stage.window(), "empty");
+    stage.model().add(std::vector<fs::path>{sample("Exhibit A - Lease.pdf"), sample("Deposition excerpt.pdf"),
+                                            sample("Intake form.pdf")});
+    stage.edit([](StampSettings &settings) { settings.legend = QStringLiteral("CONFIDENTIAL"); });
+    stage.model().setOutputFolder(stage.output());
+    stage.shoot(stage.window(), "files");
+    stage.scrollForm(0.45);
+    stage.shoot(stage.window(), "files-middle");
+    stage.scrollForm(1);
+    stage.shoot(stage.window(), "files-bottom");
+    stage.scrollForm(0);
+}
+
+void shootRun(Stage &stage)
+{
+    stage.model().removeAll();
+    stage.model().add(
+        std::vector<fs::path>{stage.pdf("Correspondence.pdf", 40), stage.pdf("Exhibits.pdf", 22)});
+    stage.hold(true);
+    stage.model().stamp();
+    stage.waitUntil([&] { return stage.model().progressPages() >= 10; });
+    stage.shoot(stage.window(), "running");
+    stage.model().cancelRun();
+    stage.waitUntil([&] { return stage.model().sheet().has_value(); });
+    stage.shootWithSheet("stopped");
+    stage.model().setSheet(std::nullopt);
+    stage.hold(false);
+    stage.model().stamp();
+    stage.waitUntil([&] { return stage.model().sheet().has_value(); });
+    stage.shootWithSheet("result");
+    stage.model().setSheet(std::nullopt);
+    stage.scrollForm(1);
+    stage.shoot(stage.window(), "folder-problem");
+    stage.scrollForm(0);
+}
+
+void shootWarnings(Stage &stage)
+{
+    stage.model().removeAll();
+    const std::string longName = std::string(190, 'W') + " of 2026.pdf";
+    stage.model().add(std::vector<fs::path>{sample("Board minutes.pdf"), sample("Sealed letter.pdf"),
+                                            sample("Term sheet.pdf"), stage.pdf(longName, 1),
+                                            stage.pdf("Cover letter.pdf", 1)});
+    std::ofstream(stage.pdf("Broken scan.pdf", 1), std::ios::trunc) << "not a PDF";
+    stage.model().add(std::vector<fs::path>{stage.output() / ".." / "sources" / "Broken scan.pdf"});
+    stage.edit([](StampSettings &settings) {
+        settings.startNumber = 999'998;
+        settings.cover = CoverOption::skipNoNumber;
+        settings.pageOfTotal = true;
+        settings.legend = QStringLiteral("CONFIDENTIAL — ATTORNEYS’ EYES ONLY");
+    });
+    stage.shoot(stage.window(), "warnings");
+    stage.scrollForm(0.5);
+    stage.shoot(stage.window(), "warnings-middle");
+    stage.edit([](StampSettings &settings) { settings.cover = CoverOption::skipKeepNumber; });
+    stage.scrollForm(1);
+    stage.shoot(stage.window(), "warnings-bottom");
+    stage.scrollForm(0);
+    stage.model().setOutputFolder(stage.output() / ".." / "sources");
+    stage.model().setConfirmingProtected(true);
+    stage.shootWithSheet("protected");
+    stage.model().setConfirmingProtected(false);
+    stage.model().setProblem(QStringLiteral("Nothing was written: fix the items under Output first."));
+    stage.shootWithSheet("problem");
+    stage.model().setProblem(std::nullopt);
+}
+
+void shootOthers(Stage &stage)
+{
+    stage.model().removeAll();
+    stage.model().setSheet(Sheet::welcome);
+    stage.shootWithSheet("welcome");
+    stage.model().setSheet(std::nullopt);
+    stage.app().openWindow(WindowId::settings);
+    stage.shoot(*stage.app().settings(), "settings-none");
+    for (const char *name : {"Smith v. Jones", "Exhibits with a rather long name that wraps"}) {
+        stage.model().savePreset(QString::fromUtf8(name));
+    }
+    stage.shoot(*stage.app().settings(), "settings");
+    for (const char *topic : {"start", "password", "support"}) {
+        stage.app().environment().openHelp(QString::fromLatin1(topic));
+        stage.shoot(*stage.app().help(), (std::string("help-") + topic).c_str());
+    }
+    stage.app().mainView().presetMenu().popup(QPoint(0, 0));
+    stage.shoot(stage.app().mainView().presetMenu(), "presets");
+    stage.app().mainView().presetMenu().hide();
+}
+
+void shootMany(Stage &stage)
+{
+    stage.model().removeAll();
+    std::vector<fs::path> files;
+    for (int number = 1; number <= 200; ++number) {
+        files.push_back(stage.pdf("Document " + std::to_string(number) + ".pdf", 1 + number % 7));
+    }
+    stage.model().add(files);
+    stage.model().setSelection({stage.model().sources()[1].id, stage.model().sources()[2].id});
+    stage.shoot(stage.window(), "many");
+}
+
+} // namespace
+
+int main(int count, char **values)
+{
+    if (count < 2) {
+        std::cerr << "usage: tallyfold_screenshots FOLDER [light|dark] [WIDTH HEIGHT]\n";
+        return 64;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(count, values);
+    QApplication::setApplicationDisplayName(QStringLiteral("Tallyfold"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/symbols/tallyfold.svg")));
+    const Translations translations;
+    const ColorScheme scheme;
+    const QString look = count > 2 ? QString::fromLocal8Bit(values[2]) : QStringLiteral("light");
+    ColorScheme::apply(look == QStringLiteral("dark") ? ColorScheme::Preference::dark
+                                                      : ColorScheme::Preference::light);
+    const QSize size = count > 4 ? QSize(std::atoi(values[3]), std::atoi(values[4])) : QSize(1240, 800);
+    fs::create_directories(values[1]);
+    Stage stage(QString::fromLocal8Bit(values[1]), QStringLiteral("-") + look, size);
+    shootList(stage);
+    shootRun(stage);
+    shootWarnings(stage);
+    shootOthers(stage);
+    shootMany(stage);
+    return 0;
+}
