@@ -117,6 +117,7 @@ TEST_F(SheetsTest, AProductionThatWasWrittenIsToldWithItsRangeAndFiles)
                            QStringLiteral("Done")}));
     EXPECT_EQ(find<QPushButton>("startNext")->toolTip(),
               QStringLiteral("Clears the list and sets the start number to ABC000005."));
+    EXPECT_EQ(result->focusWidget(), find<QPushButton>("done"));
     click("showInFinder");
     EXPECT_EQ(desktop->revealed, std::vector{output});
     QTest::keyClick(result, Qt::Key_Return);

@@ -98,6 +98,19 @@ TEST_F(StampFormTest, TypingKeepsTheCursorWhereItIs)
     EXPECT_EQ(field->cursorPosition(), 3);
 }
 
+TEST_F(StampFormTest, TypingKeepsTheFocusThatTheListHadBefore)
+{
+    addPdfs({"a.pdf"});
+    find<QWidget>("files")->setFocus();
+    auto *field = find<QLineEdit>("prefix");
+    field->setFocus();
+    field->clear();
+    for (const char letter : {'A', 'C', 'M', 'E'}) { // To whatever has the focus, as keys go.
+        QTest::keyClick(QApplication::focusWidget(), letter);
+    }
+    EXPECT_EQ(stamp().prefix, QStringLiteral("ACME"));
+}
+
 TEST_F(StampFormTest, AFieldKeepsItsSelectionWhenSomethingElseChanges)
 {
     auto *field = find<QLineEdit>("prefix");

@@ -43,7 +43,9 @@ void StyledLabel::dress()
     const QFont font = fontOf(m_style);
     setFont(m_hasTabularDigits ? withTabularDigits(font) : font);
     QPalette colours;
-    colours.setColor(QPalette::WindowText, colorOf(m_tone, QGuiApplication::palette()));
+    const QColor ink = colorOf(m_tone, QGuiApplication::palette());
+    colours.setColor(QPalette::WindowText, ink);
+    colours.setColor(QPalette::Text, ink); // Upon a ground of Base, text takes this one.
     setPalette(colours);
 }
 

@@ -6,6 +6,7 @@
 #include "ui/theme/Spacing.h"
 #include "ui/theme/Symbols.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -120,7 +121,7 @@ void StampBar::showRunning()
     if (isRunning) { // What is listed may change while it runs; what is written does not.
         m_pages = pagesToWrite(*m_environment.plan);
     }
-    const bool hadFocus = isAncestorOf(focusWidget());
+    const bool hadFocus = isAncestorOf(QApplication::focusWidget());
     m_idle->setVisible(!isRunning);
     m_running->setVisible(isRunning);
     if (hadFocus) { // The button that was pressed is gone; the next one to press takes its place.

@@ -8,6 +8,7 @@
 #include "ui/theme/Spacing.h"
 #include "ui/theme/Symbols.h"
 
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -147,7 +148,7 @@ void FileList::showPlan()
     }
     m_summary->show(*m_environment.plan);
     const bool isEmpty = m_files.rowCount() == 0;
-    const bool hadFocus = m_pages->currentWidget()->isAncestorOf(focusWidget());
+    const bool hadFocus = m_pages->currentWidget()->isAncestorOf(QApplication::focusWidget());
     m_pages->setCurrentIndex(isEmpty ? 0 : 1);
     if (hadFocus && !isEmpty) {
         m_view->setFocus();

@@ -12,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QStyle>
@@ -97,6 +98,12 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     layout->addLayout(buttons);
     resize(760, 520);
 
+    // The keys by which desktops' own file panels take a path.
+    auto *typePath = new QShortcut(Qt::CTRL | Qt::Key_L, this);
+    connect(typePath, &QShortcut::activated, m_path, [this] {
+        m_path->setFocus();
+        m_path->selectAll();
+    });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_add, &QPushButton::clicked, this, &FilePanel::takePath);
     connect(m_list, &QTreeView::activated, this, &FilePanel::open);

@@ -34,13 +34,14 @@ Alert::Alert(const QString &title, const QString &text, const QList<Button> &but
     auto *row = new QHBoxLayout;
     row->setSpacing(spacing::normal);
     row->addStretch(1);
+    QPushButton *prominent = nullptr;
     for (const Button &button : m_buttons) {
         QPushButton *made = button.role == Role::prominent ? new ProminentButton(button.title)
                                                            : new QPushButton(button.title);
         made->setAutoDefault(false);
         made->setDefault(button.role == Role::prominent);
         if (button.role == Role::prominent) {
-            made->setFocus();
+            prominent = made;
         }
         connect(made, &QPushButton::clicked, this, [this, button] { press(button); });
         row->addWidget(made);
@@ -53,6 +54,9 @@ Alert::Alert(const QString &title, const QString &text, const QList<Button> &but
     layout->addLayout(m_content);
     layout->addSpacing(spacing::tight);
     layout->addLayout(row);
+    if (prominent) {
+        prominent->setFocus(); // Now that it belongs to the alert.
+    }
     setMinimumWidth(qMax(alertWidth, row->sizeHint().width() + 2 * spacing::sheet));
 }
 

@@ -167,9 +167,9 @@ void ResultView::addButtons(QVBoxLayout &layout)
         }
     }
     done->setDefault(true);
-    done->setFocus();
     layout.addSpacing(spacing::tight);
     layout.addLayout(row);
+    done->setFocus(); // Now that it belongs to the sheet.
 }
 
 } // namespace tallyfold

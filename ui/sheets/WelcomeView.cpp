@@ -57,7 +57,6 @@ WelcomeView::WelcomeView(const Environment &environment, QWidget *parent)
     auto *start = new ProminentButton(words(QT_TRANSLATE_NOOP("Words", "Get Started")));
     start->setObjectName(QStringLiteral("getStarted"));
     start->setDefault(true);
-    start->setFocus();
     connect(start, &QPushButton::clicked, this, [this] {
         AppSettings settings = m_environment.model.settings();
         settings.onboardingDone = true;
@@ -92,6 +91,7 @@ WelcomeView::WelcomeView(const Environment &environment, QWidget *parent)
     layout->addSpacing(spacing::normal);
     layout->addStretch(1);
     layout->addLayout(buttons);
+    start->setFocus(); // Now that it belongs to the sheet.
 }
 
 } // namespace tallyfold
