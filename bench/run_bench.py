@@ -253,14 +253,18 @@ def main():
             table.add()
     finally:
         shutil.rmtree(workloads)
-    model = os.path.join(os.path.dirname(arguments.produce), "model_bench")
-    if not arguments.only and os.path.exists(model):
-        table.add("### The model")
-        table.add()
-        with tempfile.TemporaryDirectory(dir=arguments.memory) as folder:
-            make(folder, min(arguments.scale, 0.25))
-            shown = subprocess.run(["taskset", "-c", "0", model, folder], capture_output=True, text=True, check=True)
-            table.add(shown.stdout.rstrip())
+    for program, title, scale in (("model_bench", "The model", min(arguments.scale, 0.25)),
+                                  ("window_bench", "The window", arguments.scale)):
+        path = os.path.join(os.path.dirname(arguments.produce), program)
+        if not arguments.only and os.path.exists(path):
+            table.add(f"### {title}")
+            table.add()
+            with tempfile.TemporaryDirectory(dir=arguments.memory) as folder:
+                make(folder, scale)
+                shown = subprocess.run(["taskset", "-c", "0", path, folder], stdout=subprocess.PIPE, text=True,
+                                       check=True)
+                table.add(shown.stdout.rstrip())
+                table.add()
     if arguments.write_results:
         with open(os.path.join(HERE, "results.md"), "w", encoding="utf-8") as file:
             file.write("\n".join(table.lines) + "\n")

@@ -269,6 +269,14 @@ TEST_F(Windows, HelpTextCanBeSelected)
     EXPECT_TRUE(paragraph->textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
 }
 
+TEST_F(Windows, FilesGivenAtTheStartAreReadOnceTheWindowIsThere)
+{
+    app->mainView().close();
+    app->launch({pdf("a.pdf")});
+    EXPECT_EQ(listed(), "");
+    EXPECT_TRUE(waitUntil([this] { return listed() == "a.pdf"; }));
+}
+
 TEST_F(Windows, FilesHandedOverOpenTheWindowAndJoinTheList)
 {
     app->mainView().close();

@@ -5,6 +5,7 @@
 #include "ui/controls/Buttons.h"
 #include "ui/sheets/Alert.h"
 #include "ui/shell/AboutPanel.h"
+#include "ui/shell/FirstPaint.h"
 #include "ui/text/Words.h"
 #include "ui/updates/StoredLastCheck.h"
 #include "ui/updates/UpdateMessages.h"
@@ -79,8 +80,8 @@ void TallyfoldApp::launch(const std::vector<std::filesystem::path> &files)
 {
     openWindow(WindowId::main);
     m_delegate.didFinishLaunching();
-    if (!files.empty()) {
-        m_delegate.open(files);
+    if (!files.empty()) { // Reading many takes a while; the window is there before.
+        new FirstPaint(*m_mainView, [this, files] { m_delegate.open(files); });
     }
     m_updater->checkQuietlyIfDue();
 }
