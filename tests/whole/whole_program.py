@@ -75,7 +75,10 @@ class Session:
 
     def has_focus(self, title):
         active = self.active_title()
-        if not active:  # The window manager has just come up, or a window has just gone: a click would settle it.
+        if not active:
+            # The window manager may sleep over what came while it started; and a window may just have gone, which a
+            # click would settle.
+            self.xdotool("set_desktop", "0")
             self.xdotool("search", "--onlyvisible", "--name", "^" + title, "windowactivate")
         return active.startswith(title)
 
