@@ -6,10 +6,32 @@
 #include "core/SourceClassifier.h"
 #include "core/SourceCollector.h"
 
+#include <QCursor>
+#include <QGuiApplication>
+
 #include <memory>
 #include <utility>
 
 namespace tallyfold {
+
+namespace {
+
+/// Tells that nothing else happens while files are read.
+class BusyCursor {
+public:
+    BusyCursor()
+    {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+    ~BusyCursor()
+    {
+        QGuiApplication::restoreOverrideCursor();
+    }
+    BusyCursor(const BusyCursor &) = delete;
+    BusyCursor &operator=(const BusyCursor &) = delete;
+};
+
+} // namespace
 
 const std::vector<SourceFile> &AppModel::sources() const
 {
@@ -75,6 +97,7 @@ void AppModel::add(std::span<const std::filesystem::path> urls)
     if (fresh.empty()) {
         return;
     }
+    const BusyCursor busy;
     std::vector<SourceFile> sources = m_sources;
     sources.reserve(sources.size() + fresh.size());
     for (const std::filesystem::path &location : fresh) {

@@ -98,6 +98,18 @@ class Session:
             return False
         wait_until(opens, f"the window {title!r}")
 
+    def drag(self, start, end):
+        """Drags with the mouse from one point of the active window to another, as a hand does: not all at once."""
+        window = self.xdotool("getactivewindow")
+        self.xdotool("mousemove", "--window", window, *map(str, start))
+        self.xdotool("mousedown", "1")
+        steps = 12
+        for step in range(1, steps + 1):
+            point = [round(a + (b - a) * step / steps) for a, b in zip(start, end)]
+            self.xdotool("mousemove", "--window", window, *map(str, point))
+            time.sleep(0.02)
+        self.xdotool("mouseup", "1")
+
     def key(self, *keys):
         self.xdotool("key", "--clearmodifiers", *keys)
 
@@ -145,6 +157,7 @@ def use(session, work, sample):
     session.wait_for("Tallyfold")
 
     add_folder(session, sources)
+    session.drag((60, 115), (60, 400))  # The first file behind the second: numbers follow the list from now on.
     session.key("Tab", "Tab")  # From the list over the title of the first section into the prefix.
     session.type("ACME")
     session.key("Tab", "Tab", "Tab", "Tab", "Tab")  # To the spots of the number.
@@ -152,11 +165,10 @@ def use(session, work, sample):
     choose_output(session, first)
     session.open_with("ctrl+Return", "Production written")
     expect(sorted(os.listdir(first)) == ["Production Index.csv", "a.pdf", "b.pdf"], f"copies: {os.listdir(first)}")
-    # Natural order of the names, whatever folder they are in.
-    expect("ACME000001" in text_of(os.path.join(first, "a.pdf")),
-           "a.pdf has no first number: " + text_of(os.path.join(first, "a.pdf"))[-300:])
-    expect(f"ACME{pages + 1:06}" in text_of(os.path.join(first, "b.pdf")), "b.pdf does not go on with the numbers")
-    word = re.search(r'yMin="([\d.]+)"[^>]*>ACME000001<', text_of(os.path.join(first, "a.pdf"), "-bbox"))
+    expect("ACME000001" in text_of(os.path.join(first, "b.pdf")),
+           "b.pdf was not dragged to the top: " + text_of(os.path.join(first, "b.pdf"))[-300:])
+    expect(f"ACME{pages + 1:06}" in text_of(os.path.join(first, "a.pdf")), "a.pdf does not go on with the numbers")
+    word = re.search(r'yMin="([\d.]+)"[^>]*>ACME000001<', text_of(os.path.join(first, "b.pdf"), "-bbox"))
     expect(word and float(word[1]) < 60, "the number is not at the top")
 
     session.key("shift+Tab")  # From Done to Start Next Production.
@@ -165,7 +177,8 @@ def use(session, work, sample):
     add_folder(session, sources)
     choose_output(session, second)
     session.open_with("ctrl+Return", "Production written")
-    expect(f"ACME{2 * pages + 1:06}" in text_of(os.path.join(second, "a.pdf")), "the series does not go on: " + text_of(os.path.join(second, "a.pdf"))[-200:])
+    numbers = text_of(os.path.join(second, "a.pdf")) + text_of(os.path.join(second, "b.pdf"))
+    expect(f"ACME{2 * pages + 1:06}" in numbers and f"ACME{4 * pages:06}" in numbers, "the series does not go on")
     session.key("Return")
     session.wait_for("Tallyfold")
 

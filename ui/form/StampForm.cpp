@@ -5,9 +5,17 @@
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
+#include <QEvent>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace tallyfold {
+
+namespace {
+
+constexpr int leastWidth = 340;
+
+} // namespace
 
 StampForm::StampForm(const Environment &environment, QWidget *parent) : QScrollArea(parent)
 {
@@ -29,6 +37,22 @@ StampForm::StampForm(const Environment &environment, QWidget *parent) : QScrollA
     layout->addWidget(new OutputSection(environment));
     layout->addStretch(1);
     setWidget(content);
+    fitWidth();
+}
+
+bool StampForm::eventFilter(QObject *object, QEvent *event)
+{
+    const bool isHandled = QScrollArea::eventFilter(object, event);
+    if (object == widget() && event->type() == QEvent::LayoutRequest) {
+        fitWidth();
+    }
+    return isHandled;
+}
+
+void StampForm::fitWidth()
+{
+    // It scrolls up and down only: across, everything has to have room.
+    setMinimumWidth(qMax(leastWidth, widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width()));
 }
 
 } // namespace tallyfold

@@ -12,6 +12,12 @@ class StampForm final : public QScrollArea {
     Q_OBJECT
 public:
     explicit StampForm(const Environment &environment, QWidget *parent = nullptr);
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    void fitWidth();
 };
 
 } // namespace tallyfold

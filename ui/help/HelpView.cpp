@@ -9,6 +9,7 @@
 
 #include <QHBoxLayout>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QSplitter>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -64,6 +65,9 @@ HelpView::HelpView(HelpRouter &router, Desktop &desktop, QWidget *parent)
     layout->addWidget(splitter);
     resize(780, 540);
 
+    for (const QKeySequence &keys : {QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::Key_Escape)}) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
+    }
     connect(m_topics, &QListWidget::currentItemChanged, this, [this](QListWidgetItem *item) {
         if (item) {
             m_router->setTopic(item->data(Qt::UserRole).toString());

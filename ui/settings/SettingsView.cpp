@@ -6,6 +6,7 @@
 #include "ui/theme/Symbols.h"
 
 #include <QScrollArea>
+#include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -26,6 +27,7 @@ SettingsView::SettingsView(const Environment &environment, QWidget *parent) : QD
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(spacing::wide, spacing::wide, spacing::wide, spacing::wide);
     layout->addWidget(tabs);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_W, this), &QShortcut::activated, this, &QWidget::close);
     resize(560, 480);
 }
 

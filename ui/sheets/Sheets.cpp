@@ -5,6 +5,8 @@
 #include "ui/text/Messages.h"
 #include "ui/text/Words.h"
 
+#include <QApplication>
+
 namespace tallyfold {
 
 Sheets::Sheets(const Environment &environment, QWidget *window)
@@ -60,6 +62,7 @@ void Sheets::showSheet()
         break;
     case Sheet::result:
         m_sheet = new ResultView(m_environment, m_window);
+        QApplication::alert(m_window); // A long production ends while its user is elsewhere.
         break;
     }
     connect(m_sheet, &QDialog::finished, this, [this] {

@@ -62,6 +62,7 @@ void AppCommands::makeCommands()
     m_quit = add("quit", words(QT_TRANSLATE_NOOP("Words", "Quit %1")).arg(displayedName()),
                  Qt::CTRL | Qt::Key_Q, m_application.quit);
     m_quit->setMenuRole(QAction::QuitRole);
+    m_quit->setShortcutContext(Qt::ApplicationShortcut); // Also from the help and the settings.
     m_settings = add("settings", words(QT_TRANSLATE_NOOP("Words", "Settings…")), Qt::CTRL | Qt::Key_Comma,
                      [this] { m_environment.openWindow(WindowId::settings); });
     m_settings->setMenuRole(QAction::PreferencesRole);

@@ -60,7 +60,6 @@ void MainView::addColumns()
     auto *preview = new PreviewPane(m_environment);
 
     files->setMinimumWidth(230);
-    form->setMinimumWidth(340);
     preview->setMinimumWidth(230);
     m_columns->setObjectName(QStringLiteral("columns"));
     m_columns->setChildrenCollapsible(false);
