@@ -10,7 +10,7 @@ namespace tallyfold::pdf {
 namespace {
 
 /// Of a small copy, all that is looked at lies in it, so that it is read in one call.
-constexpr std::uint64_t endSize = 8 * 1024;
+constexpr std::uint64_t endSize = 16 * 1024;
 /// Enough for the entries of a cross-reference or object stream, and for the beginning of any object.
 constexpr std::uint64_t headSize = 512;
 /// More than `StreamingOutput` puts into one object stream, unpacked.
@@ -142,11 +142,9 @@ bool CopyProof::holds(const WrittenFile &file, std::int64_t pages)
 bool CopyProof::readEnd()
 {
     constexpr std::string_view header = "%PDF-1.7\n";
-    std::array<char, header.size()> start{};
-    m_end.resize(std::min(endSize, m_file->size()));
+    const bool isRead = m_file->readEnd(endSize, m_end);
     m_endStart = m_file->size() - m_end.size();
-    return m_file->readEnd(m_end) && m_file->read(0, start) &&
-           std::string_view(start.data(), start.size()) == header;
+    return isRead && view(0, header.size()) == header;
 }
 
 std::string_view CopyProof::view(std::uint64_t offset, std::uint64_t length)

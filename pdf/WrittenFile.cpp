@@ -1,7 +1,7 @@
 #include "pdf/WrittenFile.h"
 
+#include <algorithm>
 #include <fcntl.h>
-#include <string>
 
 namespace tallyfold::pdf {
 
@@ -34,13 +34,13 @@ bool WrittenFile::read(std::uint64_t offset, std::span<char> bytes) const
     return readUpTo(offset, bytes) == bytes.size();
 }
 
-bool WrittenFile::readEnd(std::span<char> bytes) const
+bool WrittenFile::readEnd(std::uint64_t count, std::string &bytes) const
 {
-    if (bytes.size() > m_size || !read(m_size - bytes.size(), bytes)) {
-        return false;
-    }
-    char beyond = 0;
-    return readUpTo(m_size, std::span(&beyond, 1)) == 0;
+    const std::uint64_t length = std::min(count, m_size);
+    bytes.resize(length + 1); // Asking for one more tells whether there is more.
+    const std::size_t got = readUpTo(m_size - length, bytes);
+    bytes.resize(length);
+    return got == length;
 }
 
 std::size_t WrittenFile::readUpTo(std::uint64_t offset, std::span<char> bytes) const

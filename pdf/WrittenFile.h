@@ -27,8 +27,9 @@ public:
     /// Fills `bytes` with what lies at `offset`; false when the file ends before that or cannot be read.
     [[nodiscard]] bool read(std::uint64_t offset, std::span<char> bytes) const;
 
-    /// The same for the last bytes of the file; false as well when it is longer than it should be.
-    [[nodiscard]] bool readEnd(std::span<char> bytes) const;
+    /// The last `count` bytes of the file, or all when there are fewer, in `bytes`; false as well when it is
+    /// longer than it should be.
+    [[nodiscard]] bool readEnd(std::uint64_t count, std::string &bytes) const;
 
 private:
     WrittenFile(int descriptor, std::uint64_t size, FileCalls &calls);
