@@ -180,15 +180,17 @@ std::optional<CopyProof::Stream> CopyProof::streamAt(std::uint64_t offset)
     if (entriesEnd == std::string_view::npos) {
         return std::nullopt;
     }
-    const auto length =
-        numberBehind(head.substr(entriesStart, entriesEnd - entriesStart), "/Length ").value_or(size);
+    const auto length = numberBehind(head.substr(entriesStart, entriesEnd - entriesStart), "/Length ");
+    if (!length || *length > size) {
+        return std::nullopt;
+    }
     const std::size_t start = entriesEnd + dataStart.size();
-    const std::string_view whole = view(offset, start + length + dataEnd.size());
+    const std::string_view whole = view(offset, start + *length + dataEnd.size());
     if (!whole.ends_with(dataEnd)) {
         return std::nullopt;
     }
-    return Stream{*number, whole.substr(entriesStart, entriesEnd - entriesStart), whole.substr(start, length),
-                  offset + whole.size()};
+    return Stream{*number, whole.substr(entriesStart, entriesEnd - entriesStart),
+                  whole.substr(start, *length), offset + whole.size()};
 }
 
 std::optional<std::uint64_t> CopyProof::readCrossReferences()
