@@ -88,12 +88,13 @@ void AppModel::add(std::span<const std::filesystem::path> urls)
     if (urls.empty()) {
         return;
     }
-    const std::vector<std::filesystem::path> found = collectPdfLocations(urls);
-    if (found.empty()) {
+    const CollectedPdfs found = collectPdfs(urls);
+    if (!found.unreadableFolders.empty()) {
+        setProblem(unreadableFoldersMessage(found.unreadableFolders));
+    } else if (found.locations.empty()) {
         setProblem(noPdfsMessage());
-        return;
     }
-    const std::vector<std::filesystem::path> fresh = newLocations(m_sources, found);
+    const std::vector<std::filesystem::path> fresh = newLocations(m_sources, found.locations);
     if (fresh.empty()) {
         return;
     }

@@ -1,5 +1,8 @@
 #include "app/RunMessages.h"
 
+#include "core/SourceCollector.h"
+#include "core/SourceFile.h"
+
 #include <QCoreApplication>
 #include <QGuiApplication>
 
@@ -79,6 +82,19 @@ QString noPdfsMessage()
                                         "No PDFs there. %1 stamps PDF files; add a folder of PDFs or the "
                                         "PDFs themselves."))
         .arg(displayedName());
+}
+
+QString unreadableFoldersMessage(const std::vector<std::filesystem::path> &folders)
+{
+    if (folders.size() == 1) {
+        return translated(QT_TRANSLATE_NOOP("AppModel",
+                                            "The folder “%1” couldn’t be read to its end. PDFs in it may be "
+                                            "missing from the list."))
+            .arg(displayName(standardized(folders.front())));
+    }
+    return translated(QT_TRANSLATE_NOOP("AppModel", "%1 folders couldn’t be read to their end. PDFs in them "
+                                                    "may be missing from the list."))
+        .arg(folders.size());
 }
 
 } // namespace tallyfold

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <filesystem>
 #include <optional>
 #include <vector>
 
@@ -30,5 +31,8 @@ namespace tallyfold {
 
 /// What is said when nothing that was added is a PDF.
 [[nodiscard]] QString noPdfsMessage();
+
+/// What is said when `folders`, of which there are some, could not be searched to their end.
+[[nodiscard]] QString unreadableFoldersMessage(const std::vector<std::filesystem::path> &folders);
 
 } // namespace tallyfold

@@ -41,7 +41,7 @@ std::vector<SourceFile> classified(const fs::path &folder)
 {
     std::vector<SourceFile> sources;
     const std::array items{folder};
-    for (const fs::path &location : newLocations({}, collectPdfLocations(items))) {
+    for (const fs::path &location : newLocations({}, collectPdfs(items).locations)) {
         sources.push_back(classify(location));
     }
     return sources;

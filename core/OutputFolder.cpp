@@ -74,10 +74,24 @@ pdf::ByteSink &OutputFolder::HiddenFile::sink()
     return *m_sink;
 }
 
-std::error_code OutputFolder::HiddenFile::publish(const QString &name)
+std::error_code OutputFolder::HiddenFile::prove(const Proof &proof) const
+{
+    if (!proof) {
+        return {};
+    }
+    const auto file =
+        pdf::WrittenFile::open(m_folder->m_descriptor, m_name, m_sink->size(), m_folder->m_calls);
+    return file && proof(*file) ? std::error_code() : std::make_error_code(std::errc::io_error);
+}
+
+std::error_code OutputFolder::HiddenFile::publish(const QString &name, const Proof &proof)
 {
     if (!m_sink->flushToDisk()) {
         return m_sink->failure();
+    }
+    // Only now: a file system across a network may have kept the bytes to itself until they were flushed.
+    if (const std::error_code error = prove(proof)) {
+        return error;
     }
     const int error =
         ExclusiveMove::move(m_folder->m_calls, m_folder->m_descriptor, m_name, name.toStdString());
@@ -97,9 +111,9 @@ pdf::ByteSink &OutputFolder::TemporaryFile::sink()
     return m_file.sink();
 }
 
-bool OutputFolder::TemporaryFile::publish(const QString &name)
+bool OutputFolder::TemporaryFile::publish(const QString &name, const Proof &proof)
 {
-    return !m_file.publish(name);
+    return !m_file.publish(name, proof);
 }
 
 void OutputFolder::writeNewFile(const QString &name, const QByteArray &contents) const

@@ -3,11 +3,13 @@
 #include "core/FileError.h"
 #include "pdf/ByteSink.h"
 #include "pdf/FileSink.h"
+#include "pdf/WrittenFile.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -28,6 +30,9 @@ public:
     OutputFolder(const OutputFolder &) = delete;
     OutputFolder &operator=(const OutputFolder &) = delete;
 
+    /// Whether what was read back of a file is what was to be written.
+    using Proof = std::function<bool(const pdf::WrittenFile &file)>;
+
     /// A hidden file of a random name in which something is made before it gets its own name, so that only
     /// what is whole ever has one, whatever happens on the way. Removed with this object when it was not
     /// published; a removal that fails is passed over.
@@ -43,11 +48,14 @@ public:
         [[nodiscard]] const std::string &name() const;
         [[nodiscard]] pdf::ByteSink &sink();
 
-        /// Brings the file to the disk and then gives it the name `name`. What kept it from that, which may
-        /// be that there is something of that name.
-        [[nodiscard]] std::error_code publish(const QString &name);
+        /// Brings the file to the disk, lets `proof`, if there is any, look at it, and then gives it the
+        /// name `name`. What kept it from that: there may be something of that name, and what has no proof
+        /// has the error EIO.
+        [[nodiscard]] std::error_code publish(const QString &name, const Proof &proof = {});
 
     private:
+        [[nodiscard]] std::error_code prove(const Proof &proof) const;
+
         const OutputFolder *m_folder;
         std::string m_name;
         std::unique_ptr<pdf::FileSink> m_sink;
@@ -63,7 +71,7 @@ public:
         [[nodiscard]] pdf::ByteSink &sink();
 
         /// As of `HiddenFile`; false when it failed.
-        [[nodiscard]] bool publish(const QString &name);
+        [[nodiscard]] bool publish(const QString &name, const Proof &proof = {});
 
     private:
         std::error_code m_error;

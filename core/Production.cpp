@@ -3,6 +3,7 @@
 #include "core/OutputFolder.h"
 #include "core/ProductionIndex.h"
 #include "core/Stamper.h"
+#include "pdf/CopyProof.h"
 
 #include <QHashFunctions>
 #include <QSet>
@@ -152,7 +153,10 @@ private:
             m_isStopped = m_onPage && !m_onPage(m_result.pages);
             return !m_isStopped;
         });
-        if (!temporary.publish(file.outputName)) {
+        const auto isWhole = [this, &file](const pdf::WrittenFile &written) {
+            return m_proof.holds(written, static_cast<std::int64_t>(file.pages.size()));
+        };
+        if (!temporary.publish(file.outputName, isWhole)) {
             throw StampError::cannotWrite(file.outputName);
         }
         m_result.written.push_back(inFolder(m_path, file.outputName));
@@ -164,6 +168,7 @@ private:
     std::unique_ptr<OutputFolder> m_folder; ///< Null when it went after the check for conflicts.
     const Production::OnPage &m_onPage;
     ProductionResult m_result;
+    pdf::CopyProof m_proof;
     bool m_isStopped = false;
 };
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <system_error>
 #include <unordered_set>
+#include <utility>
 
 namespace tallyfold {
 
@@ -27,21 +28,34 @@ bool isPdfName(const std::string &name)
                       });
 }
 
-/// What lies below `folder` and is named like a PDF. Symbolic links to folders are not entered, so there are
-/// no loops.
-std::vector<fs::path> pdfsBelow(const fs::path &folder)
+/// Adds what lies below `top` and is named like a PDF. Symbolic links to folders are not entered, so there
+/// are no loops. Every folder is listed whole before the next one is opened: one that fails ends nothing but
+/// itself, and a deep tree needs no more open files than a flat one.
+std::vector<fs::path> pdfsBelow(const fs::path &top, const ListFolder &list,
+                                std::vector<fs::path> &unreadableFolders)
 {
     std::vector<fs::path> found;
-    std::error_code error;
-    fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
-    while (!error && entry != fs::recursive_directory_iterator()) {
-        const std::string name = entry->path().filename().native();
-        if (name.starts_with('.')) {
-            entry.disable_recursion_pending();
-        } else if (isPdfName(name)) {
-            found.push_back(entry->path());
+    std::vector<fs::path> folders{top};
+    std::vector<FolderEntry> entries;
+    while (!folders.empty()) {
+        const fs::path folder = std::move(folders.back());
+        folders.pop_back();
+        entries.clear();
+        if (!list(folder, entries)) {
+            unreadableFolders.push_back(folder);
         }
-        entry.increment(error);
+        for (FolderEntry &entry : entries) {
+            const std::string name = entry.path.filename().native();
+            if (name.starts_with('.')) {
+                continue;
+            }
+            if (isPdfName(name)) {
+                found.push_back(entry.path);
+            }
+            if (entry.isFolder) {
+                folders.push_back(std::move(entry.path));
+            }
+        }
     }
     return found;
 }
@@ -89,13 +103,33 @@ fs::path standardized(const fs::path &path)
     return absolute.has_filename() || absolute == absolute.root_path() ? absolute : absolute.parent_path();
 }
 
-std::vector<fs::path> collectPdfLocations(std::span<const fs::path> items)
+bool listFolder(const fs::path &folder, std::vector<FolderEntry> &entries)
 {
-    std::vector<fs::path> collected;
+    std::error_code error;
+    std::error_code unknown; // What some entry is. By its name it is found all the same.
+    bool isAll = true;
+    fs::directory_iterator entry(folder, error);
+    while (!error && entry != fs::directory_iterator()) {
+        const bool isFolder = !entry->is_symlink(unknown) && entry->is_directory(unknown);
+        isAll = isAll && (!unknown || unknown == std::errc::no_such_file_or_directory);
+        entries.push_back({entry->path(), isFolder});
+        entry.increment(error);
+    }
+    return isAll && !error;
+}
+
+CollectedPdfs collectPdfs(std::span<const fs::path> items)
+{
+    return collectPdfs(items, listFolder);
+}
+
+CollectedPdfs collectPdfs(std::span<const fs::path> items, const ListFolder &list)
+{
+    CollectedPdfs collected;
     std::unordered_set<std::string> known;
     const auto add = [&](const fs::path &location) {
         if (known.insert(standardized(location).native()).second) {
-            collected.push_back(location);
+            collected.locations.push_back(location);
         }
     };
     for (const fs::path &item : items) {
@@ -110,7 +144,7 @@ std::vector<fs::path> collectPdfLocations(std::span<const fs::path> items)
             }
             continue;
         }
-        std::vector<fs::path> found = pdfsBelow(item);
+        std::vector<fs::path> found = pdfsBelow(item, list, collected.unreadableFolders);
         sortByPathBelow(item, found);
         std::for_each(found.begin(), found.end(), add);
     }

@@ -5,7 +5,7 @@
 //   produce --plan [--settings FILE.json] INPUT...
 //
 // The road is the same for every program that uses the core:
-//   collectPdfLocations   files and folders in, PDF files out
+//   collectPdfs           files and folders in, PDF files out
 //   classify              each file opened once: its pages, its problem, an earlier number
 //   ProductionPlan        which page gets which number, which copy which name; nothing is written yet
 //   Production::write     the copies, then the index and the privilege log
@@ -160,7 +160,11 @@ int main(int count, char **values)
     const bool showsSources = request->task == Request::Task::showSources;
     const EarlierNumbers earlierNumbers = showsSources ? EarlierNumbers::find : EarlierNumbers::leaveOut;
     std::vector<SourceFile> sources;
-    for (const std::filesystem::path &location : collectPdfLocations(request->inputs)) {
+    const CollectedPdfs found = collectPdfs(request->inputs);
+    for (const std::filesystem::path &folder : found.unreadableFolders) {
+        std::fprintf(stderr, "%s: not everything in this folder could be read\n", folder.c_str());
+    }
+    for (const std::filesystem::path &location : found.locations) {
         sources.push_back(classify(location, earlierNumbers));
     }
     if (showsSources) {

@@ -22,6 +22,11 @@ ssize_t FileCalls::read(int descriptor, char *bytes, std::size_t count)
     return ::read(descriptor, bytes, count);
 }
 
+ssize_t FileCalls::readAt(int descriptor, char *bytes, std::size_t count, off_t offset)
+{
+    return ::pread(descriptor, bytes, count, offset);
+}
+
 ssize_t FileCalls::write(int descriptor, const char *bytes, std::size_t count)
 {
     return ::write(descriptor, bytes, count);

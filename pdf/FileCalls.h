@@ -19,6 +19,8 @@ public:
 
     [[nodiscard]] virtual int openAt(int folder, const char *name, int flags, mode_t mode);
     [[nodiscard]] virtual ssize_t read(int descriptor, char *bytes, std::size_t count);
+    /// pread: leaves the place for the next `read` where it was.
+    [[nodiscard]] virtual ssize_t readAt(int descriptor, char *bytes, std::size_t count, off_t offset);
     [[nodiscard]] virtual ssize_t write(int descriptor, const char *bytes, std::size_t count);
     /// fdatasync: the bytes and what is needed to read them again.
     [[nodiscard]] virtual int syncData(int descriptor);

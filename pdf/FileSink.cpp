@@ -48,6 +48,7 @@ bool FileSink::write(std::span<const char> bytes)
     if (m_failure) {
         return false;
     }
+    m_size += bytes.size();
     if (bytes.size() > bufferSize - m_buffer.size() && !flush()) {
         return false;
     }
@@ -76,6 +77,11 @@ bool FileSink::flushToDisk()
         return fail();
     }
     return true;
+}
+
+std::uint64_t FileSink::size() const
+{
+    return m_size;
 }
 
 std::error_code FileSink::failure() const

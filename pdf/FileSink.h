@@ -3,6 +3,7 @@
 #include "pdf/ByteSink.h"
 #include "pdf/FileCalls.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -38,6 +39,9 @@ public:
     /// Called once.
     [[nodiscard]] bool flushToDisk();
 
+    /// Count of the bytes it has taken.
+    [[nodiscard]] std::uint64_t size() const;
+
     /// Why the sink failed; no error while it has not.
     [[nodiscard]] std::error_code failure() const;
 
@@ -49,6 +53,7 @@ private:
     FileCalls &m_calls;
     int m_descriptor;
     std::vector<char> m_buffer;
+    std::uint64_t m_size = 0;
     std::error_code m_failure;
 };
 

@@ -1,6 +1,7 @@
 #include "tests/app/ModelFixture.h"
 
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/UnreadableFolder.h"
 
 #include <QGuiApplication>
 
@@ -49,6 +50,26 @@ TEST_F(SourceList, AFolderWithoutPdfsIsToldAndCannotBeUndone)
                              "PDFs themselves."));
     EXPECT_EQ(counts->take(), (Counts{{"problem", 1}}));
     EXPECT_EQ(undo.count(), 0);
+}
+
+TEST_F(SourceList, AFolderThatCannotBeReadIsToldAndTheRestIsAdded)
+{
+    pdf("a.pdf");
+    const fs::path deep = folder / "sources" / "deep";
+    tests::makeUnreadableFolder(deep);
+    model->add(std::vector{folder / "sources"});
+    EXPECT_EQ(listed(), "a.pdf");
+    EXPECT_TRUE(model->problem()->endsWith(
+        QStringLiteral("couldn’t be read to its end. PDFs in it may be missing from the list.")));
+    model->setProblem(std::nullopt);
+    model->add(std::vector{deep});
+    EXPECT_TRUE(model->problem()->startsWith(QStringLiteral("The folder “ddd")));
+    EXPECT_EQ(listed(), "a.pdf");
+    tests::makeUnreadableFolder(folder / "sources" / "deeper");
+    model->add(std::vector{folder / "sources"});
+    EXPECT_EQ(model->problem(),
+              QStringLiteral("2 folders couldn’t be read to their end. PDFs in them may be missing from the "
+                             "list."));
 }
 
 TEST_F(SourceList, WhatCannotBeStampedIsListedWithItsProblem)

@@ -129,6 +129,41 @@ TEST(OutputFolder, ACopyIsOnTheDiskBeforeItGetsItsName)
     EXPECT_EQ(kinds, (std::vector<std::string>{"open", "open", "write", "syncData", "close", "rename"}));
 }
 
+TEST(OutputFolder, ACopyIsLookedAtWhenItIsOnTheDiskAndBeforeItGetsItsName)
+{
+    Output output;
+    OutputFolder::TemporaryFile file(*output.folder);
+    ASSERT_TRUE(file.sink().write(contents));
+    std::string found;
+    ASSERT_TRUE(file.publish(u"copy.pdf"_s, [&found](const pdf::WrittenFile &written) {
+        return written.size() == contents.size() && written.readEnd(100, found);
+    }));
+    EXPECT_EQ(found, contents);
+    std::vector<std::string> kinds;
+    for (const FileCall &call : output.calls.calls()) {
+        kinds.push_back(call.kind);
+    }
+    EXPECT_EQ(kinds, (std::vector<std::string>{"open", "open", "write", "syncData", "close", "open", "readAt",
+                                               "readAt", "close", "rename"}));
+}
+
+TEST(OutputFolder, ACopyWithoutProofGetsNoNameAndIsRemoved)
+{
+    for (const std::string kind : {"", "open", "readAt"}) {
+        Output output;
+        {
+            OutputFolder::TemporaryFile file(*output.folder);
+            ASSERT_TRUE(file.sink().write(contents));
+            output.failOn(kind, EIO);
+            EXPECT_FALSE(file.publish(u"copy.pdf"_s, [&kind](const pdf::WrittenFile &written) {
+                std::string end;
+                return written.readEnd(100, end) && !kind.empty();
+            })) << kind;
+        }
+        EXPECT_EQ(output.names(), Names()) << kind;
+    }
+}
+
 TEST(OutputFolder, NothingIsReplaced)
 {
     Output output;

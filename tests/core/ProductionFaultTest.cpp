@@ -154,6 +154,18 @@ void expectHonest(const Sources &sources, const fs::path &out, const Outcome &ou
     }
 }
 
+/// The one hidden file in `folder`.
+fs::path hiddenFileIn(const fs::path &folder)
+{
+    for (const fs::directory_entry &entry : fs::directory_iterator(folder)) {
+        if (entry.path().filename().native().starts_with(".tallyfold-")) {
+            return entry.path();
+        }
+    }
+    ADD_FAILURE() << "there is no hidden file";
+    return {};
+}
+
 int openDescriptors()
 {
     const fs::directory_iterator list("/proc/self/fd");
@@ -245,6 +257,63 @@ TEST(ProductionFault, OneFullMomentFailsOneFileByItsName)
               (QMap<QString, StampError>{{u"b.pdf"_s, StampError::cannotWrite(u"b.pdf"_s)}}));
     EXPECT_EQ(result.written, (std::vector<fs::path>{folder / "a.pdf", folder / "c.pdf"}));
     EXPECT_NE(readFile(folder / indexName).find("b.pdf,,,,2,failed\r\n"), std::string::npos);
+}
+
+TEST(ProductionFault, WhatIsDamagedOnTheDiskFailsOneFileByItsName)
+{
+    const Sources sources;
+    const std::map<std::string, std::function<void(const fs::path &)>> damages{
+        {"emptied", [](const fs::path &path) { fs::resize_file(path, 0); }},
+        {"cut", [](const fs::path &path) { fs::resize_file(path, fs::file_size(path) - 1); }},
+        {"longer", [](const fs::path &path) { fs::resize_file(path, fs::file_size(path) + 1); }},
+        {"never written",
+         [](const fs::path &path) {
+             writeFile(path, std::string(static_cast<std::size_t>(fs::file_size(path)), '\0'));
+         }},
+        {"end never written",
+         [](const fs::path &path) {
+             const std::uintmax_t size = fs::file_size(path);
+             fs::resize_file(path, size - 100);
+             fs::resize_file(path, size);
+         }},
+        {"gone", [](const fs::path &path) { fs::remove(path); }}};
+    for (const auto &[fileSystemName, fileSystem] : fileSystems) {
+        for (const auto &[name, damage] : damages) {
+            SCOPED_TRACE(fileSystemName + ", " + name);
+            const TemporaryFolder folder;
+            writeFile(folder / "stranger.txt", "kept");
+            FaultyCalls calls;
+            int syncs = 0;
+            calls.rule = [&](const FileCall &call) {
+                if (call.kind == "syncData" && ++syncs == (fileSystemName == "copies" ? 3 : 2)) {
+                    damage(hiddenFileIn(folder.path()));
+                }
+                return fileSystem(call);
+            };
+            const Outcome outcome = outcomeOf(sources.plan(), folder.path(), calls);
+            expectHonest(sources, folder.path(), outcome);
+            const auto &result = std::get<ProductionResult>(outcome);
+            EXPECT_EQ(result.failures,
+                      (QMap<QString, StampError>{{u"b.pdf"_s, StampError::cannotWrite(u"b.pdf"_s)}}));
+            EXPECT_EQ(namesIn(folder.path()), (Names{indexName, "a.pdf", "c.pdf", "stranger.txt"}));
+        }
+    }
+}
+
+TEST(ProductionFault, ACopyThatCannotBeReadBackFailsAlone)
+{
+    const Sources sources;
+    const TemporaryFolder folder;
+    writeFile(folder / "stranger.txt", "kept");
+    FaultyCalls calls;
+    int copies = 0;
+    calls.rule = [&](const FileCall &call) {
+        copies += call.kind == "syncData" ? 1 : 0;
+        return copies == 2 && call.kind == "readAt" ? EIO : 0;
+    };
+    const Outcome outcome = outcomeOf(sources.plan(), folder.path(), calls);
+    expectHonest(sources, folder.path(), outcome);
+    EXPECT_EQ(std::get<ProductionResult>(outcome).failures.keys(), QStringList{u"b.pdf"_s});
 }
 
 TEST(ProductionFault, AReadOnlyFolderFailsEveryFileAndTheIndex)

@@ -196,6 +196,18 @@ TEST(Production, ASourceThatVanishedFailsAloneAndByName)
         << "the numbers of the others are as planned";
 }
 
+TEST(Production, ASourceWithFewerPagesThanPlannedFailsAloneAndByName)
+{
+    const ThreeFiles files;
+    const ProductionPlan plan = files.plan();
+    writeSample(files.folder / "in/b.pdf", 1);
+    const ProductionResult result = Production::write(plan, files.out, {}, goOn);
+    EXPECT_EQ(result.failures,
+              (QMap<QString, StampError>{
+                  {QStringLiteral("b.pdf"), StampError::cannotWrite(QStringLiteral("b.pdf"))}}));
+    EXPECT_EQ(files.names(), (Names{"Production Index.csv", "a.pdf", "c.pdf"}));
+}
+
 TEST(Production, AFileThatTurnsUpMeanwhileIsNotReplaced)
 {
     const ThreeFiles files;

@@ -2,9 +2,11 @@
 
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/UnreadableFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -25,7 +27,7 @@ void touch(const fs::path &path)
 std::vector<std::string> collected(const TemporaryFolder &folder, const std::vector<fs::path> &items)
 {
     std::vector<std::string> names;
-    for (const fs::path &location : collectPdfLocations(items)) {
+    for (const fs::path &location : collectPdfs(items).locations) {
         names.push_back(location.lexically_relative(folder.path()).native());
     }
     return names;
@@ -72,7 +74,8 @@ TEST(SourceCollector, AFileMetTwiceIsListedOnce)
     touch(folder / "in/a.pdf");
     EXPECT_EQ(collected(folder, {folder / "in/a.pdf", folder / "in/a.pdf"}).size(), 1U);
     EXPECT_EQ(collected(folder, {folder / "in", folder / "in/a.pdf"}).size(), 1U);
-    EXPECT_EQ(collectPdfLocations(std::vector{folder / "in/a.pdf", folder / "in/../in/./a.pdf"}).size(), 1U);
+    EXPECT_EQ(collectPdfs(std::vector{folder / "in/a.pdf", folder / "in/../in/./a.pdf"}).locations.size(),
+              1U);
 }
 
 TEST(SourceCollector, ASymbolicLinkIsADocumentOfItsOwn)
@@ -115,6 +118,73 @@ TEST(SourceCollector, NamesThatAreNotTextAreFound)
     const Names names = collected(folder, {folder / "in"});
     EXPECT_EQ(names.size(), 2U);
     EXPECT_EQ(std::count(names.begin(), names.end(), "in/caf\xE9.pdf"), 1);
+}
+
+TEST(SourceCollector, AFolderThatCannotBeReadIsToldAndTheOthersAreSearched)
+{
+    const TemporaryFolder folder;
+    for (const char *name : {"in/a.pdf", "in/bad/b.pdf", "in/bad/deeper/c.pdf", "in/good/d.pdf", "e.pdf"}) {
+        touch(folder / name);
+    }
+    const std::vector<fs::path> items{folder / "in", folder / "e.pdf"};
+    const CollectedPdfs found =
+        collectPdfs(items, [&](const fs::path &path, std::vector<FolderEntry> &entries) {
+            return path != folder / "in/bad" && listFolder(path, entries);
+        });
+    EXPECT_EQ(found.locations,
+              (std::vector<fs::path>{folder / "in/a.pdf", folder / "in/good/d.pdf", folder / "e.pdf"}));
+    EXPECT_EQ(found.unreadableFolders, (std::vector<fs::path>{folder / "in/bad"}));
+}
+
+TEST(SourceCollector, OfAFolderThatBreaksOffWhatWasReadIsTaken)
+{
+    const TemporaryFolder folder;
+    for (const char *name : {"in/a.pdf", "in/b.pdf", "in/c.pdf", "in/inner/d.pdf"}) {
+        touch(folder / name);
+    }
+    const std::vector<fs::path> items{folder / "in"};
+    for (std::size_t most = 0; most <= 4; ++most) {
+        std::vector<FolderEntry> top;
+        ASSERT_TRUE(listFolder(folder / "in", top));
+        top.resize(std::min(most, top.size()));
+        const CollectedPdfs found =
+            collectPdfs(items, [&](const fs::path &path, std::vector<FolderEntry> &entries) {
+                if (path != folder / "in") {
+                    return listFolder(path, entries);
+                }
+                entries.insert(entries.end(), top.begin(), top.end());
+                return false;
+            });
+        EXPECT_EQ(found.locations.size(), most); // The folder among them has one as well.
+        EXPECT_EQ(found.unreadableFolders, items);
+    }
+}
+
+TEST(SourceCollector, AFolderDeeperThanPathsMayBeIsToldAndTheOthersAreSearched)
+{
+    const TemporaryFolder folder;
+    touch(folder / "in/a.pdf");
+    touch(folder / "in/z/b.pdf");
+    tests::makeUnreadableFolder(folder / "in/m");
+    const CollectedPdfs found = collectPdfs(std::vector{folder / "in"});
+    EXPECT_EQ(found.locations, (std::vector<fs::path>{folder / "in/a.pdf", folder / "in/z/b.pdf"}));
+    ASSERT_EQ(found.unreadableFolders.size(), 1U);
+    EXPECT_TRUE(found.unreadableFolders.front().native().starts_with((folder / "in/m/ddd").native()));
+}
+
+TEST(SourceCollector, AFolderThatVanishesOnTheWayIsToldAndTheOthersAreSearched)
+{
+    const TemporaryFolder folder;
+    touch(folder / "in/a/a.pdf");
+    touch(folder / "in/b/b.pdf");
+    const CollectedPdfs found =
+        collectPdfs(std::vector{folder / "in"}, [&](const fs::path &path, std::vector<FolderEntry> &entries) {
+            const bool isAll = listFolder(path, entries);
+            fs::remove_all(folder / "in/a");
+            return isAll;
+        });
+    EXPECT_EQ(found.locations, (std::vector<fs::path>{folder / "in/b/b.pdf"}));
+    EXPECT_EQ(found.unreadableFolders, (std::vector<fs::path>{folder / "in/a"}));
 }
 
 TEST(SourceCollector, PathsAreStandardisedWithoutResolvingLinks)

@@ -29,6 +29,11 @@ ssize_t FaultyCalls::read(int descriptor, char *bytes, std::size_t count)
     return fails("read") ? -1 : FileCalls::read(descriptor, bytes, count);
 }
 
+ssize_t FaultyCalls::readAt(int descriptor, char *bytes, std::size_t count, off_t offset)
+{
+    return fails("readAt") ? -1 : FileCalls::readAt(descriptor, bytes, count, offset);
+}
+
 ssize_t FaultyCalls::write(int descriptor, const char *bytes, std::size_t count)
 {
     return fails("write") ? -1 : FileCalls::write(descriptor, bytes, count);

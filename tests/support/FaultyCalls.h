@@ -8,7 +8,7 @@
 
 namespace tallyfold::tests {
 
-/// One file call: its kind ("open", "read", "write", "syncData", "sync", "close", "rename", "link",
+/// One file call: its kind ("open", "read", "readAt", "write", "syncData", "sync", "close", "rename", "link",
 /// "unlink"), the name it is about (the last one where there are two, none where there is only a descriptor)
 /// and its place among all calls, from 0.
 struct FileCall {
@@ -29,6 +29,7 @@ public:
 
     int openAt(int folder, const char *name, int flags, mode_t mode) override;
     ssize_t read(int descriptor, char *bytes, std::size_t count) override;
+    ssize_t readAt(int descriptor, char *bytes, std::size_t count, off_t offset) override;
     ssize_t write(int descriptor, const char *bytes, std::size_t count) override;
     int syncData(int descriptor) override;
     int sync(int descriptor) override;

@@ -1,0 +1,101 @@
+#include "core/CSV.h"
+#include "core/Production.h"
+#include "core/SourceClassifier.h"
+#include "core/SourceCollector.h"
+#include "tests/support/Sample.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace tallyfold {
+
+namespace fs = std::filesystem;
+using tests::TemporaryFolder;
+
+namespace {
+
+/// The name of a source, what it is shown as, and the name of its copy.
+struct OddName {
+    std::string bytes;
+    std::string shown;
+    std::string copy;
+};
+
+std::vector<OddName> oddNames()
+{
+    const auto itself = [](const std::string &name) { return OddName{name, name, name}; };
+    const std::string longest = std::string(251, 'n') + ".pdf";
+    std::string longestLetters; // Of two bytes each.
+    for (int letter = 0; letter < 125; ++letter) {
+        longestLetters += "\xC3\xA9";
+    }
+    return {{"caf\xE9.pdf", "caf\xEF\xBF\xBD.pdf", "caf\xEF\xBF\xBD.pdf"},
+            {"cut \xC3.pdf", "cut \xEF\xBF\xBD.pdf", "cut \xEF\xBF\xBD.pdf"},
+            {"line\nbreak.pdf", "line\nbreak.pdf", "line break.pdf"},
+            {"return\r\nfeed.pdf", "return\r\nfeed.pdf", "return  feed.pdf"},
+            itself("tab\there.pdf"),
+            itself("\"quoted\", with comma.pdf"),
+            itself("it's \\ back.pdf"),
+            itself("right \xE2\x80\x8F to \xE2\x80\xAE left.pdf"),
+            itself("\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D.pdf"),
+            itself("=SUM(A1).pdf"),
+            itself("-rf.pdf"),
+            itself("%s%n$(x)`y`*?.pdf"),
+            {"  leading.pdf", "  leading.pdf", "leading.pdf"},
+            itself(longest),
+            itself(longestLetters + "x.pdf")};
+}
+
+} // namespace
+
+TEST(OddNames, AreFoundAndShownAndStampedAndIndexed)
+{
+    for (const OddName &name : oddNames()) {
+        SCOPED_TRACE(name.shown);
+        const TemporaryFolder folder;
+        fs::create_directory(folder / "in");
+        fs::create_directory(folder / "out");
+        tests::writeSample(folder / "in" / name.bytes, 2);
+
+        const CollectedPdfs found = collectPdfs(std::vector{folder / "in"});
+        ASSERT_EQ(found.locations, (std::vector<fs::path>{folder / "in" / name.bytes}));
+        const SourceFile source = classify(found.locations.front());
+        EXPECT_EQ(source.problem, std::nullopt);
+        EXPECT_EQ(source.pageCount, 2);
+        EXPECT_EQ(source.name.toStdString(), name.shown);
+
+        const ProductionResult result =
+            Production::write(ProductionPlan({source}, {}), folder / "out", {true, true}, {});
+        EXPECT_TRUE(result.failures.isEmpty());
+        ASSERT_EQ(result.written, (std::vector<fs::path>{folder / "out" / name.copy}));
+        fs::copy_file(folder / "out" / name.copy, folder / "copy.pdf");
+        EXPECT_EQ(tests::soundPages(folder / "copy.pdf"), 2);
+        EXPECT_NE(tests::textOfPage(folder / "copy.pdf", 2).find("ABC000002"), std::string::npos);
+        const QString row = CSV::cell(QString::fromStdString(name.shown)) + u',' +
+                            CSV::cell(QString::fromStdString(name.copy)) +
+                            QStringLiteral(",ABC000001,ABC000002,2,stamped\r\n");
+        EXPECT_TRUE(tests::readFile(*result.index).ends_with("Status\r\n" + row.toStdString()));
+        EXPECT_NE(tests::readFile(*result.privilegeLog).find("ABC000002"), std::string::npos);
+    }
+}
+
+TEST(OddNames, NamesThatAreShownAlikeAreTwoSourcesWhoseCopiesCollide)
+{
+    const TemporaryFolder folder;
+    fs::create_directory(folder / "in");
+    fs::create_directory(folder / "out");
+    tests::writeSample(folder / "in" / "caf\xE9.pdf", 1);
+    tests::writeSample(folder / "in" / "caf\xE8.pdf", 1);
+    std::vector<SourceFile> sources;
+    for (const fs::path &location : collectPdfs(std::vector{folder / "in"}).locations) {
+        sources.push_back(classify(location));
+    }
+    ASSERT_EQ(sources.size(), 2U);
+    EXPECT_EQ(Production::findConflicts(ProductionPlan(sources, {}), folder / "out", {}),
+              (std::vector<ProductionConflict>{
+                  {ProductionConflict::Kind::duplicate, QStringLiteral("caf\uFFFD.pdf")}}));
+}
+
+} // namespace tallyfold
