@@ -52,7 +52,8 @@ bool StampForm::eventFilter(QObject *object, QEvent *event)
 void StampForm::fitWidth()
 {
     // It scrolls up and down only: across, everything has to have room.
-    setMinimumWidth(qMax(leastWidth, widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width()));
+    setMinimumWidth(
+        qMax(leastWidth, widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width()));
 }
 
 } // namespace tallyfold
