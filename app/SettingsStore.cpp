@@ -8,14 +8,7 @@ const QString settingsKey = QStringLiteral("settings");
 
 } // namespace
 
-SettingsStore::SettingsStore()
-    : m_settings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Tallyfold"),
-                 QStringLiteral("Tallyfold"))
-{
-    m_settings.setFallbacksEnabled(false); // What another user or the system set is not the user's.
-}
-
-SettingsStore::SettingsStore(const QString &path) : m_settings(path, QSettings::IniFormat) {}
+SettingsStore::SettingsStore(const QString &path) : m_settings(path) {}
 
 AppSettings SettingsStore::load() const
 {

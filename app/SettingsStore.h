@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/AppSettings.h"
+#include "app/UserSettings.h"
 
-#include <QSettings>
 #include <QString>
 
 namespace tallyfold {
@@ -13,7 +13,7 @@ namespace tallyfold {
 class SettingsStore {
 public:
     /// The user's own settings, in the platform's usual place.
-    SettingsStore();
+    SettingsStore() = default;
     /// Those in the file at `path`.
     explicit SettingsStore(const QString &path);
 
@@ -21,7 +21,7 @@ public:
     void save(const AppSettings &settings);
 
 private:
-    QSettings m_settings;
+    UserSettings m_settings;
 };
 
 } // namespace tallyfold

@@ -8,14 +8,7 @@ const QString group = QStringLiteral("window/");
 
 } // namespace
 
-WindowState::WindowState()
-    : m_settings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Tallyfold"),
-                 QStringLiteral("Tallyfold"))
-{
-    m_settings.setFallbacksEnabled(false);
-}
-
-WindowState::WindowState(const QString &path) : m_settings(path, QSettings::IniFormat) {}
+WindowState::WindowState(const QString &path) : m_settings(path) {}
 
 QByteArray WindowState::bytes(const QString &key) const
 {

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "app/UserSettings.h"
+
 #include <QByteArray>
-#include <QSettings>
 #include <QString>
 
 namespace tallyfold {
@@ -11,7 +12,7 @@ namespace tallyfold {
 class WindowState {
 public:
     /// In the user's settings file.
-    WindowState();
+    WindowState() = default;
     /// In the file at `path`.
     explicit WindowState(const QString &path);
 
@@ -23,7 +24,7 @@ public:
     void setFlag(const QString &key, bool value);
 
 private:
-    QSettings m_settings;
+    UserSettings m_settings;
 };
 
 } // namespace tallyfold

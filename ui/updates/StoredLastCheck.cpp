@@ -8,14 +8,7 @@ const QString lastCheckKey = QStringLiteral("lastUpdateCheck");
 
 } // namespace
 
-StoredLastCheck::StoredLastCheck()
-    : m_settings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Tallyfold"),
-                 QStringLiteral("Tallyfold"))
-{
-    m_settings.setFallbacksEnabled(false); // What another user or the system set is not the user's.
-}
-
-StoredLastCheck::StoredLastCheck(const QString &path) : m_settings(path, QSettings::IniFormat) {}
+StoredLastCheck::StoredLastCheck(const QString &path) : m_settings(path) {}
 
 std::optional<QDateTime> StoredLastCheck::load() const
 {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/UserSettings.h"
 #include "ui/updates/LastCheck.h"
 
-#include <QSettings>
 #include <QString>
 
 namespace tallyfold {
@@ -11,7 +11,7 @@ namespace tallyfold {
 class StoredLastCheck final : public LastCheck {
 public:
     /// In the platform's usual place.
-    StoredLastCheck();
+    StoredLastCheck() = default;
     /// In the file at `path`.
     explicit StoredLastCheck(const QString &path);
 
@@ -19,7 +19,7 @@ public:
     void save(const QDateTime &time) override;
 
 private:
-    QSettings m_settings;
+    UserSettings m_settings;
 };
 
 } // namespace tallyfold
