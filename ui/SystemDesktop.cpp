@@ -2,13 +2,13 @@
 
 #include "app/UriList.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDesktopServices>
 
 #include <system_error>
+#include <utility>
 
 namespace tallyfold {
 
@@ -18,10 +18,16 @@ constexpr int answerTime = 3000; // Milliseconds; a file manager may have to be 
 
 } // namespace
 
+SystemDesktop::SystemDesktop() : SystemDesktop(QDBusConnection::sessionBus(), QDesktopServices::openUrl) {}
+
+SystemDesktop::SystemDesktop(const QDBusConnection &bus, Opener opener)
+    : m_bus(bus), m_opener(std::move(opener))
+{
+}
+
 void SystemDesktop::reveal(const std::filesystem::path &item)
 {
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
+    if (!m_bus.isConnected()) {
         openFolderOf(item);
         return;
     }
@@ -29,7 +35,7 @@ void SystemDesktop::reveal(const std::filesystem::path &item)
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << QStringList(QString::fromLatin1(fileUri(item))) << QString();
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, answerTime), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, answerTime), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, item] {
         if (watcher->isError()) {
             openFolderOf(item);
@@ -47,7 +53,7 @@ void SystemDesktop::openFolderOf(const std::filesystem::path &item)
 
 void SystemDesktop::open(const QUrl &url)
 {
-    QDesktopServices::openUrl(url);
+    m_opener(url);
 }
 
 } // namespace tallyfold

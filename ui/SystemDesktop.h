@@ -2,7 +2,10 @@
 
 #include "ui/Desktop.h"
 
+#include <QDBusConnection>
 #include <QObject>
+
+#include <functional>
 
 namespace tallyfold {
 
@@ -10,7 +13,13 @@ namespace tallyfold {
 class SystemDesktop final : public QObject, public Desktop {
     Q_OBJECT
 public:
-    using QObject::QObject;
+    /// Opens a folder, a page or a message in the program for it.
+    using Opener = std::function<void(const QUrl &)>;
+
+    /// That of the session that the program runs in.
+    SystemDesktop();
+    /// With the file manager that is on `bus`, and programs started by `opener`.
+    SystemDesktop(const QDBusConnection &bus, Opener opener);
 
     /// Asks the file manager to show the item in its folder; where none answers, the folder is opened.
     void reveal(const std::filesystem::path &item) override;
@@ -18,6 +27,9 @@ public:
 
 private:
     void openFolderOf(const std::filesystem::path &item);
+
+    QDBusConnection m_bus;
+    Opener m_opener;
 };
 
 } // namespace tallyfold

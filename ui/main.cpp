@@ -1,5 +1,6 @@
 #include "app/Translations.h"
 #include "ui/shell/AppIdentity.h"
+#include "ui/shell/CommandLine.h"
 #include "ui/shell/InstanceService.h"
 #include "ui/shell/TallyfoldApp.h"
 #include "ui/shell/TerminationSignals.h"
@@ -9,22 +10,24 @@
 #include <QDBusConnection>
 #include <QIcon>
 
-#include <system_error>
+#include <chrono>
+#include <cstdio>
+#include <span>
 
 namespace {
 
 using namespace tallyfold;
+using Task = CommandLine::Task;
 
-/// The files that the program was started with, absolute. Names are bytes, so they are taken as they come.
-std::vector<std::filesystem::path> filesIn(int count, char **arguments)
+enum ExitCode { done = 0, usage = 64, unavailable = 69 };
+
+/// The session asks at once for what it starts.
+constexpr std::chrono::seconds longestWait{10};
+
+CommandLine lineOf(int count, char **arguments)
 {
-    std::vector<std::filesystem::path> files;
-    for (int place = 1; place < count; ++place) {
-        std::error_code error;
-        const std::filesystem::path file = std::filesystem::absolute(arguments[place], error);
-        files.push_back(error ? std::filesystem::path(arguments[place]) : file);
-    }
-    return files;
+    return CommandLine::of(
+        std::span<const char *const>(arguments, static_cast<std::size_t>(count)).subspan(1));
 }
 
 void introduce()
@@ -37,33 +40,59 @@ void introduce()
         QIcon::fromTheme(identity::id, QIcon(QStringLiteral(":/symbols/tallyfold.svg"))));
 }
 
+/// Puts the program on the session's bus, and its windows on the screen.
+int run(const CommandLine &line)
+{
+    const Translations translations;
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    const ColorScheme scheme(bus);
+    InstanceService instance(bus, identity::id);
+    const bool isFirst = instance.role() == InstanceService::Role::first;
+    const bool isOther = instance.role() == InstanceService::Role::other;
+    if (line.task == Task::service && !isFirst) {
+        std::fputs(isOther ? "" : "tallyfold: there is no session bus to wait on\n", stderr);
+        return isOther ? done : unavailable; // The other one is asked in our place.
+    }
+    if (isOther && instance.handOver(line.files)) {
+        return done;
+    }
+    TallyfoldApp app(TallyfoldApp::systemParts());
+    app.setReachable(isFirst);
+    QObject::connect(&instance, &InstanceService::activated, &app,
+                     [&app](const QString &token) { app.reopen({}, token); });
+    QObject::connect(&instance, &InstanceService::opened, &app, &TallyfoldApp::reopen);
+    const TerminationSignals signals;
+    QObject::connect(&signals, &TerminationSignals::received, &app, &TallyfoldApp::quit);
+    if (line.task == Task::service) {
+        app.awaitRequest(longestWait);
+    } else {
+        app.launch(line.files);
+    }
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int count, char **arguments)
 {
+    // Before the application, which needs a screen.
+    switch (lineOf(count, arguments).task) {
+    case Task::help:
+        std::fputs(CommandLine::help(), stdout);
+        return done;
+    case Task::version:
+        std::puts("tallyfold " TALLYFOLD_VERSION);
+        return done;
+    default:
+        break;
+    }
     QApplication application(count, arguments); // Takes out the arguments that are Qt's.
     introduce();
-    const Translations translations;
-    const ColorScheme scheme;
-    const std::vector<std::filesystem::path> files = filesIn(count, arguments);
-
-    InstanceService instance(QDBusConnection::sessionBus(), identity::id);
-    if (instance.role() == InstanceService::Role::other && instance.handOver(files)) {
-        return 0;
+    const CommandLine line = lineOf(count, arguments);
+    if (line.task == Task::usage) {
+        std::fprintf(stderr, "tallyfold: there is no option %s\n%s", line.unknown.c_str(),
+                     CommandLine::help());
+        return usage;
     }
-    TallyfoldApp app(TallyfoldApp::systemParts());
-    app.setReachable(instance.role() == InstanceService::Role::first);
-    QObject::connect(&instance, &InstanceService::activated, &app, [&app](const QString &token) {
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
-        app.reopen({});
-    });
-    QObject::connect(&instance, &InstanceService::opened, &app,
-                     [&app](const std::vector<std::filesystem::path> &opened, const QString &token) {
-                         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
-                         app.reopen(opened);
-                     });
-    const TerminationSignals signals;
-    QObject::connect(&signals, &TerminationSignals::received, &app, &TallyfoldApp::quit);
-    app.launch(files);
-    return QApplication::exec();
+    return run(line);
 }

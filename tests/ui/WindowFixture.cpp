@@ -1,10 +1,10 @@
 #include "tests/ui/WindowFixture.h"
 
 #include "tests/support/Sample.h"
+#include "tests/ui/Waiting.h"
 #include "ui/controls/SymbolLabel.h"
 #include "ui/controls/Warning.h"
 
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -55,6 +55,13 @@ WindowFixture::~WindowFixture() = default;
 
 void WindowFixture::restart(AppModel::Writer writer)
 {
+    makeApp(std::move(writer));
+    app->launch({});
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&app->mainView()));
+}
+
+void WindowFixture::makeApp(AppModel::Writer writer)
+{
     app.reset();
     auto fakePanels = std::make_unique<FakePanels>();
     auto fakeDesktop = std::make_unique<FakeDesktop>();
@@ -68,8 +75,6 @@ void WindowFixture::restart(AppModel::Writer writer)
     parts.panels = std::move(fakePanels);
     parts.writer = std::move(writer);
     app = std::make_unique<TallyfoldApp>(std::move(parts));
-    app->launch({});
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&app->mainView()));
 }
 
 std::filesystem::path WindowFixture::pdf(const std::string &name, int pages)
@@ -189,16 +194,7 @@ void WindowFixture::clickTitled(QWidget *window, const QString &title)
 
 bool WindowFixture::waitUntil(const std::function<bool()> &condition)
 {
-    constexpr qint64 patience = 60'000; // Milliseconds; only a failure takes so long.
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > patience) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    return true;
+    return tests::waitUntil(condition);
 }
 
 } // namespace tallyfold::tests

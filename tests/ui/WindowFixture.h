@@ -44,6 +44,8 @@ protected:
 
     /// Starts the application anew on the same settings.
     void restart(AppModel::Writer writer = AppModel::systemWriter());
+    /// The same without launching it.
+    void makeApp(AppModel::Writer writer = AppModel::systemWriter());
 
     /// A new PDF of `pages` pages called `name`; its path.
     std::filesystem::path pdf(const std::string &name, int pages = 1);

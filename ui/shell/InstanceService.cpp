@@ -42,8 +42,9 @@ InstanceService::InstanceService(const QDBusConnection &bus, const QString &id, 
         return;
     }
     new InstanceAdaptor(this);
-    m_bus.registerObject(pathOf(m_id), this, QDBusConnection::ExportAdaptors);
-    m_role = m_bus.registerService(m_id) ? Role::first : Role::other;
+    if (m_bus.registerObject(pathOf(m_id), this, QDBusConnection::ExportAdaptors)) {
+        m_role = m_bus.registerService(m_id) ? Role::first : Role::other;
+    }
 }
 
 InstanceService::Role InstanceService::role() const
@@ -73,17 +74,23 @@ InstanceAdaptor::InstanceAdaptor(InstanceService *service) : QDBusAbstractAdapto
 
 void InstanceAdaptor::Activate(const QVariantMap &platformData)
 {
-    Q_EMIT m_service->activated(tokenIn(platformData));
+    tellLater([service = m_service, token = tokenIn(platformData)] { Q_EMIT service->activated(token); });
 }
 
 void InstanceAdaptor::Open(const QStringList &uris, const QVariantMap &platformData)
 {
-    Q_EMIT m_service->opened(localPathsIn(uris.join(QStringLiteral("\r\n")).toUtf8()), tokenIn(platformData));
+    tellLater([service = m_service, files = localPathsIn(uris.join(QStringLiteral("\r\n")).toUtf8()),
+               token = tokenIn(platformData)] { Q_EMIT service->opened(files, token); });
 }
 
 void InstanceAdaptor::ActivateAction(const QString &, const QVariantList &, const QVariantMap &platformData)
 {
     Activate(platformData); // The desktop entry names no actions.
+}
+
+void InstanceAdaptor::tellLater(const std::function<void()> &tell)
+{
+    QMetaObject::invokeMethod(m_service, tell, Qt::QueuedConnection);
 }
 
 } // namespace tallyfold

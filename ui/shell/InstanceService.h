@@ -7,6 +7,7 @@
 #include <QVariantMap>
 
 #include <filesystem>
+#include <functional>
 #include <vector>
 
 namespace tallyfold {
@@ -58,6 +59,9 @@ public Q_SLOTS:
                         const QVariantMap &platformData);
 
 private:
+    /// Once the call is answered: reading many files takes longer than a caller waits.
+    void tellLater(const std::function<void()> &tell);
+
     InstanceService *m_service;
 };
 

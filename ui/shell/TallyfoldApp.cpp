@@ -13,6 +13,7 @@
 #include "window_support/WindowReader.h"
 
 #include <QApplication>
+#include <QTimer>
 
 #include <utility>
 
@@ -29,6 +30,17 @@ void bringForward(QWidget &window)
     }
     window.raise();
     window.activateWindow();
+}
+
+/// To the window that is brought forward next: Qt takes the token from there. An earlier one is worth
+/// nothing.
+void passOn(const QString &token)
+{
+    if (token.isEmpty()) {
+        qunsetenv("XDG_ACTIVATION_TOKEN");
+    } else {
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    }
 }
 
 } // namespace
@@ -78,6 +90,7 @@ TallyfoldApp::~TallyfoldApp()
 
 void TallyfoldApp::launch(const std::vector<std::filesystem::path> &files)
 {
+    m_isLaunched = true;
     openWindow(WindowId::main);
     m_delegate.didFinishLaunching();
     if (!files.empty()) { // Reading many takes a while; the window is there before.
@@ -86,9 +99,21 @@ void TallyfoldApp::launch(const std::vector<std::filesystem::path> &files)
     m_updater->checkQuietlyIfDue();
 }
 
-void TallyfoldApp::reopen(const std::vector<std::filesystem::path> &files)
+void TallyfoldApp::awaitRequest(std::chrono::milliseconds longest)
 {
-    if (files.empty()) {
+    QTimer::singleShot(longest, this, [this] {
+        if (!m_isLaunched) { // Nobody would see that it is there, nor could end it.
+            QCoreApplication::quit();
+        }
+    });
+}
+
+void TallyfoldApp::reopen(const std::vector<std::filesystem::path> &files, const QString &token)
+{
+    passOn(token);
+    if (!m_isLaunched) {
+        launch(files);
+    } else if (files.empty()) {
         m_delegate.shouldHandleReopen(false);
     } else {
         m_delegate.open(files);

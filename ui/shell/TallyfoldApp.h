@@ -15,6 +15,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -44,8 +45,12 @@ public:
 
     /// Opens the main window with `files`, if there are any.
     void launch(const std::vector<std::filesystem::path> &files);
-    /// Another start asks for the windows, perhaps with files.
-    void reopen(const std::vector<std::filesystem::path> &files);
+    /// Opens nothing yet: the first `reopen` is the launch. Ends the program when none comes within
+    /// `longest`.
+    void awaitRequest(std::chrono::milliseconds longest);
+    /// Another start asks for the windows, perhaps with files. `token` lets a window come to the front (XDG
+    /// activation).
+    void reopen(const std::vector<std::filesystem::path> &files, const QString &token = {});
     /// Ends the program; a running production stops after its page.
     void quit();
 
@@ -83,6 +88,7 @@ private:
     std::unique_ptr<SettingsView> m_settings;
     std::unique_ptr<AppCommands> m_commands; ///< Before the window whose stack they use.
     bool m_isReachable = true;
+    bool m_isLaunched = false;
 };
 
 } // namespace tallyfold

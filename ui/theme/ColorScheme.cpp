@@ -4,7 +4,7 @@
 #include "ui/theme/Tones.h"
 
 #include <QApplication>
-#include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -12,6 +12,7 @@
 #include <QStyle>
 
 #include <memory>
+#include <optional>
 
 namespace tallyfold {
 
@@ -23,11 +24,15 @@ const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Setting
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
 
-/// The preference in `value`, which portals wrap in one or two variants.
-ColorScheme::Preference preferenceIn(QVariant value)
+/// The preference in `value`, which portals wrap in one or two variants; nothing when it is no number. A
+/// number that is not known is no preference, as the portal's documentation has it.
+std::optional<ColorScheme::Preference> preferenceIn(QVariant value)
 {
-    while (value.canConvert<QDBusVariant>()) {
+    while (value.userType() == qMetaTypeId<QDBusVariant>()) {
         value = value.value<QDBusVariant>().variant();
+    }
+    if (value.userType() != QMetaType::UInt) {
+        return std::nullopt;
     }
     switch (value.toUInt()) {
     case 1:
@@ -41,19 +46,26 @@ ColorScheme::Preference preferenceIn(QVariant value)
 
 } // namespace
 
-ColorScheme::ColorScheme(QObject *parent) : QObject(parent)
+ColorScheme::ColorScheme(const QDBusConnection &bus, QObject *parent) : QObject(parent), m_bus(bus)
 {
     if (!areColoursOurs()) {
         return;
     }
+    m_own = isDark(QApplication::palette()) ? Preference::dark : Preference::light;
     QApplication::setStyle(std::make_unique<ModernStyle>().release()); // The application takes it over.
-    apply(isDark(QApplication::palette()) ? Preference::dark : Preference::light);
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (bus.isConnected()) {
-        bus.connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
-                    SLOT(onSettingChanged(QString, QString, QDBusVariant)));
-        ask();
+    apply(m_own);
+    if (!m_bus.isConnected()) {
+        return;
     }
+    qRegisterMetaType<QDBusVariant>(); // The bus looks the slot's parameters up by their names.
+    // Followed before it is asked for, so that no change is missed. What cannot be followed can still be
+    // asked.
+    if (!m_bus.connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                       SLOT(onSettingChanged(QString, QString, QDBusVariant)))) {
+        qWarning("The desktop's colour scheme cannot be followed: %s",
+                 qUtf8Printable(m_bus.lastError().message()));
+    }
+    ask();
 }
 
 void ColorScheme::ask()
@@ -61,11 +73,11 @@ void ColorScheme::ask()
     QDBusMessage call =
         QDBusMessage::createMethodCall(portal, portalPath, settingsInterface, QStringLiteral("Read"));
     call << appearance << colorScheme;
-    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher] {
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (reply.isValid()) {
-            apply(preferenceIn(QVariant::fromValue(reply.value())));
+            take(reply.value());
         }
         watcher->deleteLater();
     });
@@ -74,7 +86,14 @@ void ColorScheme::ask()
 void ColorScheme::onSettingChanged(const QString &group, const QString &key, const QDBusVariant &value)
 {
     if (group == appearance && key == colorScheme) {
-        apply(preferenceIn(QVariant::fromValue(value)));
+        take(value);
+    }
+}
+
+void ColorScheme::take(const QDBusVariant &value)
+{
+    if (const std::optional<Preference> preference = preferenceIn(value.variant())) {
+        apply(*preference == Preference::none ? m_own : *preference);
     }
 }
 

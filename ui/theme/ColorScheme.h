@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
@@ -15,9 +16,12 @@ public:
     /// What the desktop prefers, as the settings portal numbers it.
     enum class Preference : unsigned { none = 0, dark = 1, light = 2 };
 
-    explicit ColorScheme(QObject *parent = nullptr);
+    /// Follows the portal that is on `bus`. Without one, or where it has no preference, the scheme stays that
+    /// of the palette that the application has now.
+    explicit ColorScheme(const QDBusConnection &bus = QDBusConnection::sessionBus(),
+                         QObject *parent = nullptr);
 
-    /// Takes the palette of `preference`.
+    /// Takes the palette of `preference`; the light one for none.
     static void apply(Preference preference);
 
     /// Whether the style in use leaves the colours to the application.
@@ -28,6 +32,11 @@ private Q_SLOTS:
 
 private:
     void ask();
+    /// Takes what the portal says; a value that is no number says nothing.
+    void take(const QDBusVariant &value);
+
+    QDBusConnection m_bus;
+    Preference m_own = Preference::light; ///< Where the desktop has none.
 };
 
 } // namespace tallyfold
