@@ -25,6 +25,7 @@ namespace tallyfold::pdf {
 namespace {
 
 constexpr std::size_t mostKept = 2;
+constexpr const char *readerName = "tallyfold-reader";
 
 std::mutex keptMutex;
 
@@ -36,11 +37,20 @@ std::vector<std::unique_ptr<ReaderProcess>> &kept()
 
 } // namespace
 
+ReaderProcess::Program ReaderProcess::Program::of(const std::filesystem::path &program)
+{
+    const std::filesystem::path folder = program.parent_path();
+    const std::filesystem::path beside = folder / readerName;
+    std::error_code error;
+    const bool isBeside = std::filesystem::exists(beside, error);
+    return {isBeside ? beside : (folder / TALLYFOLD_READER_FROM_PROGRAM / readerName).lexically_normal(),
+            std::chrono::seconds(5)};
+}
+
 ReaderProcess::Program ReaderProcess::Program::installed()
 {
     std::error_code error;
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return {self.parent_path() / "tallyfold-reader", std::chrono::seconds(5)};
+    return of(std::filesystem::read_symlink("/proc/self/exe", error));
 }
 
 ReaderProcess::ReaderProcess(Program program) : m_program(std::move(program)) {}

@@ -22,8 +22,11 @@ public:
         std::filesystem::path path;
         std::chrono::milliseconds longestAnswer;
 
-        /// The reader that lies beside this program. Five seconds for an answer, a thousand times what an
-        /// ordinary page takes.
+        /// The reader of the program at `program`: the one that lies beside it, as in a build, else the one
+        /// that was installed with it. Five seconds for an answer, a thousand times what an ordinary page
+        /// takes.
+        [[nodiscard]] static Program of(const std::filesystem::path &program);
+        /// That of the program that runs.
         [[nodiscard]] static Program installed();
     };
 

@@ -107,6 +107,23 @@ TEST(ReaderProcess, AnOpenFileGoesAlong)
     EXPECT_EQ(::close(file), 0);
 }
 
+TEST(ReaderProgram, IsTheOneBesideTheProgramElseTheOneInstalledWithIt)
+{
+    const TemporaryFolder folder;
+    const fs::path program = folder / "usr/bin/program";
+    const fs::path beside = folder / "usr/bin/tallyfold-reader";
+    const fs::path helper =
+        (folder / "usr/bin" / TALLYFOLD_READER_FROM_PROGRAM / "tallyfold-reader").lexically_normal();
+    for (const fs::path &path : {beside, helper}) {
+        fs::create_directories(path.parent_path());
+        tests::writeFile(path, "");
+    }
+    EXPECT_NE(beside, helper);
+    EXPECT_EQ(ReaderProcess::Program::of(program).path, beside);
+    fs::remove(beside);
+    EXPECT_EQ(ReaderProcess::Program::of(program).path, helper);
+}
+
 TEST(ReaderMessages, WhatIsPutIsTaken)
 {
     ReaderMessages::Writer writer;
