@@ -15,12 +15,14 @@ LAYERS = {
     "app": (("core", "app"), r"Q\w+"),
     "window_support": (("window_support",), r"Q\w+"),
     "ui": (("core", "app", "window_support", "ui"), r"Q\w+"),
+    "packaging": ((), r"Q\w+"),
     "examples": (("pdf", "core", "examples"), r"Q\w+"),
     "fuzz": (("pdf", "core", "app", "fuzz"), r"Q\w+"),
 }
 # Parts of Qt that a layer may see besides Qt Core.
 FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets"),
-              "ui": ("QtDBus", "QtGui", "QtNetwork", "QtSvg", "QtWidgets")}
+              "ui": ("QtDBus", "QtGui", "QtNetwork", "QtSvg", "QtWidgets"),
+              "packaging": ("QtGui", "QtSvg")}
 # Lower case words, perhaps in a folder of the system: <vector>, <cstdint>, <unistd.h>, <sys/stat.h>.
 STANDARD = re.compile(r"(sys/)?[a-z_0-9]+(\.h)?\Z")
 LIBRARIES = re.compile(r"zlib\.h\Z")
