@@ -9,6 +9,7 @@ namespace tallyfold::tests {
 namespace {
 
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
 
@@ -44,10 +45,21 @@ void FakeSettingsPortal::change(const QString &group, const QString &key, const 
         colorScheme = value;
     }
     // Not as a signal of this object, which would make known to the program what it has to know by itself.
-    QDBusMessage signal = QDBusMessage::createSignal(
-        portalPath, QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"));
+    QDBusMessage signal =
+        QDBusMessage::createSignal(portalPath, settingsInterface, QStringLiteral("SettingChanged"));
     signal << group << key << QVariant::fromValue(QDBusVariant(value));
     EXPECT_TRUE(m_bus.send(signal));
+}
+
+SettingsListener::SettingsListener(QDBusConnection bus)
+{
+    EXPECT_TRUE(bus.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                            SLOT(hear())));
+}
+
+void SettingsListener::hear()
+{
+    ++heardCount;
 }
 
 QDBusVariant FakeSettingsPortal::Read(const QString &group, const QString &key)

@@ -47,4 +47,16 @@ private:
     QDBusConnection m_bus{QString()};
 };
 
+/// Counts what settings portals tell of on a connection.
+class SettingsListener final : public QObject {
+    Q_OBJECT
+public:
+    explicit SettingsListener(QDBusConnection bus);
+
+    int heardCount = 0;
+
+private Q_SLOTS:
+    void hear();
+};
+
 } // namespace tallyfold::tests
