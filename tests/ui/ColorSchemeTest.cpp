@@ -3,11 +3,13 @@
 #include "tests/ui/FakeServices.h"
 #include "tests/ui/SessionBus.h"
 #include "tests/ui/Waiting.h"
+#include "tests/ui/WindowFixture.h"
 #include "ui/theme/Tones.h"
 
 #include <QApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QLabel>
 #include <QStyle>
 
 #include <gtest/gtest.h>
@@ -100,7 +102,41 @@ public:
     int count = 0;
 };
 
+class AnOpenWindow : public tests::WindowFixture {
+protected:
+    ~AnOpenWindow() override
+    {
+        QApplication::setPalette(m_paletteBefore);
+    }
+
+    /// The texts of the window whose ink is that of the other scheme.
+    std::string unreadableTexts(bool isDarkWanted)
+    {
+        std::string texts;
+        for (const QLabel *label : app->mainView().findChildren<QLabel *>()) {
+            if (isDark(label->palette()) != isDarkWanted) {
+                texts += label->text().toStdString() + "\n";
+            }
+        }
+        return texts;
+    }
+
+private:
+    QPalette m_paletteBefore = QApplication::palette();
+};
+
 } // namespace
+
+TEST_F(AnOpenWindow, ChangesEveryTextWithTheScheme)
+{
+    addPdfs({"a.pdf"});
+    EXPECT_GT(app->mainView().findChildren<QLabel *>().size(), 20);
+    for (const Preference preference : {Preference::dark, Preference::light, Preference::dark}) {
+        ColorScheme::apply(preference);
+        QCoreApplication::processEvents(); // Windows are told from there.
+        EXPECT_EQ(unreadableTexts(preference == Preference::dark), "");
+    }
+}
 
 TEST_F(FollowingTheDesktop, ADarkOneMakesTheProgramDark)
 {

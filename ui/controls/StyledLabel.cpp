@@ -33,7 +33,9 @@ void StyledLabel::setSelectable()
 void StyledLabel::changeEvent(QEvent *event)
 {
     QLabel::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::ApplicationFontChange) {
+    // A change of the application's palette is told to windows; what is in them is told of its own. Taking
+    // the same colours once more changes nothing, and ends it.
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationFontChange) {
         dress();
     }
 }
