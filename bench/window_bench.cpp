@@ -1,9 +1,10 @@
 /// What users feel of the window: how much of the processor's time passes until it is first seen, and how
-/// much a keystroke takes with thousands of files in the list.
+/// much a keystroke and a turn of the wheel take with thousands of files in the list.
 ///
 /// Usage: window_bench WORKLOADS, the folder that make_workloads.py made; its "small" folder is the list.
 
 #include "app/Translations.h"
+#include "ui/list/FileListView.h"
 #include "ui/shell/TallyfoldApp.h"
 #include "ui/theme/ColorScheme.h"
 
@@ -12,6 +13,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QProcess>
+#include <QScrollBar>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -155,6 +157,48 @@ double keystroke(const fs::path &folder)
     return times[20];
 }
 
+/// A plan of so many files, every fourth of which has something to say. There is nothing on the disk.
+std::shared_ptr<const ProductionPlan> planOf(int count)
+{
+    std::vector<SourceFile> sources;
+    for (int number = 1; number <= count; ++number) {
+        const QString name = QStringLiteral("Correspondence with counsel, part %1.pdf").arg(number);
+        SourceFile source{
+            QUuid::createUuid(), name.toStdString(), name, number % 40 + 1, distantPast(), {}, {}};
+        if (number % 8 == 0) {
+            source.problem = SourceProblem::locked;
+        } else if (number % 4 == 0) {
+            source.existingBates = QStringLiteral("ACME%1").arg(number);
+        }
+        sources.push_back(source);
+    }
+    return std::make_shared<const ProductionPlan>(sources, StampSettings());
+}
+
+/// Processor time of the main thread for a turn of the wheel over a list of `count` files, drawn anew: the
+/// slowest of many turns and of a jump to the end.
+double scrolling(int count)
+{
+    FileListModel model([](const std::set<std::int64_t> &, std::int64_t) {});
+    FileListView view(model);
+    model.setPlan(planOf(count));
+    view.resize(320, 700);
+    view.show();
+    QCoreApplication::processEvents();
+    double slowest = 0;
+    const auto scrollTo = [&](int place) {
+        const double before = processorTime(CLOCK_THREAD_CPUTIME_ID);
+        view.verticalScrollBar()->setValue(place);
+        QCoreApplication::processEvents();
+        slowest = std::max(slowest, processorTime(CLOCK_THREAD_CPUTIME_ID) - before);
+    };
+    scrollTo(view.verticalScrollBar()->maximum());
+    for (int turn = 0; turn < 200; ++turn) {
+        scrollTo(turn * view.verticalScrollBar()->singleStep() * QApplication::wheelScrollLines());
+    }
+    return slowest;
+}
+
 void print(const char *what, double milliseconds, double target)
 {
     std::printf("| %s | %.1f ms | %g ms | %s |\n", what, milliseconds, target,
@@ -186,6 +230,7 @@ int main(int count, char **values)
     std::printf("| what | processor time | at most | |\n| --- | --- | --- | --- |\n");
     print("start to first paint, empty list", bestStart(program, {}), 300);
     print("start to first paint, given these files", bestStart(program, files), 300);
+    print("a turn of the wheel over 20,000 files, the slowest of 200", scrolling(20'000), 16);
     print("a letter in the prefix, main thread", typing, 16);
     return 0;
 }

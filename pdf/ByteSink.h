@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
 
 namespace tallyfold::pdf {
@@ -11,6 +12,14 @@ public:
 
     /// Takes all of `bytes`; false when that failed, after which the sink takes nothing more.
     [[nodiscard]] virtual bool write(std::span<const char> bytes) = 0;
+
+    /// Takes bytes of the open file `descriptor`, from `offset` on and at most `length`, as far as they get
+    /// here without passing through this process; their count. What is left is for `write`: 0 is no failure.
+    [[nodiscard]] virtual std::uint64_t copyFrom(int /*descriptor*/, std::int64_t /*offset*/,
+                                                 std::uint64_t /*length*/)
+    {
+        return 0;
+    }
 
     /// Hands on what is still held back; false when that, or anything before, failed.
     [[nodiscard]] virtual bool finish() = 0;

@@ -4,6 +4,8 @@
 #include "pdf/PageTree.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 #include <vector>
 
 namespace tallyfold::pdf {
@@ -117,27 +119,24 @@ void Document::release(const QPDFObjectHandle &reference)
     m_parts->parser->replaceObject(id, QPDFObjectHandle::newNull());
 }
 
-std::optional<std::string_view> Document::dataInFile(const QPDFObjectHandle &stream,
-                                                     std::string &buffer) const
+std::optional<Document::Place> Document::dataInFile(const QPDFObjectHandle &stream) const
 {
     QPDFObjectHandle handle = stream;
     QPDFObjectHandle length = handle.getDict().getKey("/Length");
     const qpdf_offset_t start = handle.getParsedOffset();
     const long long size = length.isInteger() ? length.getIntValue() : 0;
-    constexpr long long before = 8; // "stream" and the end of its line (PDF 1.7, 7.3.8.1).
-    constexpr long long after = 11; // Perhaps an end of line, then "endstream".
-    if (m_parts->isEncrypted || start < before || size < 1 || size > m_parts->input->size() - start) {
+    std::array<char, 8> before{}; // "stream" and the end of its line (PDF 1.7, 7.3.8.1).
+    std::array<char, 11> after{}; // Perhaps an end of line, then "endstream".
+    const FileInput &file = input();
+    if (m_parts->isEncrypted || start < static_cast<qpdf_offset_t>(before.size()) || size < 1 ||
+        size > file.size() - start) {
         return std::nullopt;
     }
-    const auto wanted = static_cast<std::size_t>(before + size + after);
-    if (buffer.size() < wanted) {
-        buffer.resize(wanted);
-    }
-    const std::size_t got = m_parts->input->readAt(start - before, buffer.data(), wanted);
-    const std::string_view read = std::string_view(buffer).substr(0, got);
-    const std::string_view data = read.substr(before).substr(0, static_cast<std::size_t>(size));
-    std::string_view head = read.substr(0, before);
-    std::string_view tail = read.substr(std::min(static_cast<std::size_t>(before + size), got));
+    const auto read = [&file](qpdf_offset_t offset, auto &bytes) {
+        return std::string_view(bytes.data(), file.readAt(offset, bytes.data(), bytes.size()));
+    };
+    std::string_view head = read(start - static_cast<qpdf_offset_t>(before.size()), before);
+    std::string_view tail = read(start + size, after);
     while (!head.empty() && (head.back() == '\r' || head.back() == '\n')) {
         head.remove_suffix(1);
     }
@@ -146,8 +145,14 @@ std::optional<std::string_view> Document::dataInFile(const QPDFObjectHandle &str
             tail.remove_prefix(1);
         }
     }
-    const bool isThere = head.size() < before && head.ends_with("stream") && tail.starts_with("endstream");
-    return isThere ? std::optional(data) : std::nullopt;
+    const bool isThere =
+        head.size() < before.size() && head.ends_with("stream") && tail.starts_with("endstream");
+    return isThere ? std::optional(Place{start, static_cast<std::uint64_t>(size)}) : std::nullopt;
+}
+
+const FileInput &Document::input() const
+{
+    return *m_parts->input;
 }
 
 QPDFObjectHandle Document::fetch(const QPDFObjectHandle &reference)

@@ -4,13 +4,13 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <string>
-#include <string_view>
 #include <variant>
 
 #include <qpdf/QPDF.hh>
 
 namespace tallyfold::pdf {
+
+class FileInput;
 
 /// Why a file gives no document.
 enum class OpenFailure {
@@ -56,11 +56,16 @@ public:
     void release(const QPDFObjectHandle &reference);
     [[nodiscard]] QPDFObjectHandle fetch(const QPDFObjectHandle &reference);
 
-    /// The data of `stream` as it lies in the file, still encoded, read in one go into `buffer`; nothing when
-    /// it does not lie there as its dictionary says, or is encrypted, and has to be asked of the parser.
-    /// Throws `std::system_error`.
-    [[nodiscard]] std::optional<std::string_view> dataInFile(const QPDFObjectHandle &stream,
-                                                             std::string &buffer) const;
+    /// A stretch of the file, in bytes.
+    struct Place {
+        std::int64_t offset = 0;
+        std::uint64_t length = 0;
+    };
+    /// Where the data of `stream` lies in the file, still encoded; nothing when it does not lie there as its
+    /// dictionary says, or is encrypted, and has to be asked of the parser. Throws `std::system_error`.
+    [[nodiscard]] std::optional<Place> dataInFile(const QPDFObjectHandle &stream) const;
+    /// The file.
+    [[nodiscard]] const FileInput &input() const;
 
 private:
     struct Parts;

@@ -32,6 +32,11 @@ ssize_t FileCalls::write(int descriptor, const char *bytes, std::size_t count)
     return ::write(descriptor, bytes, count);
 }
 
+ssize_t FileCalls::copyRange(int from, off_t offset, int to, std::size_t count)
+{
+    return ::copy_file_range(from, &offset, to, nullptr, count, 0);
+}
+
 int FileCalls::syncData(int descriptor)
 {
     return ::fdatasync(descriptor);

@@ -22,6 +22,8 @@ public:
     /// pread: leaves the place for the next `read` where it was.
     [[nodiscard]] virtual ssize_t readAt(int descriptor, char *bytes, std::size_t count, off_t offset);
     [[nodiscard]] virtual ssize_t write(int descriptor, const char *bytes, std::size_t count);
+    /// copy_file_range from `offset` of the file `from` to where the file `to` stands.
+    [[nodiscard]] virtual ssize_t copyRange(int from, off_t offset, int to, std::size_t count);
     /// fdatasync: the bytes and what is needed to read them again.
     [[nodiscard]] virtual int syncData(int descriptor);
     /// fsync, for folders.

@@ -44,6 +44,11 @@ bool FileInput::readStamp(int descriptor, Stamp &stamp)
     return true;
 }
 
+int FileInput::descriptor() const
+{
+    return m_descriptor;
+}
+
 qpdf_offset_t FileInput::size() const
 {
     return m_stamp.size;

@@ -35,6 +35,8 @@ public:
     /// Throws `std::system_error`.
     std::size_t readAt(qpdf_offset_t offset, char *destination, std::size_t length) const;
 
+    /// For calls that copy from the file; open as long as this is.
+    [[nodiscard]] int descriptor() const;
     /// Length of the file in bytes when it was opened.
     [[nodiscard]] qpdf_offset_t size() const;
     /// Whether size, modification or change time differ from what they were at opening.

@@ -59,6 +59,27 @@ bool FileSink::write(std::span<const char> bytes)
     return true;
 }
 
+std::uint64_t FileSink::copyFrom(int descriptor, std::int64_t offset, std::uint64_t length)
+{
+    std::uint64_t copied = 0;
+    if (m_failure || !m_canCopy || !flush()) {
+        return copied;
+    }
+    while (copied < length) {
+        const ssize_t taken = uninterrupted([&] {
+            return m_calls.copyRange(descriptor, offset + static_cast<off_t>(copied), m_descriptor,
+                                     length - copied);
+        });
+        if (taken <= 0) { // Which of the two files is at fault shows when the rest is read and written.
+            m_canCopy = false;
+            break;
+        }
+        copied += static_cast<std::uint64_t>(taken);
+    }
+    m_size += copied;
+    return copied;
+}
+
 bool FileSink::finish()
 {
     return !m_failure && flush();

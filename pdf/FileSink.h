@@ -31,6 +31,8 @@ public:
     FileSink &operator=(const FileSink &) = delete;
 
     [[nodiscard]] bool write(std::span<const char> bytes) override;
+    /// Where the system cannot do it once, it is not asked again: not every file system can.
+    [[nodiscard]] std::uint64_t copyFrom(int descriptor, std::int64_t offset, std::uint64_t length) override;
     [[nodiscard]] bool finish() override;
 
     /// Finishes, waits until the bytes are on the disk, and closes. False when any of that, or any write
@@ -55,6 +57,7 @@ private:
     std::vector<char> m_buffer;
     std::uint64_t m_size = 0;
     std::error_code m_failure;
+    bool m_canCopy = true;
 };
 
 } // namespace tallyfold::pdf

@@ -1,11 +1,14 @@
 #include "pdf/ObjectCopier.h"
 
+#include "pdf/FileInput.h"
 #include "pdf/NumberFormat.h"
 #include "pdf/RawStream.h"
 #include "pdf/Syntax.h"
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <system_error>
 
 namespace tallyfold::pdf {
 
@@ -223,21 +226,38 @@ void ObjectCopier::appendWithoutFirst(std::string &out, const QPDFObjectHandle &
     out.push_back(']');
 }
 
-std::optional<std::string_view> ObjectCopier::heldInFile(const QPDFObjectHandle &stream)
+std::optional<Document::Place> ObjectCopier::largeDataInFile(const QPDFObjectHandle &stream) const
 {
     QPDFObjectHandle length = QPDFObjectHandle(stream).getDict().getKey("/Length");
-    const long long size = length.isInteger() ? length.getIntValue() : 0;
-    // Small data is in the parser's blocks already, and large data is not held at all.
+    // Small data is in the parser's blocks already.
     constexpr long long leastSize = 16 * 1024;
-    return size >= leastSize && size <= static_cast<long long>(largestHeldStream)
-               ? m_source->dataInFile(stream, m_data)
-               : std::nullopt;
+    return length.isInteger() && length.getIntValue() >= leastSize ? m_source->dataInFile(stream)
+                                                                   : std::nullopt;
+}
+
+void ObjectCopier::copyFromFile(int number, std::string_view entries, const Document::Place &place)
+{
+    constexpr std::uint64_t pieceSize = 128 * 1024;
+    const FileInput &file = m_source->input();
+    m_output->beginStream(number, entries, place.length);
+    std::uint64_t done = m_output->copyToStream(file.descriptor(), place.offset, place.length);
+    while (done < place.length && !m_output->hasFailed()) {
+        m_data.resize(std::min(place.length - done, pieceSize));
+        const std::size_t got =
+            file.readAt(place.offset + static_cast<std::int64_t>(done), m_data.data(), m_data.size());
+        if (got == 0) {
+            throw std::system_error(EIO, std::generic_category(), "the file has become shorter");
+        }
+        m_output->appendToStream(std::string_view(m_data).substr(0, got));
+        done += got;
+    }
+    m_output->endStream();
 }
 
 void ObjectCopier::writeStreamData(int number, std::string_view entries, const QPDFObjectHandle &stream)
 {
-    if (const auto data = heldInFile(stream)) {
-        m_output->writeEncodedStream(number, entries, *data);
+    if (const auto place = largeDataInFile(stream)) {
+        copyFromFile(number, entries, *place);
         return;
     }
     m_data.clear();

@@ -64,7 +64,8 @@ private:
     void appendDirect(std::string &out, QPDFObjectHandle value);
     void appendResourcesEntry(std::string &out, const QPDFObjectHandle &value);
     void appendWithoutFirst(std::string &out, const QPDFObjectHandle &array);
-    std::optional<std::string_view> heldInFile(const QPDFObjectHandle &stream);
+    [[nodiscard]] std::optional<Document::Place> largeDataInFile(const QPDFObjectHandle &stream) const;
+    void copyFromFile(int number, std::string_view entries, const Document::Place &place);
     void write(const Pending &pending);
 
     Document *m_source;

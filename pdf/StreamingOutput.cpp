@@ -144,13 +144,18 @@ void StreamingOutput::writeEncodedStream(int number, std::string_view entries, s
     put("\nendstream\nendobj\n");
 }
 
-void StreamingOutput::beginStream(int number, std::string_view entries)
+void StreamingOutput::beginStream(int number, std::string_view entries, std::optional<std::uint64_t> length)
 {
-    m_lengthObject = reserve();
-    std::string length;
-    appendInteger(length, m_lengthObject);
-    length.append(" 0 R");
-    putStreamHead(number, entries, length);
+    std::string syntax;
+    if (length) {
+        m_lengthObject = 0;
+        appendInteger(syntax, static_cast<std::int64_t>(*length));
+    } else {
+        m_lengthObject = reserve();
+        appendInteger(syntax, m_lengthObject);
+        syntax.append(" 0 R");
+    }
+    putStreamHead(number, entries, syntax);
     m_streamStart = m_offset;
 }
 
@@ -159,12 +164,22 @@ void StreamingOutput::appendToStream(std::string_view bytes)
     put(bytes);
 }
 
+std::uint64_t StreamingOutput::copyToStream(int descriptor, std::int64_t offset, std::uint64_t length)
+{
+    const std::uint64_t copied = m_hasFailed ? 0 : m_sink->copyFrom(descriptor, offset, length);
+    m_offset += copied;
+    return copied;
+}
+
 void StreamingOutput::endStream()
 {
-    std::string length;
-    appendInteger(length, static_cast<std::int64_t>(m_offset - m_streamStart));
+    const std::uint64_t written = m_offset - m_streamStart;
     put("\nendstream\nendobj\n");
-    writeObject(m_lengthObject, length);
+    if (m_lengthObject != 0) {
+        std::string length;
+        appendInteger(length, static_cast<std::int64_t>(written));
+        writeObject(m_lengthObject, length);
+    }
 }
 
 std::string StreamingOutput::crossReferences() const

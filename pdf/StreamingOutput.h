@@ -5,6 +5,7 @@
 #include "pdf/OutputObjects.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,9 +26,13 @@ public:
     void writeEncodedStream(int number, std::string_view entries, std::string_view bytes) override;
 
     /// A stream in pieces, for data too large to hold: between `beginStream` and `endStream`
-    /// only `appendToStream` may be called. Its length becomes an object of its own.
-    void beginStream(int number, std::string_view entries);
+    /// only `appendToStream` and `copyToStream` may be called. Where its length is not known beforehand, it
+    /// becomes an object of its own.
+    void beginStream(int number, std::string_view entries,
+                     std::optional<std::uint64_t> length = std::nullopt);
     void appendToStream(std::string_view bytes);
+    /// As `ByteSink::copyFrom`.
+    [[nodiscard]] std::uint64_t copyToStream(int descriptor, std::int64_t offset, std::uint64_t length);
     void endStream();
 
     /// Writes the cross-reference stream and the end of the file; `catalog` is the object number of the
@@ -63,7 +68,7 @@ private:
     std::string m_gatheredSyntax;
     std::string m_scratch;
 
-    int m_lengthObject = 0;
+    int m_lengthObject = 0; ///< None where the stream says its length itself.
     std::uint64_t m_streamStart = 0;
 };
 

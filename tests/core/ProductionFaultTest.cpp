@@ -39,6 +39,8 @@ constexpr const char *indexName = "Production Index.csv";
 /// The file systems a production may meet: what each refuses to do whatever else goes wrong.
 const std::map<std::string, Rule> fileSystems{
     {"renames", [](const FileCall &) { return 0; }},
+    {"renames, copies nothing by itself",
+     [](const FileCall &call) { return call.kind == "copy" ? EXDEV : 0; }},
     {"links", [](const FileCall &call) { return call.kind == "rename" ? EINVAL : 0; }},
     {"copies", [](const FileCall &call) {
          return call.kind == "rename" ? EINVAL : call.kind == "link" ? EPERM : 0;
@@ -86,7 +88,9 @@ private:
         fs::create_directory(m_folder / "in");
         std::vector<SourceFile> sources;
         for (const char *name : {"a.pdf", "b.pdf", "c.pdf"}) {
-            writeSample(m_folder / "in" / name, 2, std::string("Original ") + name);
+            // A page of one is so large that the system is asked to copy it.
+            const std::string padding(std::string_view(name) == "b.pdf" ? 100'000 : 0, ' ');
+            writeSample(m_folder / "in" / name, 2, std::string("Original ") + name + ") Tj" + padding + "(");
             sources.push_back(classify(m_folder / "in" / name));
         }
         return {sources, {}};
@@ -190,6 +194,15 @@ int runWith(const Sources &sources, const Rule &fileSystem, const Rule &rule)
 }
 
 } // namespace
+
+TEST(ProductionFault, TheSystemIsAskedToCopyWhatIsLargeAndOnlyThat)
+{
+    const Sources sources;
+    const TemporaryFolder folder;
+    FaultyCalls calls;
+    (void)outcomeOf(sources.plan(), folder.path(), calls);
+    EXPECT_EQ(std::ranges::count(calls.calls(), "copy", &FileCall::kind), 2); // Both pages of one source.
+}
 
 TEST(ProductionFault, WhicheverCallFailsOnceTheFolderTellsTheTruth)
 {

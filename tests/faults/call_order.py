@@ -17,9 +17,9 @@ import tempfile
 
 from kill_sweep import COPIES, NOTHING_TO_TEST, TABLES, write_pdf
 
-CALLS = "open,openat,creat,read,pread64,write,pwrite64,writev,ftruncate,truncate,fdatasync,fsync,rename,renameat," \
+CALLS = "open,openat,creat,read,pread64,write,pwrite64,writev,copy_file_range,ftruncate,truncate,fdatasync,fsync,rename,renameat," \
         "renameat2,link,linkat,unlink,unlinkat"
-WRITES = ("write", "pwrite64", "writev", "ftruncate", "truncate")
+WRITES = ("write", "pwrite64", "writev", "copy_file_range", "ftruncate", "truncate")
 LINE = re.compile(r"^\d+ +(\w+)\((.*)\) += (-?\d+)")
 DESCRIPTOR = re.compile(r"^\d+<([^>]*)>")
 QUOTED = re.compile(r'"((?:[^"\\]|\\.)*)"')
@@ -39,7 +39,8 @@ def trace_of(produce, output, sources):
     calls = []
     for match in filter(None, map(LINE.match, lines)):
         name, arguments, result = match.groups()
-        descriptor = DESCRIPTOR.match(arguments)
+        # Copying names the file it reads first.
+        descriptor = DESCRIPTOR.match(arguments.split(", ")[2] if name == "copy_file_range" else arguments)
         if int(result) >= 0:
             calls.append((name, arguments, descriptor.group(1) if descriptor else None))
     return calls
@@ -105,7 +106,7 @@ def is_blind(calls, output):
 
     return any(map(unseen, [without("fdatasync"), without("fsync"), without("pread64"), without("renameat2"),
                             moved_to_end("fdatasync"), moved_to_end("pread64"), moved_to_end("write"),
-                            moved_to_end("fsync"), list(reversed(calls))]))
+                            moved_to_end("copy_file_range"), moved_to_end("fsync"), list(reversed(calls))]))
 
 
 def main():

@@ -18,18 +18,18 @@ import sys
 import tempfile
 from functools import partial
 
-CALLS = "openat,open,read,pread64,write,fdatasync,fsync,renameat2,linkat,unlinkat,close"
+CALLS = "openat,open,read,pread64,write,copy_file_range,fdatasync,fsync,renameat2,linkat,unlinkat,close"
 NOTHING_TO_TEST = 77
 COPIES = ("a.pdf", "b.pdf", "c.pdf")
 TABLES = ("Production Index.csv", "Privilege Log.csv")
 
 
 def write_pdf(path, pages):
-    """A document of so many pages with a line of text each."""
+    """A document of so many pages with a line of text each; the last is so large that the system copies it."""
     objects = ["<</Type/Catalog/Pages 2 0 R>>", "", "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"]
     kids = []
     for page in range(pages):
-        text = f"BT /F 12 Tf 72 700 Td (Page {page + 1} of the original) Tj ET"
+        text = f"BT /F 12 Tf 72 700 Td (Page {page + 1} of the original) Tj ET" + " " * (20_000 if page + 1 == pages else 0)
         objects.append(f"<</Length {len(text)}>>stream\n{text}\nendstream")
         objects.append(f"<</Type/Page/Parent 2 0 R/MediaBox[0 0 612 792]/Resources<</Font<</F 3 0 R>>>>"
                        f"/Contents {len(objects)} 0 R>>")

@@ -1,5 +1,6 @@
 #include "pdf/FileSink.h"
 
+#include "pdf/FileInput.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -25,7 +26,19 @@ public:
     int syncError = 0;
     int closeError = 0;
     int syncs = 0;
+    int copyError = 0;
+    int copies = 0;
 
+    ssize_t copyRange(int from, off_t offset, int to, std::size_t count) override
+    {
+        ++copies;
+        m_turn = !m_turn;
+        if (copyError != 0 || (interrupted && m_turn)) {
+            errno = copyError != 0 ? copyError : EINTR;
+            return -1;
+        }
+        return FileCalls::copyRange(from, offset, to, std::min(count, std::size_t{100'000}));
+    }
     ssize_t write(int descriptor, const char *bytes, std::size_t count) override
     {
         m_turn = !m_turn;
@@ -113,6 +126,51 @@ TEST(FileSink, ShortAndInterruptedWritesAreContinued)
     ASSERT_TRUE(sink.write(text));
     ASSERT_TRUE(sink.flushToDisk());
     EXPECT_EQ(readFile(folder / "out.pdf"), text);
+}
+
+TEST(FileSink, BytesOfAFileGetThereInTheirOrderAmongOthers)
+{
+    const TemporaryFolder folder;
+    const std::string text = pattern(700'000);
+    tests::writeFile(folder / "in.pdf", text);
+    const auto in = FileInput::open(folder / "in.pdf");
+    SmallDisk disk;
+    disk.interrupted = true;
+    FileSink sink(disk.openAt(AT_FDCWD, (folder / "out.pdf").c_str(), O_WRONLY | O_CREAT, 0666), disk);
+    ASSERT_TRUE(sink.write(pattern(1000)));
+    EXPECT_EQ(sink.copyFrom(in->descriptor(), 5, 600'000), 600'000U);
+    ASSERT_TRUE(sink.write(pattern(10)));
+    EXPECT_EQ(sink.size(), 601'010U);
+    ASSERT_TRUE(sink.flushToDisk());
+    EXPECT_EQ(readFile(folder / "out.pdf"), pattern(1000) + text.substr(5, 600'000) + pattern(10));
+}
+
+TEST(FileSink, NoMoreIsCopiedThanThereIs)
+{
+    const TemporaryFolder folder;
+    tests::writeFile(folder / "in.pdf", pattern(1000));
+    const auto in = FileInput::open(folder / "in.pdf");
+    const auto sink = FileSink::create(folder / "out.pdf");
+    ASSERT_TRUE(sink);
+    EXPECT_EQ(sink->copyFrom(in->descriptor(), 400, 5000), 600U);
+    ASSERT_TRUE(sink->finish());
+    EXPECT_EQ(readFile(folder / "out.pdf"), pattern(1000).substr(400));
+}
+
+TEST(FileSink, WhatTheSystemCannotCopyIsLeftToTheCaller)
+{
+    const TemporaryFolder folder;
+    tests::writeFile(folder / "in.pdf", pattern(1000));
+    const auto in = FileInput::open(folder / "in.pdf");
+    SmallDisk disk;
+    disk.copyError = EXDEV;
+    FileSink sink(disk.openAt(AT_FDCWD, (folder / "out.pdf").c_str(), O_WRONLY | O_CREAT, 0666), disk);
+    EXPECT_EQ(sink.copyFrom(in->descriptor(), 0, 1000), 0U);
+    EXPECT_EQ(sink.copyFrom(in->descriptor(), 0, 1000), 0U);
+    EXPECT_EQ(disk.copies, 1);
+    ASSERT_TRUE(sink.write(pattern(10)));
+    ASSERT_TRUE(sink.finish());
+    EXPECT_EQ(readFile(folder / "out.pdf"), pattern(10));
 }
 
 TEST(FileSink, AFullDiskIsToldWhereItShowsAndRemembered)

@@ -120,10 +120,16 @@ TEST(StreamingOutput, StreamsInPiecesAndWholeOnesComeBack)
     output.appendToStream("first ");
     output.appendToStream("second");
     output.endStream();
+    const int known = output.reserve();
+    output.beginStream(known, "/Known 1", 7);
+    EXPECT_EQ(output.copyToStream(0, 0, 7), 0U); // This sink copies nothing by itself.
+    output.appendToStream("seven b");
+    output.endStream();
     const int whole = output.reserve();
     output.writeStream(whole, "/Whole 1", std::string(1000, 'x'));
     const int kept = output.reserve();
-    output.writeObject(kept, "[" + tests::reference(pieces) + " " + tests::reference(whole) + "]");
+    output.writeObject(kept, "[" + tests::reference(pieces) + " " + tests::reference(known) + " " +
+                                 tests::reference(whole) + "]");
     const int catalog = output.reserve();
     output.writeObject(catalog, "<</Type/Catalog/Kept " + tests::reference(kept) +
                                     "/Pages<</Type/Pages/Kids[]/Count 0>>>>");
@@ -136,6 +142,7 @@ TEST(StreamingOutput, StreamsInPiecesAndWholeOnesComeBack)
             .output;
     };
     EXPECT_EQ(show(pieces), "first second");
+    EXPECT_EQ(show(known), "seven b");
     EXPECT_EQ(show(whole), std::string(1000, 'x'));
 }
 

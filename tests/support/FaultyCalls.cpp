@@ -39,6 +39,11 @@ ssize_t FaultyCalls::write(int descriptor, const char *bytes, std::size_t count)
     return fails("write") ? -1 : FileCalls::write(descriptor, bytes, count);
 }
 
+ssize_t FaultyCalls::copyRange(int from, off_t offset, int to, std::size_t count)
+{
+    return fails("copy") ? -1 : FileCalls::copyRange(from, offset, to, count);
+}
+
 int FaultyCalls::syncData(int /*descriptor*/)
 {
     return fails("syncData") ? -1 : 0;

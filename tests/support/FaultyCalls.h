@@ -8,9 +8,9 @@
 
 namespace tallyfold::tests {
 
-/// One file call: its kind ("open", "read", "readAt", "write", "syncData", "sync", "close", "rename", "link",
-/// "unlink"), the name it is about (the last one where there are two, none where there is only a descriptor)
-/// and its place among all calls, from 0.
+/// One file call: its kind ("open", "read", "readAt", "write", "copy", "syncData", "sync", "close", "rename",
+/// "link", "unlink"), the name it is about (the last one where there are two, none where there is only a
+/// descriptor) and its place among all calls, from 0.
 struct FileCall {
     std::string kind;
     std::string name;
@@ -31,6 +31,7 @@ public:
     ssize_t read(int descriptor, char *bytes, std::size_t count) override;
     ssize_t readAt(int descriptor, char *bytes, std::size_t count, off_t offset) override;
     ssize_t write(int descriptor, const char *bytes, std::size_t count) override;
+    ssize_t copyRange(int from, off_t offset, int to, std::size_t count) override;
     int syncData(int descriptor) override;
     int sync(int descriptor) override;
     int close(int descriptor) override;

@@ -14,7 +14,8 @@ namespace {
 
 constexpr double radius = 6;
 constexpr int arrowWidth = 22; ///< Of the arrows of a combo box and a spin box.
-constexpr int barWidth = 12;   ///< Of a scroll bar.
+constexpr int menuArrowWidth = 16;
+constexpr int barWidth = 12; ///< Of a scroll bar.
 
 QColor faded(QColor color, float opacity)
 {
@@ -111,6 +112,16 @@ void drawCheckBox(QPainter &painter, const QStyleOption &option)
     painter.restore();
 }
 
+/// The option of a tool button that opens a menu when it is pressed; null for any other control.
+const QStyleOptionToolButton *menuButton(const QStyleOption *option)
+{
+    const auto *button = qstyleoption_cast<const QStyleOptionToolButton *>(option);
+    return button && button->features.testFlag(QStyleOptionToolButton::HasMenu) &&
+                   !button->features.testFlag(QStyleOptionToolButton::MenuButtonPopup)
+               ? button
+               : nullptr;
+}
+
 } // namespace
 
 ModernStyle::ModernStyle() : QProxyStyle(QStringLiteral("fusion")) {}
@@ -203,6 +214,21 @@ void ModernStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
         drawArrow(*painter, *option, subControlRect(CC_SpinBox, option, SC_SpinBoxUp, widget), true);
         drawArrow(*painter, *option, subControlRect(CC_SpinBox, option, SC_SpinBoxDown, widget), false);
         break;
+    case CC_ToolButton:
+        if (const QStyleOptionToolButton *button = menuButton(option)) {
+            drawPrimitive(PE_PanelButtonTool, button, painter, widget);
+            QStyleOptionToolButton label(*button);
+            label.rect =
+                visualRect(button->direction, button->rect, button->rect.adjusted(0, 0, -menuArrowWidth, 0));
+            drawControl(CE_ToolButtonLabel, &label, painter, widget);
+            QRect arrow = button->rect;
+            arrow.setLeft(arrow.right() + 1 - menuArrowWidth);
+            arrow.translate(-3, 0);
+            drawArrow(*painter, *button, visualRect(button->direction, button->rect, arrow), false);
+        } else {
+            QProxyStyle::drawComplexControl(control, option, painter, widget);
+        }
+        break;
     case CC_ScrollBar: {
         const QRect handle = subControlRect(CC_ScrollBar, option, SC_ScrollBarSlider, widget);
         const auto *slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
@@ -287,6 +313,9 @@ QSize ModernStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
     case CT_PushButton:
         size.setWidth(contents.width() + 24);
         size.setHeight(qMax(size.height(), 28));
+        break;
+    case CT_ToolButton:
+        size.rwidth() += menuButton(option) ? menuArrowWidth : 0;
         break;
     case CT_SpinBox:
         size.rwidth() += arrowWidth - 8; // Ours take more room than those that were counted on.
