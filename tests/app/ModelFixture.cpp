@@ -1,8 +1,8 @@
 #include "tests/app/ModelFixture.h"
 
 #include "tests/support/Sample.h"
+#include "tests/support/Waiting.h"
 
-#include <QElapsedTimer>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -69,19 +69,12 @@ std::unique_ptr<AppModel> ModelFixture::anotherModel()
 
 std::filesystem::path ModelFixture::pdf(const std::string &name, int pages)
 {
-    const std::filesystem::path path = folder / "sources" / name;
-    std::filesystem::create_directories(path.parent_path());
-    writeSample(path, pages);
-    return path;
+    return writeSamples(folder / "sources", {name}, pages).front();
 }
 
 void ModelFixture::addPdfs(const std::vector<std::string> &names, int pages)
 {
-    std::vector<std::filesystem::path> paths;
-    for (const std::string &name : names) {
-        paths.push_back(pdf(name, pages));
-    }
-    model->add(paths);
+    model->add(writeSamples(folder / "sources", names, pages));
 }
 
 std::string ModelFixture::listed() const
@@ -105,16 +98,7 @@ QUuid ModelFixture::idOf(const std::string &name) const
 
 bool ModelFixture::waitUntil(const std::function<bool()> &condition)
 {
-    constexpr qint64 patience = 60'000; // Milliseconds; only a failure takes so long.
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > patience) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    return true;
+    return tests::waitUntil(condition);
 }
 
 void ModelFixture::stampAndWait(bool confirmed)

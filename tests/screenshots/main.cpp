@@ -5,11 +5,11 @@
 #include "tests/app/FakePanels.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Waiting.h"
 #include "ui/shell/TallyfoldApp.h"
 #include "ui/theme/ColorScheme.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QIcon>
 #include <QPainter>
 #include <QScrollArea>
@@ -99,18 +99,14 @@ public:
 
     fs::path pdf(const std::string &name, int pages)
     {
-        const fs::path path = m_temporary / "sources" / name;
-        fs::create_directories(path.parent_path());
-        tests::writeSample(path, pages);
-        return path;
+        return tests::writeSamples(m_temporary / "sources", {name}, pages).front();
     }
 
     void waitUntil(const std::function<bool()> &condition)
     {
-        QElapsedTimer timer;
-        timer.start();
-        while (!condition() && timer.elapsed() < 60'000) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        if (!tests::waitUntil(condition)) {
+            std::cerr << "The window does not get where a picture is wanted.\n";
+            std::exit(1);
         }
     }
     void settle()

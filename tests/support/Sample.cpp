@@ -20,6 +20,18 @@ void writeSample(const std::filesystem::path &path, int pages, const std::string
     writeFile(path, builder.file());
 }
 
+std::vector<std::filesystem::path> writeSamples(const std::filesystem::path &folder,
+                                                const std::vector<std::string> &names, int pages)
+{
+    std::vector<std::filesystem::path> paths;
+    for (const std::string &name : names) {
+        paths.push_back(folder / name);
+        std::filesystem::create_directories(paths.back().parent_path());
+        writeSample(paths.back(), pages);
+    }
+    return paths;
+}
+
 void encrypt(const std::filesystem::path &from, const std::filesystem::path &to, const std::string &options)
 {
     const ToolResult result = runTool(

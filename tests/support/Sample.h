@@ -4,12 +4,18 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace tallyfold::tests {
 
 /// Writes a document of `pages` letter pages, each with a line of text, to `path`.
 void writeSample(const std::filesystem::path &path, int pages,
                  const std::string &text = "Page of the original");
+
+/// Writes a document of `pages` pages for each of `names`, which may name folders too, below `folder`; their
+/// paths.
+[[nodiscard]] std::vector<std::filesystem::path>
+writeSamples(const std::filesystem::path &folder, const std::vector<std::string> &names, int pages);
 
 /// Encrypts the PDF at `from` into `to` with the passwords and options of the tool `qpdf --encrypt`.
 void encrypt(const std::filesystem::path &from, const std::filesystem::path &to, const std::string &options);

@@ -1,8 +1,8 @@
 #include "ui/theme/ColorScheme.h"
 
+#include "tests/support/Waiting.h"
 #include "tests/ui/FakeServices.h"
 #include "tests/ui/SessionBus.h"
-#include "tests/ui/Waiting.h"
 #include "tests/ui/WindowFixture.h"
 #include "ui/theme/Tones.h"
 

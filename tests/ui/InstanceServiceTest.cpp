@@ -1,7 +1,7 @@
 #include "ui/shell/InstanceService.h"
 
+#include "tests/support/Waiting.h"
 #include "tests/ui/SessionBus.h"
-#include "tests/ui/Waiting.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>

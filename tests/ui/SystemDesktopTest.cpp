@@ -1,9 +1,9 @@
 #include "ui/SystemDesktop.h"
 
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Waiting.h"
 #include "tests/ui/FakeServices.h"
 #include "tests/ui/SessionBus.h"
-#include "tests/ui/Waiting.h"
 
 #include <gtest/gtest.h>
 

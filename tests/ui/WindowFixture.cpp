@@ -1,7 +1,7 @@
 #include "tests/ui/WindowFixture.h"
 
 #include "tests/support/Sample.h"
-#include "tests/ui/Waiting.h"
+#include "tests/support/Waiting.h"
 #include "ui/controls/SymbolLabel.h"
 #include "ui/controls/Warning.h"
 
@@ -79,19 +79,12 @@ void WindowFixture::makeApp(AppModel::Writer writer)
 
 std::filesystem::path WindowFixture::pdf(const std::string &name, int pages)
 {
-    const std::filesystem::path path = folder / "sources" / name;
-    std::filesystem::create_directories(path.parent_path());
-    writeSample(path, pages);
-    return path;
+    return writeSamples(folder / "sources", {name}, pages).front();
 }
 
 void WindowFixture::addPdfs(const std::vector<std::string> &names, int pages)
 {
-    std::vector<std::filesystem::path> paths;
-    for (const std::string &name : names) {
-        paths.push_back(pdf(name, pages));
-    }
-    model().add(paths);
+    model().add(writeSamples(folder / "sources", names, pages));
 }
 
 void WindowFixture::addSamples(const std::vector<std::string> &names)

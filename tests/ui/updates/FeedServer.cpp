@@ -1,7 +1,5 @@
 #include "tests/ui/updates/FeedServer.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QHostAddress>
 
 namespace tallyfold::tests {
@@ -74,20 +72,6 @@ void FeedServer::read(QTcpSocket *socket)
             socket->disconnectFromHost();
         }
     }
-}
-
-bool waitUntil(const std::function<bool()> &condition)
-{
-    constexpr qint64 patience = 60'000; // Milliseconds; only a failure takes so long.
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > patience) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    return true;
 }
 
 QByteArray feedWith(const QByteArray &items)

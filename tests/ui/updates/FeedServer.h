@@ -51,9 +51,6 @@ private:
     QStringList m_requests;
 };
 
-/// Lets events happen until `condition` holds; false when it does not come to hold.
-[[nodiscard]] bool waitUntil(const std::function<bool()> &condition);
-
 /// A feed with `items` in it.
 [[nodiscard]] QByteArray feedWith(const QByteArray &items);
 /// A release of `version`.

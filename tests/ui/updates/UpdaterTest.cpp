@@ -1,5 +1,6 @@
 #include "ui/updates/Updater.h"
 
+#include "tests/support/Waiting.h"
 #include "tests/ui/updates/FeedServer.h"
 
 #include <gtest/gtest.h>
