@@ -1,6 +1,7 @@
 #include "core/SourceClassifier.h"
 #include "core/Stamper.h"
 #include "pdf/Deflater.h"
+#include "tests/support/Count.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Tool.h"
@@ -18,6 +19,15 @@ using tests::TemporaryFolder;
 
 namespace {
 
+tests::Count hostileFiles("hostile files");
+
+/// Writes a hostile file.
+void write(const fs::path &path, std::string_view bytes)
+{
+    tests::writeFile(path, bytes);
+    hostileFiles.add();
+}
+
 /// What came of a file: it was found unfit, or failed, or so many sound pages were written.
 struct Outcome {
     std::optional<SourceProblem> problem;
@@ -34,7 +44,7 @@ struct Outcome {
 Outcome outcomeOf(std::string_view bytes)
 {
     const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", bytes);
+    write(folder / "a.pdf", bytes);
     const SourceFile source = classify(folder / "a.pdf");
     Outcome outcome{source.problem, false, 0};
     const ProductionPlan plan({source}, {});
@@ -144,7 +154,7 @@ TEST(HostileFiles, ATreeOfManyNodesIsCountedQuickly)
     const int tree = builder.add("<</Type/Pages/Count 1/Kids[" + kids + "]>>");
     builder.addToCatalog("/Pages " + reference(tree));
     const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", builder.file());
+    write(folder / "a.pdf", builder.file());
     const SourceFile source = classify(folder / "a.pdf");
     EXPECT_EQ(source.pageCount, nodes);
 }
@@ -189,7 +199,7 @@ TEST(HostileFiles, StreamsThatExpandWithoutEndDoNotFillTheMemory)
     const std::string twice = reference(content) + ' ' + reference(content);
     builder.addPage("/MediaBox[0 0 100 100]/Contents[" + twice + "]");
     const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", builder.file());
+    write(folder / "a.pdf", builder.file());
     const PlannedFile file{{QUuid::createUuid(), folder / "a.pdf", QStringLiteral("a.pdf"), 1, {}, {}, {}},
                            {{1, true}},
                            QStringLiteral("a.pdf")};
@@ -209,7 +219,7 @@ TEST(HostileFiles, AStreamThatExpandsWithoutEndIsCopiedAsItIs)
     const int content = builder.addStream("/Filter/FlateDecode", packed);
     builder.addPage("/MediaBox[0 0 100 100]/Contents " + reference(content));
     const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", builder.file());
+    write(folder / "a.pdf", builder.file());
     const PlannedFile file{{QUuid::createUuid(), folder / "a.pdf", QStringLiteral("a.pdf"), 1, {}, {}, {}},
                            {{1, true}},
                            QStringLiteral("a.pdf")};
@@ -250,7 +260,7 @@ TEST(HostileFiles, ActiveContentDoesNotGetIntoACopy)
                     ">>/Annots[<</Type/Annot/Subtype/Link/Rect[0 0 "
                     "9 9]/A<</S/Launch/F(calc.exe)>>>>]");
     const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", builder.file());
+    write(folder / "a.pdf", builder.file());
     const ProductionPlan plan({classify(folder / "a.pdf")}, {});
     Stamper::write(plan.files.front(), plan.settings, folder / "copy.pdf", {});
     const std::string copy =
@@ -268,7 +278,7 @@ TEST(HostileFiles, WhatContentLeavesBehindDoesNotMoveTheStamp)
         const int stream = builder.addStream("", content);
         builder.addPage("/MediaBox[0 0 612 792]/Contents " + reference(stream));
         const TemporaryFolder folder;
-        tests::writeFile(folder / "a.pdf", builder.file());
+        write(folder / "a.pdf", builder.file());
         const ProductionPlan plan({classify(folder / "a.pdf")}, {});
         Stamper::write(plan.files.front(), plan.settings, folder / "copy.pdf", {});
         const std::string boxes =
