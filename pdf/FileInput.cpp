@@ -44,6 +44,22 @@ bool FileInput::readStamp(int descriptor, Stamp &stamp)
     return true;
 }
 
+bool FileInput::isExhausted() const
+{
+    // Files that were not made to be read again and again are read twice or thrice.
+    constexpr qpdf_offset_t times = 100;
+    constexpr qpdf_offset_t forSmallFiles = 256 * 1024 * 1024;
+    return m_read > forSmallFiles + times * m_stamp.size;
+}
+
+void FileInput::count(qpdf_offset_t bytes)
+{
+    m_read += bytes;
+    if (isExhausted()) {
+        throw std::runtime_error("the same is read again and again");
+    }
+}
+
 qpdf_offset_t FileInput::size() const
 {
     return m_stamp.size;
@@ -112,6 +128,7 @@ size_t FileInput::read(char *destination, size_t length)
         done += part;
         m_position += static_cast<qpdf_offset_t>(part);
     }
+    count(static_cast<qpdf_offset_t>(done));
     if (done == 0 && length > 0) { // The parser expects a failed read to stand at the end.
         m_position = m_stamp.size;
         last_offset = m_position;
@@ -122,6 +139,7 @@ size_t FileInput::read(char *destination, size_t length)
 qpdf_offset_t FileInput::findAndSkipNextEOL()
 {
     const auto isLineEnd = [](char ch) { return ch == '\r' || ch == '\n'; };
+    const auto isWhiteSpace = [](char ch) { return std::memchr("\0\t\n\f\r ", ch, 6) != nullptr; };
     qpdf_offset_t found = m_stamp.size;
     bool inLineEnd = false;
     while (m_position < m_stamp.size) {
@@ -131,9 +149,10 @@ qpdf_offset_t FileInput::findAndSkipNextEOL()
             break;
         }
         const auto from = block.bytes.begin() + static_cast<std::ptrdiff_t>(inBlock);
-        const auto stop = inLineEnd ? std::find_if_not(from, block.bytes.end(), isLineEnd)
+        const auto stop = inLineEnd ? std::find_if_not(from, block.bytes.end(), isWhiteSpace)
                                     : std::find_if(from, block.bytes.end(), isLineEnd);
         m_position += stop - from;
+        count(stop - from);
         if (stop == block.bytes.end()) {
             continue;
         }

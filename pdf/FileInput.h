@@ -23,6 +23,9 @@ public:
     FileInput(const FileInput &) = delete;
     FileInput &operator=(const FileInput &) = delete;
 
+    /// Skips white space after the end of the line as well. A file is repaired by reading one token at the
+    /// beginning of each line, and over many empty lines each of these readings would go to the end of them
+    /// all.
     qpdf_offset_t findAndSkipNextEOL() override;
     std::string const &getName() const override;
     qpdf_offset_t tell() override;
@@ -35,6 +38,9 @@ public:
     /// Throws `std::system_error`.
     std::size_t readAt(qpdf_offset_t offset, char *destination, std::size_t length) const;
 
+    /// Whether the parser was refused to read on, after many times the length of the file: files can be made
+    /// so that it reads the same bytes again and again, without an end in a lifetime.
+    [[nodiscard]] bool isExhausted() const;
     /// Length of the file in bytes when it was opened.
     [[nodiscard]] qpdf_offset_t size() const;
     /// Whether size, modification or change time differ from what they were at opening.
@@ -55,6 +61,8 @@ private:
     FileInput(int descriptor, const Stamp &stamp);
     static bool readStamp(int descriptor, Stamp &stamp);
     const Block &blockAt(qpdf_offset_t offset);
+    /// Notes that the parser read so many bytes. Throws `std::runtime_error` when it has read too much.
+    void count(qpdf_offset_t bytes);
 
     static constexpr qpdf_offset_t blockSize = 8 * 1024;
     static constexpr std::size_t blockCount = 128;
@@ -62,6 +70,7 @@ private:
     int m_descriptor;
     Stamp m_stamp;
     qpdf_offset_t m_position = 0;
+    qpdf_offset_t m_read = 0; ///< How much the parser read so far.
     std::array<Block, blockCount> m_blocks;
     std::string m_name;
 };
