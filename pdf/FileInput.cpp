@@ -1,5 +1,7 @@
 #include "pdf/FileInput.h"
 
+#include "pdf/StackDepth.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -46,17 +48,18 @@ bool FileInput::readStamp(int descriptor, Stamp &stamp)
 
 bool FileInput::isExhausted() const
 {
-    // Files that were not made to be read again and again are read twice or thrice.
-    constexpr qpdf_offset_t times = 100;
-    constexpr qpdf_offset_t forSmallFiles = 256 * 1024 * 1024;
-    return m_read > forSmallFiles + times * m_stamp.size;
+    return m_isExhausted;
 }
 
 void FileInput::count(qpdf_offset_t bytes)
 {
+    // Files that were not made to be read again and again are read a few times.
+    constexpr qpdf_offset_t times = 50;
+    constexpr qpdf_offset_t forSmallFiles = 256 * 1024 * 1024;
     m_read += bytes;
-    if (isExhausted()) {
-        throw std::runtime_error("the same is read again and again");
+    m_isExhausted = m_isExhausted || m_read > forSmallFiles + times * m_stamp.size || isStackNearlyFull();
+    if (m_isExhausted) {
+        throw std::runtime_error("the file is too much for the parser");
     }
 }
 

@@ -38,8 +38,9 @@ public:
     /// Throws `std::system_error`.
     std::size_t readAt(qpdf_offset_t offset, char *destination, std::size_t length) const;
 
-    /// Whether the parser was refused to read on, after many times the length of the file: files can be made
-    /// so that it reads the same bytes again and again, without an end in a lifetime.
+    /// Whether the parser was refused to read on: after many times the length of the file, as files can be
+    /// made so that it reads the same bytes again and again, or so deep in objects that need each other that
+    /// the stack is used up.
     [[nodiscard]] bool isExhausted() const;
     /// Length of the file in bytes when it was opened.
     [[nodiscard]] qpdf_offset_t size() const;
@@ -61,7 +62,7 @@ private:
     FileInput(int descriptor, const Stamp &stamp);
     static bool readStamp(int descriptor, Stamp &stamp);
     const Block &blockAt(qpdf_offset_t offset);
-    /// Notes that the parser read so many bytes. Throws `std::runtime_error` when it has read too much.
+    /// Notes that the parser read so many bytes. Throws `std::runtime_error` when it may not read on.
     void count(qpdf_offset_t bytes);
 
     static constexpr qpdf_offset_t blockSize = 8 * 1024;
@@ -71,6 +72,7 @@ private:
     Stamp m_stamp;
     qpdf_offset_t m_position = 0;
     qpdf_offset_t m_read = 0; ///< How much the parser read so far.
+    bool m_isExhausted = false;
     std::array<Block, blockCount> m_blocks;
     std::string m_name;
 };

@@ -8,12 +8,12 @@ namespace tallyfold::pdf {
 /// far as a file wants it, and a few hundred kilobytes can want any amount: nothing but the allocator can say
 /// no.
 ///
-/// While one of these lives, `operator new` on the thread that made it gives no more than `most` bytes beyond
-/// what was there before, and throws `std::bad_alloc` instead. The parser swallows that here and there and
-/// goes on with an object less, hence `wasReached`.
+/// While one of these lives, `operator new` on the thread that made it throws `std::bad_alloc` once the
+/// process has about `most` bytes more than before. The parser swallows that here and there and goes on with
+/// an object less, hence `wasReached`.
 class MemoryLimit {
 public:
-    /// No file is known that needs a fifth of it; one made of 100,000 annotations on one page comes close.
+    /// Ordinary files need a tenth of it; a page with 100,000 annotations needs most of it.
     static constexpr std::size_t most = 512 * 1024 * 1024;
 
     MemoryLimit() noexcept;
