@@ -1,10 +1,12 @@
 #include "pdf/FileInput.h"
 
+#include "pdf/MemoryLimit.h"
 #include "pdf/StackDepth.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <stdexcept>
 #include <sys/stat.h>
@@ -13,7 +15,20 @@
 
 namespace tallyfold::pdf {
 
-std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path)
+namespace {
+
+/// The processor time that this thread has used.
+std::chrono::nanoseconds timeOfThread()
+{
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+} // namespace
+
+std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path,
+                                           std::chrono::nanoseconds patience)
 {
     // Without O_NONBLOCK a named pipe called "x.pdf" would hold the program up for ever.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
@@ -25,10 +40,15 @@ std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path)
         ::close(descriptor);
         return nullptr;
     }
-    return std::shared_ptr<FileInput>(new FileInput(descriptor, stamp));
+    return std::shared_ptr<FileInput>(new FileInput(descriptor, stamp, patience));
 }
 
-FileInput::FileInput(int descriptor, const Stamp &stamp) : m_descriptor(descriptor), m_stamp(stamp) {}
+FileInput::FileInput(int descriptor, const Stamp &stamp, std::chrono::nanoseconds patience)
+    : m_descriptor(descriptor),
+      m_stamp(stamp),
+      m_deadline(timeOfThread() + patience + std::chrono::microseconds(stamp.size))
+{
+}
 
 FileInput::~FileInput()
 {
@@ -57,7 +77,12 @@ void FileInput::count(qpdf_offset_t bytes)
     constexpr qpdf_offset_t times = 50;
     constexpr qpdf_offset_t forSmallFiles = 256 * 1024 * 1024;
     m_read += bytes;
-    m_isExhausted = m_isExhausted || m_read > forSmallFiles + times * m_stamp.size || isStackNearlyFull();
+    m_isExhausted = m_isExhausted || m_read > forSmallFiles + times * m_stamp.size || isStackNearlyFull() ||
+                    MemoryLimit::wasReached();
+    if (m_read - m_lastLook > 64 * 1024) { // The clock is slow to read.
+        m_lastLook = m_read;
+        m_isExhausted = m_isExhausted || timeOfThread() > m_deadline;
+    }
     if (m_isExhausted) {
         throw std::runtime_error("the file is too much for the parser");
     }

@@ -3,6 +3,7 @@
 #include <qpdf/InputSource.hh>
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -16,8 +17,14 @@ namespace tallyfold::pdf {
 /// every jump. A file is never mapped: one that shrinks while it is read would end the program.
 class FileInput final : public InputSource {
 public:
-    /// The regular file at `path`, or null when it cannot be opened for reading.
-    [[nodiscard]] static std::shared_ptr<FileInput> open(const std::filesystem::path &path);
+    /// What the thread that reads a file may do meanwhile, in processor time; for every megabyte a second
+    /// more.
+    static constexpr std::chrono::seconds longest{60};
+
+    /// The regular file at `path`, or null when it cannot be opened for reading. It is to be read on this
+    /// thread.
+    [[nodiscard]] static std::shared_ptr<FileInput> open(const std::filesystem::path &path,
+                                                         std::chrono::nanoseconds patience = longest);
 
     ~FileInput() override;
     FileInput(const FileInput &) = delete;
@@ -38,9 +45,9 @@ public:
     /// Throws `std::system_error`.
     std::size_t readAt(qpdf_offset_t offset, char *destination, std::size_t length) const;
 
-    /// Whether the parser was refused to read on: after many times the length of the file, as files can be
-    /// made so that it reads the same bytes again and again, or so deep in objects that need each other that
-    /// the stack is used up.
+    /// Whether the parser was refused to read on: after many times the length of the file or a long time, as
+    /// files can be made so that it goes round and round; so deep in objects that need each other that the
+    /// stack is used up; or when memory was refused to it, which it may not have noticed.
     [[nodiscard]] bool isExhausted() const;
     /// Length of the file in bytes when it was opened.
     [[nodiscard]] qpdf_offset_t size() const;
@@ -59,7 +66,7 @@ private:
         std::vector<char> bytes;
     };
 
-    FileInput(int descriptor, const Stamp &stamp);
+    FileInput(int descriptor, const Stamp &stamp, std::chrono::nanoseconds patience);
     static bool readStamp(int descriptor, Stamp &stamp);
     const Block &blockAt(qpdf_offset_t offset);
     /// Notes that the parser read so many bytes. Throws `std::runtime_error` when it may not read on.
@@ -71,7 +78,9 @@ private:
     int m_descriptor;
     Stamp m_stamp;
     qpdf_offset_t m_position = 0;
-    qpdf_offset_t m_read = 0; ///< How much the parser read so far.
+    qpdf_offset_t m_read = 0;            ///< How much the parser read so far.
+    std::chrono::nanoseconds m_deadline; ///< In processor time of the thread.
+    qpdf_offset_t m_lastLook = 0;        ///< At the time; how much was read then.
     bool m_isExhausted = false;
     std::array<Block, blockCount> m_blocks;
     std::string m_name;

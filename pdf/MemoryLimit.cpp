@@ -104,7 +104,7 @@ MemoryLimit::~MemoryLimit()
 
 bool MemoryLimit::wasReached() noexcept
 {
-    return share.wasRefused;
+    return share.limits > 0 && share.wasRefused;
 }
 
 } // namespace tallyfold::pdf
