@@ -15,9 +15,11 @@ namespace tallyfold::pdf {
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr std::int64_t bytesForEach =
-    16; // The sanitizers keep books on every byte, and freed ones for a while.
+// The sanitizers keep books on every byte, and freed ones for a while.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr std::int64_t bytesForEach = 3;
+#elif defined(__SANITIZE_THREAD__)
+constexpr std::int64_t bytesForEach = 4;
 #else
 constexpr std::int64_t bytesForEach = 1;
 #endif
@@ -141,6 +143,26 @@ void operator delete(void *memory, std::size_t) noexcept
 }
 
 void operator delete[](void *memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept
+{
+    return tallyfold::pdf::taken(size);
+}
+
+void *operator new[](std::size_t size, const std::nothrow_t &) noexcept
+{
+    return tallyfold::pdf::taken(size);
+}
+
+void operator delete(void *memory, const std::nothrow_t &) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void *memory, const std::nothrow_t &) noexcept
 {
     std::free(memory);
 }
