@@ -167,7 +167,9 @@ size_t FileInput::read(char *destination, size_t length)
 qpdf_offset_t FileInput::findAndSkipNextEOL()
 {
     const auto isLineEnd = [](char ch) { return ch == '\r' || ch == '\n'; };
-    const auto isWhiteSpace = [](char ch) { return std::memchr("\0\t\n\f\r ", ch, 6) != nullptr; };
+    const auto isWhiteSpace = [&](char ch) {
+        return isLineEnd(ch) || ch == ' ' || ch == '\t' || ch == '\f' || ch == '\0';
+    };
     qpdf_offset_t found = m_stamp.size;
     bool inLineEnd = false;
     while (m_position < m_stamp.size) {

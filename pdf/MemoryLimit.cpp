@@ -90,6 +90,11 @@ void *taken(std::size_t size) noexcept
     return memory;
 }
 
+void giveBack(void *memory) noexcept
+{
+    std::free(memory); // NOLINT(cppcoreguidelines-owning-memory): this is what owners call in the end.
+}
+
 } // namespace
 
 MemoryLimit::MemoryLimit() noexcept
@@ -129,22 +134,22 @@ void *operator new[](std::size_t size)
 
 void operator delete(void *memory) noexcept
 {
-    std::free(memory);
+    tallyfold::pdf::giveBack(memory);
 }
 
 void operator delete[](void *memory) noexcept
 {
-    std::free(memory);
+    tallyfold::pdf::giveBack(memory);
 }
 
 void operator delete(void *memory, std::size_t) noexcept
 {
-    std::free(memory);
+    tallyfold::pdf::giveBack(memory);
 }
 
 void operator delete[](void *memory, std::size_t) noexcept
 {
-    std::free(memory);
+    tallyfold::pdf::giveBack(memory);
 }
 
 void *operator new(std::size_t size, const std::nothrow_t &) noexcept
@@ -159,10 +164,10 @@ void *operator new[](std::size_t size, const std::nothrow_t &) noexcept
 
 void operator delete(void *memory, const std::nothrow_t &) noexcept
 {
-    std::free(memory);
+    tallyfold::pdf::giveBack(memory);
 }
 
 void operator delete[](void *memory, const std::nothrow_t &) noexcept
 {
-    std::free(memory);
+    tallyfold::pdf::giveBack(memory);
 }
