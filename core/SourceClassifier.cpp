@@ -54,8 +54,11 @@ SourceFile classify(const std::filesystem::path &location, EarlierNumbers earlie
     }
     const auto document = std::get<std::unique_ptr<pdf::Document>>(std::move(opened));
     source.pageCount = document->pageCount();
-    if (document->isEncrypted() &&
-        !(document->allowsPrinting() && document->allowsChanges() && document->allowsCopying())) {
+    if (document->wasCutShort()) {
+        source.problem = SourceProblem::unreadable;
+        source.pageCount = 0;
+    } else if (document->isEncrypted() &&
+               !(document->allowsPrinting() && document->allowsChanges() && document->allowsCopying())) {
         source.problem = SourceProblem::encrypted;
     } else if (source.pageCount == 0) {
         source.problem = SourceProblem::empty;

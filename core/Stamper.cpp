@@ -72,7 +72,8 @@ void writeCopy(const PlannedFile &file, const StampSettings &settings, pdf::Byte
     if (!failure) {
         failure = failureOf(finished, file);
     }
-    if (!failure && document->hasChanged()) { // Its pages may be of two different states.
+    // Its pages may be of two different states, or lack what could not be read any more.
+    if (!failure && (document->hasChanged() || document->wasCutShort())) {
         failure = StampError::unreadable(file.source.name);
     }
     if (failure) {

@@ -136,8 +136,7 @@ void CopyWriter::appendAnnotations(std::string &content, std::string &objects, s
         return;
     }
     std::size_t number = 0;
-    for (const PlacedAppearance &appearance :
-         visibleAnnotations(m_page.dictionary, m_acroForm, m_geometry.rotation, m_fonts)) {
+    const auto draw = [&](const PlacedAppearance &appearance) {
         int form = 0;
         if (const auto *existing = std::get_if<QPDFObjectHandle>(&appearance.form)) {
             form = m_copier.copyForm(*existing);
@@ -170,7 +169,8 @@ void CopyWriter::appendAnnotations(std::string &content, std::string &objects, s
         appendNumbered(content, "/A", number);
         content.append(isLayered ? " Do Q EMC\n" : " Do Q\n");
         ++number;
-    }
+    };
+    drawVisibleAnnotations(m_page.dictionary, m_acroForm, m_geometry.rotation, m_fonts, draw);
 }
 
 void CopyWriter::appendGeneratedResources(std::string &entries, const GeneratedForm &form)

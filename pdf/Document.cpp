@@ -1,6 +1,7 @@
 #include "pdf/Document.h"
 
 #include "pdf/FileInput.h"
+#include "pdf/MemoryLimit.h"
 #include "pdf/PageTree.h"
 
 #include <algorithm>
@@ -25,6 +26,7 @@ std::shared_ptr<QPDF> parse(const std::shared_ptr<FileInput> &input)
 } // namespace
 
 struct Document::Parts {
+    MemoryLimit limit; ///< Outlives what was read under it.
     std::shared_ptr<FileInput> input;
     std::shared_ptr<QPDF> parser;
     /// Reads anew what `parser` has released; made when first needed.
@@ -45,7 +47,8 @@ Document::Opened Document::open(const std::filesystem::path &path)
         parts->parser = parse(parts->input);
         parts->isEncrypted = parts->parser->isEncrypted();
         parts->hasOwnersRights = parts->isEncrypted && parts->parser->ownerPasswordMatched();
-        if (!parts->parser->getRoot().isDictionary()) {
+        if (!parts->parser->getRoot().isDictionary() || MemoryLimit::wasReached() ||
+            parts->input->isExhausted()) {
             return OpenFailure::unreadable;
         }
         return std::unique_ptr<Document>(new Document(std::move(parts)));
@@ -98,6 +101,11 @@ std::int64_t Document::pageCount()
 bool Document::hasChanged() const
 {
     return m_parts->input->hasChanged();
+}
+
+bool Document::wasCutShort() const
+{
+    return MemoryLimit::wasReached() || m_parts->input->isExhausted();
 }
 
 QPDF &Document::parsed()

@@ -46,6 +46,11 @@ public:
     /// Whether the file was written to since it was opened, so that what was read of it may not fit together.
     [[nodiscard]] bool hasChanged() const;
 
+    /// Whether reading it took more memory (`MemoryLimit`) or more time than any file may take, or memory
+    /// that was not there. The parser goes on after that with what it has, so nothing that came of it is of
+    /// use.
+    [[nodiscard]] bool wasCutShort() const;
+
     /// The parsed file, for the parts of this layer that copy from it. What it throws is QPDFExc
     /// or another std::exception.
     [[nodiscard]] QPDF &parsed();

@@ -1,8 +1,12 @@
 #include "pdf/FileInput.h"
 
+#include "pdf/MemoryLimit.h"
+#include "pdf/StackDepth.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <stdexcept>
 #include <sys/stat.h>
@@ -11,7 +15,20 @@
 
 namespace tallyfold::pdf {
 
-std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path)
+namespace {
+
+/// The processor time that this thread has used.
+std::chrono::nanoseconds timeOfThread()
+{
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+} // namespace
+
+std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path,
+                                           std::chrono::nanoseconds patience)
 {
     // Without O_NONBLOCK a named pipe called "x.pdf" would hold the program up for ever.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
@@ -23,10 +40,15 @@ std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path)
         ::close(descriptor);
         return nullptr;
     }
-    return std::shared_ptr<FileInput>(new FileInput(descriptor, stamp));
+    return std::shared_ptr<FileInput>(new FileInput(descriptor, stamp, patience));
 }
 
-FileInput::FileInput(int descriptor, const Stamp &stamp) : m_descriptor(descriptor), m_stamp(stamp) {}
+FileInput::FileInput(int descriptor, const Stamp &stamp, std::chrono::nanoseconds patience)
+    : m_descriptor(descriptor),
+      m_stamp(stamp),
+      m_deadline(timeOfThread() + patience + std::chrono::microseconds(stamp.size))
+{
+}
 
 FileInput::~FileInput()
 {
@@ -47,6 +69,28 @@ bool FileInput::readStamp(int descriptor, Stamp &stamp)
 int FileInput::descriptor() const
 {
     return m_descriptor;
+}
+
+bool FileInput::isExhausted() const
+{
+    return m_isExhausted;
+}
+
+void FileInput::count(qpdf_offset_t bytes)
+{
+    // Files that were not made to be read again and again are read a few times.
+    constexpr qpdf_offset_t times = 50;
+    constexpr qpdf_offset_t forSmallFiles = 256 * 1024 * 1024;
+    m_read += bytes;
+    m_isExhausted = m_isExhausted || m_read > forSmallFiles + times * m_stamp.size || isStackNearlyFull() ||
+                    MemoryLimit::wasReached();
+    if (m_read - m_lastLook > 64 * 1024) { // The clock is slow to read.
+        m_lastLook = m_read;
+        m_isExhausted = m_isExhausted || timeOfThread() > m_deadline;
+    }
+    if (m_isExhausted) {
+        throw std::runtime_error("the file is too much for the parser");
+    }
 }
 
 qpdf_offset_t FileInput::size() const
@@ -117,6 +161,7 @@ size_t FileInput::read(char *destination, size_t length)
         done += part;
         m_position += static_cast<qpdf_offset_t>(part);
     }
+    count(static_cast<qpdf_offset_t>(done));
     if (done == 0 && length > 0) { // The parser expects a failed read to stand at the end.
         m_position = m_stamp.size;
         last_offset = m_position;
@@ -127,6 +172,9 @@ size_t FileInput::read(char *destination, size_t length)
 qpdf_offset_t FileInput::findAndSkipNextEOL()
 {
     const auto isLineEnd = [](char ch) { return ch == '\r' || ch == '\n'; };
+    const auto isWhiteSpace = [&](char ch) {
+        return isLineEnd(ch) || ch == ' ' || ch == '\t' || ch == '\f' || ch == '\0';
+    };
     qpdf_offset_t found = m_stamp.size;
     bool inLineEnd = false;
     while (m_position < m_stamp.size) {
@@ -136,9 +184,10 @@ qpdf_offset_t FileInput::findAndSkipNextEOL()
             break;
         }
         const auto from = block.bytes.begin() + static_cast<std::ptrdiff_t>(inBlock);
-        const auto stop = inLineEnd ? std::find_if_not(from, block.bytes.end(), isLineEnd)
+        const auto stop = inLineEnd ? std::find_if_not(from, block.bytes.end(), isWhiteSpace)
                                     : std::find_if(from, block.bytes.end(), isLineEnd);
         m_position += stop - from;
+        count(stop - from);
         if (stop == block.bytes.end()) {
             continue;
         }

@@ -6,6 +6,7 @@
 #include "pdf/PageGeometry.h"
 
 #include <exception>
+#include <new>
 #include <optional>
 
 namespace tallyfold::pdf {
@@ -67,10 +68,9 @@ std::optional<PlacedAppearance> appearanceOf(QPDFObjectHandle annotation, QPDFOb
 
 } // namespace
 
-std::vector<PlacedAppearance> visibleAnnotations(QPDFObjectHandle page, QPDFObjectHandle acroForm,
-                                                 int rotation, TextFonts &fonts)
+void drawVisibleAnnotations(QPDFObjectHandle page, QPDFObjectHandle acroForm, int rotation, TextFonts &fonts,
+                            const std::function<void(const PlacedAppearance &appearance)> &draw)
 {
-    std::vector<PlacedAppearance> appearances;
     QPDFObjectHandle annotations = page.getKey("/Annots");
     for (int index = 0, count = annotations.isArray() ? annotations.getArrayNItems() : 0; index < count;
          ++index) {
@@ -78,15 +78,18 @@ std::vector<PlacedAppearance> visibleAnnotations(QPDFObjectHandle page, QPDFObje
         if (!isShown(annotation)) {
             continue;
         }
+        std::optional<PlacedAppearance> appearance;
         try {
-            if (auto appearance = appearanceOf(annotation, acroForm, rotation, fonts)) {
-                appearances.push_back(std::move(*appearance));
-            }
+            appearance = appearanceOf(annotation, acroForm, rotation, fonts);
+        } catch (const std::bad_alloc &) {
+            throw; // What there was no memory for is not malformed.
         } catch (const std::exception &) {
             continue; // One annotation that cannot be read takes no other one with it.
         }
+        if (appearance) {
+            draw(*appearance);
+        }
     }
-    return appearances;
 }
 
 } // namespace tallyfold::pdf

@@ -4,9 +4,9 @@
 
 #include <qpdf/QPDFObjectHandle.hh>
 
+#include <functional>
 #include <string>
 #include <variant>
-#include <vector>
 
 namespace tallyfold::pdf {
 
@@ -29,10 +29,11 @@ struct PlacedAppearance {
     QPDFObjectHandle optionalContent; ///< The layer the annotation belongs to; null for none.
 };
 
-/// What a viewer shows of the annotations and form fields of `page` on a screen, in drawing order. `acroForm`
-/// is the document's interactive form or null, `rotation` the page's turn for display. Pop-ups and links are
-/// not shown. What is malformed shows nothing. May throw what the parser throws.
-[[nodiscard]] std::vector<PlacedAppearance>
-visibleAnnotations(QPDFObjectHandle page, QPDFObjectHandle acroForm, int rotation, TextFonts &fonts);
+/// Gives `draw` what a viewer shows of the annotations and form fields of `page` on a screen, in drawing
+/// order and one by one: a page may have very many. `acroForm` is the document's interactive form or null,
+/// `rotation` the page's turn for display. Pop-ups and links are not shown. What is malformed shows nothing.
+/// May throw what the parser and `draw` throw.
+void drawVisibleAnnotations(QPDFObjectHandle page, QPDFObjectHandle acroForm, int rotation, TextFonts &fonts,
+                            const std::function<void(const PlacedAppearance &appearance)> &draw);
 
 } // namespace tallyfold::pdf

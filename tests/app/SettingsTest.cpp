@@ -4,6 +4,8 @@
 
 #include <QSettings>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace tallyfold {
@@ -102,6 +104,31 @@ TEST_F(Settings, AFileThatCannotBeWrittenStopsNothing)
     other->setSettings(settings);
     EXPECT_EQ(other->settings(), settings);
     EXPECT_TRUE(std::filesystem::is_directory(folder / "settings.ini"));
+}
+
+TEST_F(Settings, AFullDiskKeepsTheSettingsAsTheyWere)
+{
+    const auto change = [this](const QString &prefix) {
+        AppSettings settings = model->settings();
+        settings.stamp.prefix = prefix;
+        model->setSettings(settings);
+        QSettings(QString::fromStdString(folder / "settings.ini"), QSettings::IniFormat).sync();
+        EXPECT_EQ(model->settings(), settings);
+        return tests::readFile(folder / "settings.ini");
+    };
+    const std::string kept = change(QStringLiteral("KEPT"));
+    EXPECT_NE(kept.find("KEPT"), std::string::npos);
+    // No file may become longer than this: what a full disk looks like to whoever writes.
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit full{16, before.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+    const std::string onFullDisk = change(QStringLiteral("LOST"));
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+    (void)std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(onFullDisk, kept);
+    EXPECT_NE(change(QStringLiteral("THERE")).find("THERE"), std::string::npos);
 }
 
 TEST_F(Settings, IntegersSurviveAsIntegers)

@@ -129,7 +129,7 @@ TEST(ExclusiveMove, CopiesWhereThereAreNoLinksEither)
 
 TEST(ExclusiveMove, OtherRefusalsAreNotWorkedAround)
 {
-    for (const int refusal : {EACCES, EROFS, ENOSPC, EIO, EEXIST, ENAMETOOLONG}) {
+    for (const int refusal : {EACCES, EROFS, ENOSPC, EIO, EEXIST, ENAMETOOLONG, EXDEV}) {
         Folder folder;
         folder.calls.rule = [refusal](const FileCall &call) { return call.kind == "rename" ? refusal : 0; };
         EXPECT_EQ(ExclusiveMove::move(folder.calls, folder.descriptor, "from", "to"), refusal);

@@ -1,6 +1,7 @@
 #include "core/SourceClassifier.h"
 #include "core/Stamper.h"
 #include "pdf/Deflater.h"
+#include "tests/core/StampOutcome.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Tool.h"
@@ -12,44 +13,13 @@
 namespace tallyfold {
 
 namespace fs = std::filesystem;
+using tests::outcomeOf;
 using tests::PdfBuilder;
 using tests::reference;
 using tests::TemporaryFolder;
+using tests::writeHostile;
 
 namespace {
-
-/// What came of a file: it was found unfit, or failed, or so many sound pages were written.
-struct Outcome {
-    std::optional<SourceProblem> problem;
-    bool hasFailed = false;
-    int pages = 0;
-
-    [[nodiscard]] bool isRefused() const
-    {
-        return problem || hasFailed;
-    }
-};
-
-/// Classifies and stamps `bytes`. Ends with an error of the test where a copy is neither refused nor sound.
-Outcome outcomeOf(std::string_view bytes)
-{
-    const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", bytes);
-    const SourceFile source = classify(folder / "a.pdf");
-    Outcome outcome{source.problem, false, 0};
-    const ProductionPlan plan({source}, {});
-    if (plan.stampedFiles().empty()) {
-        return outcome;
-    }
-    try {
-        Stamper::write(plan.files.front(), plan.settings, folder / "copy.pdf", {});
-        outcome.pages = tests::soundPages(folder / "copy.pdf");
-        EXPECT_EQ(outcome.pages, source.pageCount);
-    } catch (const StampError &) {
-        outcome.hasFailed = true;
-    }
-    return outcome;
-}
 
 /// A page of letter size with a line of text, in the catalog's tree.
 std::string ordinaryFile()
@@ -66,7 +36,7 @@ TEST(HostileFiles, ATruncatedFileIsRepairedOrRefused)
 {
     const std::string whole = ordinaryFile();
     for (std::size_t size = 0; size < whole.size(); size += 7) {
-        const Outcome outcome = outcomeOf(whole.substr(0, size));
+        const tests::StampOutcome outcome = outcomeOf(whole.substr(0, size));
         EXPECT_TRUE(outcome.isRefused() || outcome.pages == 1) << size;
     }
 }
@@ -144,7 +114,7 @@ TEST(HostileFiles, ATreeOfManyNodesIsCountedQuickly)
     const int tree = builder.add("<</Type/Pages/Count 1/Kids[" + kids + "]>>");
     builder.addToCatalog("/Pages " + reference(tree));
     const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", builder.file());
+    writeHostile(folder / "a.pdf", builder.file());
     const SourceFile source = classify(folder / "a.pdf");
     EXPECT_EQ(source.pageCount, nodes);
 }
@@ -189,7 +159,7 @@ TEST(HostileFiles, StreamsThatExpandWithoutEndDoNotFillTheMemory)
     const std::string twice = reference(content) + ' ' + reference(content);
     builder.addPage("/MediaBox[0 0 100 100]/Contents[" + twice + "]");
     const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", builder.file());
+    writeHostile(folder / "a.pdf", builder.file());
     const PlannedFile file{{QUuid::createUuid(), folder / "a.pdf", QStringLiteral("a.pdf"), 1, {}, {}, {}},
                            {{1, true}},
                            QStringLiteral("a.pdf")};
@@ -209,7 +179,7 @@ TEST(HostileFiles, AStreamThatExpandsWithoutEndIsCopiedAsItIs)
     const int content = builder.addStream("/Filter/FlateDecode", packed);
     builder.addPage("/MediaBox[0 0 100 100]/Contents " + reference(content));
     const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", builder.file());
+    writeHostile(folder / "a.pdf", builder.file());
     const PlannedFile file{{QUuid::createUuid(), folder / "a.pdf", QStringLiteral("a.pdf"), 1, {}, {}, {}},
                            {{1, true}},
                            QStringLiteral("a.pdf")};
@@ -224,7 +194,7 @@ TEST(HostileFiles, AbsurdBoxesGiveAPage)
           "[(a) 0 1 1]", "[]", "7", "[0 0 100]", "[0 0 nan nan]", "[0 0 --5 1.2.3]"}) {
         PdfBuilder builder;
         builder.addPage(std::string("/MediaBox") + box + "/CropBox" + box);
-        const Outcome outcome = outcomeOf(builder.file());
+        const tests::StampOutcome outcome = outcomeOf(builder.file());
         EXPECT_TRUE(outcome.isRefused() || outcome.pages == 1) << box;
     }
 }
@@ -234,7 +204,7 @@ TEST(HostileFiles, ManyAnnotationsAreDrawn)
     PdfBuilder builder;
     const int form = builder.addStream("/Type/XObject/Subtype/Form/BBox[0 0 9 9]", "0 0 9 9 re f");
     std::string annotations;
-    for (int annotation = 0; annotation < 20'000; ++annotation) {
+    for (int annotation = 0; annotation < 100'000; ++annotation) {
         annotations += "<</Type/Annot/Subtype/Stamp/Rect[0 0 9 9]/AP<</N " + reference(form) + ">>>>";
     }
     builder.addPage("/MediaBox[0 0 100 100]/Annots[" + annotations + "]");
@@ -250,7 +220,7 @@ TEST(HostileFiles, ActiveContentDoesNotGetIntoACopy)
                     ">>/Annots[<</Type/Annot/Subtype/Link/Rect[0 0 "
                     "9 9]/A<</S/Launch/F(calc.exe)>>>>]");
     const TemporaryFolder folder;
-    tests::writeFile(folder / "a.pdf", builder.file());
+    writeHostile(folder / "a.pdf", builder.file());
     const ProductionPlan plan({classify(folder / "a.pdf")}, {});
     Stamper::write(plan.files.front(), plan.settings, folder / "copy.pdf", {});
     const std::string copy =
@@ -268,7 +238,7 @@ TEST(HostileFiles, WhatContentLeavesBehindDoesNotMoveTheStamp)
         const int stream = builder.addStream("", content);
         builder.addPage("/MediaBox[0 0 612 792]/Contents " + reference(stream));
         const TemporaryFolder folder;
-        tests::writeFile(folder / "a.pdf", builder.file());
+        writeHostile(folder / "a.pdf", builder.file());
         const ProductionPlan plan({classify(folder / "a.pdf")}, {});
         Stamper::write(plan.files.front(), plan.settings, folder / "copy.pdf", {});
         const std::string boxes =

@@ -2,6 +2,7 @@
 
 #include "core/ProductionIndex.h"
 #include "core/SourceClassifier.h"
+#include "tests/support/Count.h"
 #include "tests/support/FaultyCalls.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
@@ -35,6 +36,7 @@ using Outcome = std::variant<ProductionResult, ProductionError, FileError>;
 
 const Production::OnPage goOn = [](std::int64_t) { return true; };
 constexpr const char *indexName = "Production Index.csv";
+tests::Count faultsMade("faults made");
 
 /// The file systems a production may meet: what each refuses to do whatever else goes wrong.
 const std::map<std::string, Rule> fileSystems{
@@ -184,7 +186,9 @@ int runWith(const Sources &sources, const Rule &fileSystem, const Rule &rule)
     FaultyCalls calls;
     calls.rule = [&](const FileCall &call) {
         const int refused = fileSystem(call);
-        return refused != 0 ? refused : rule(call);
+        const int fault = refused != 0 ? 0 : rule(call);
+        faultsMade.add(fault != 0 ? 1 : 0);
+        return refused != 0 ? refused : fault;
     };
     const int descriptors = openDescriptors();
     const Outcome outcome = outcomeOf(sources.plan(), folder.path(), calls);

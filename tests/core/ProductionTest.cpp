@@ -239,15 +239,17 @@ TEST(Production, AnIndexThatTurnsUpMeanwhileIsNotReplacedAndTheCopiesStay)
     EXPECT_EQ(files.names().size(), 4U);
 }
 
-TEST(Production, AFolderThatIsRenamedMeanwhileStillGetsItsCopies)
+TEST(Production, AFolderThatIsReplacedMeanwhileStillGetsItsCopies)
 {
     const ThreeFiles files;
     (void)Production::write(files.plan(), files.out, {}, [&files](std::int64_t pages) {
         if (pages == 1) {
             fs::rename(files.out, files.folder / "moved");
+            fs::create_directory(files.out); // Another one, which gets nothing.
         }
         return true;
     });
+    EXPECT_TRUE(fs::is_empty(files.out));
     EXPECT_TRUE(fs::exists(files.folder / "moved/c.pdf"));
     EXPECT_TRUE(fs::exists(files.folder / "moved/Production Index.csv"));
 }

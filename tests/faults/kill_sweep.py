@@ -18,6 +18,8 @@ import sys
 import tempfile
 from functools import partial
 
+from counts import note
+
 CALLS = "openat,open,read,pread64,write,copy_file_range,fdatasync,fsync,renameat2,linkat,unlinkat,close"
 NOTHING_TO_TEST = 77
 COPIES = ("a.pdf", "b.pdf", "c.pdf")
@@ -134,6 +136,7 @@ def main():
         with tempfile.TemporaryDirectory() as output:
             if run(arguments.produce, output, sources).returncode != 0 or digests_of(output) != whole:
                 faults.append("the production after all the kills is not what it was before them")
+    note("kills", kills)
     print("\n".join(faults + [f"{kills} kills at {len(calls)} calls, {len(faults)} faults"]))
     return 1 if faults or kills < 300 else 0
 

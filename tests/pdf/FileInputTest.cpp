@@ -88,4 +88,47 @@ TEST(FileInput, AFileWrittenToSinceItWasOpenedHasChanged)
     EXPECT_TRUE(input->hasChanged());
 }
 
+TEST(FileInput, BlankLinesAreSkippedWithTheEndOfTheirFirst)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "a", std::string("one \r\n \n\0\t\f\r  two\n", 18));
+    const auto input = FileInput::open(folder / "a");
+    EXPECT_EQ(input->findAndSkipNextEOL(), 4);
+    EXPECT_EQ(input->tell(), 14);
+    EXPECT_EQ(input->findAndSkipNextEOL(), 17);
+    EXPECT_EQ(input->tell(), input->size());
+}
+
+TEST(FileInput, AFileIsNotReadAgainAndAgainForEver)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "a", longText());
+    const auto input = FileInput::open(folder / "a");
+    std::string bytes(static_cast<std::size_t>(input->size()), '\0');
+    int times = 0;
+    EXPECT_THROW(
+        for (; times < 100'000; ++times) {
+            input->rewind();
+            (void)input->read(bytes.data(), bytes.size());
+        },
+        std::runtime_error);
+    EXPECT_TRUE(input->isExhausted());
+    EXPECT_GT(times, 50);
+    EXPECT_LT(times, 1000);
+    input->rewind();
+    EXPECT_THROW((void)input->findAndSkipNextEOL(), std::runtime_error);
+}
+
+TEST(FileInput, AFileIsNotReadForEver)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "a", longText());
+    std::string bytes(2'000'000, '\0');
+    const auto patient = FileInput::open(folder / "a");
+    EXPECT_EQ(patient->read(bytes.data(), bytes.size()), bytes.size());
+    const auto impatient = FileInput::open(folder / "a", -FileInput::longest);
+    EXPECT_THROW((void)impatient->read(bytes.data(), bytes.size()), std::runtime_error);
+    EXPECT_TRUE(impatient->isExhausted());
+}
+
 } // namespace tallyfold::pdf
