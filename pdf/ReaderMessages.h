@@ -54,6 +54,7 @@ public:
     template <typename Value> Value take()
     {
         static_assert(std::is_trivially_copyable_v<Value>);
+        static_assert(!std::is_same_v<Value, bool>, "a byte of another value than 0 and 1 is no bool");
         Value value{};
         if (m_rest.size() < sizeof value) {
             m_isSound = false;
@@ -62,6 +63,11 @@ public:
         std::memcpy(&value, m_rest.data(), sizeof value);
         m_rest.remove_prefix(sizeof value);
         return value;
+    }
+    /// Whether the next byte is anything but zero.
+    [[nodiscard]] bool takeFlag()
+    {
+        return take<std::uint8_t>() != 0;
     }
     [[nodiscard]] QString takeText();
     [[nodiscard]] bool isSound() const

@@ -109,7 +109,7 @@ public:
         message.put(width);
         message.put(height);
         message.put(scale);
-        if (!ask(message, shared.descriptor()) || !Reader(m_answer).take<bool>()) {
+        if (!ask(message, shared.descriptor()) || !Reader(m_answer).takeFlag()) {
             return std::nullopt;
         }
         Bitmap bitmap{width, height, std::vector<std::uint8_t>(size)};
@@ -143,7 +143,7 @@ private:
             return std::nullopt;
         }
         Reader answer(m_answer);
-        const bool exists = answer.take<bool>();
+        const bool exists = answer.takeFlag();
         const auto result = answer.take<Value>();
         return exists && answer.isSound() ? std::optional(result) : std::nullopt;
     }
@@ -166,7 +166,7 @@ std::unique_ptr<PageReader> readerOf(const File &file)
         return nullptr;
     }
     Reader answer(bytes);
-    const bool isOpen = answer.take<bool>();
+    const bool isOpen = answer.takeFlag();
     const int pages = answer.take<int>();
     if (!isOpen || !answer.isSound() || pages < 0) {
         ReaderProcess::giveBack(std::move(process));

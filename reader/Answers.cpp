@@ -1,0 +1,141 @@
+#include "reader/Answers.h"
+
+#include "reader/PopplerReader.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <fcntl.h>
+#include <string>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace tallyfold::reader {
+
+using pdf::ReaderMessages::Reader;
+using pdf::ReaderMessages::Request;
+using pdf::ReaderMessages::Writer;
+
+namespace {
+
+constexpr std::uint32_t mostAreas = 64;
+
+template <typename Value> void putOptional(Writer &answer, const std::optional<Value> &value)
+{
+    answer.put(value.has_value());
+    answer.put(value.value_or(Value{}));
+}
+
+/// Whether the file `descriptor` has so many bytes: memory that is mapped beyond its file's end cannot be
+/// written to.
+bool hasRoom(int descriptor, std::size_t size)
+{
+    struct stat status {};
+    return ::fstat(descriptor, &status) == 0 && status.st_size >= 0 &&
+           static_cast<std::size_t>(status.st_size) >= size;
+}
+
+} // namespace
+
+Answers::~Answers()
+{
+    if (m_file >= 0) {
+        ::close(m_file);
+    }
+}
+
+bool Answers::next(int socket)
+{
+    int descriptor = -1;
+    const auto noDeadline = std::chrono::steady_clock::time_point::max();
+    if (!pdf::ReaderMessages::receive(socket, m_message, descriptor, noDeadline)) {
+        return false;
+    }
+    const Writer answer = to(m_message, descriptor);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+    return pdf::ReaderMessages::send(socket, answer.bytes());
+}
+
+Writer Answers::to(std::string_view message, int descriptor)
+{
+    Reader request(message);
+    Writer answer;
+    const auto kind = request.take<Request>();
+    const int page = request.take<int>();
+    if (!request.isSound()) {
+        return answer;
+    }
+    switch (kind) {
+    case Request::open:
+        open(descriptor);
+        answer.put(m_pages != nullptr);
+        answer.put(m_pages ? m_pages->pageCount() : 0);
+        break;
+    case Request::cropBox:
+        putOptional(answer, m_pages ? m_pages->cropBox(page) : std::nullopt);
+        break;
+    case Request::mediaSize:
+        putOptional(answer, m_pages ? m_pages->mediaSize(page) : std::nullopt);
+        break;
+    case Request::text:
+        putTexts(answer, page, request);
+        break;
+    case Request::render:
+        answer.put(render(page, request, descriptor));
+        break;
+    }
+    return answer;
+}
+
+void Answers::open(int descriptor)
+{
+    m_pages.reset();
+    if (m_file >= 0) {
+        ::close(m_file);
+    }
+    m_file = descriptor < 0 ? -1 : ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+    if (m_file >= 0) {
+        m_pages = openWithPoppler("/proc/self/fd/" + std::to_string(m_file));
+    }
+}
+
+void Answers::putTexts(Writer &answer, int page, Reader &request)
+{
+    const auto count = std::min(request.take<std::uint32_t>(), mostAreas);
+    std::vector<pdf::Rect> areas;
+    for (std::uint32_t area = 0; area < count; ++area) {
+        areas.push_back(request.take<pdf::Rect>());
+    }
+    const std::vector<QString> texts =
+        m_pages && request.isSound() ? m_pages->textIn(page, areas) : std::vector<QString>(areas.size());
+    for (const QString &text : texts) {
+        answer.putText(text);
+    }
+}
+
+bool Answers::render(int page, Reader &request, int descriptor)
+{
+    const int width = request.take<int>();
+    const int height = request.take<int>();
+    const double scale = request.take<double>();
+    const auto bitmap =
+        m_pages && request.isSound() ? m_pages->render(page, width, height, scale) : std::nullopt;
+    if (!bitmap || bitmap->pixels.empty() || !hasRoom(descriptor, bitmap->pixels.size())) {
+        return false;
+    }
+    // Shared memory: a file size limit of nothing does not let it be written to as a file.
+    void *shared =
+        ::mmap(nullptr, bitmap->pixels.size(), PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
+    if (shared == MAP_FAILED) {
+        return false;
+    }
+    std::memcpy(shared, bitmap->pixels.data(), bitmap->pixels.size());
+    ::munmap(shared, bitmap->pixels.size());
+    return true;
+}
+
+} // namespace tallyfold::reader

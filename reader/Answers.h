@@ -1,0 +1,36 @@
+#pragma once
+
+#include "pdf/PageReader.h"
+#include "pdf/ReaderMessages.h"
+
+#include <memory>
+
+namespace tallyfold::reader {
+
+/// The reader's side of the talk: answers requests about the file that was opened last. What a request does
+/// not say, or says of a page or a file that is not there, has an empty answer.
+class Answers {
+public:
+    Answers() = default;
+    ~Answers();
+    Answers(const Answers &) = delete;
+    Answers &operator=(const Answers &) = delete;
+
+    /// Waits on `socket` for the next request, without end, and answers it. False when there is none to be
+    /// had any more, or nobody to answer.
+    [[nodiscard]] bool next(int socket);
+
+    /// The answer to `message`, with which came the open file `descriptor`, or none where that is -1.
+    [[nodiscard]] pdf::ReaderMessages::Writer to(std::string_view message, int descriptor);
+
+private:
+    void open(int descriptor);
+    void putTexts(pdf::ReaderMessages::Writer &answer, int page, pdf::ReaderMessages::Reader &request);
+    [[nodiscard]] bool render(int page, pdf::ReaderMessages::Reader &request, int descriptor);
+
+    std::unique_ptr<pdf::PageReader> m_pages;
+    int m_file = -1;
+    std::string m_message;
+};
+
+} // namespace tallyfold::reader
