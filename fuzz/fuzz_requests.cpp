@@ -32,7 +32,8 @@ constexpr std::string_view document =
 constexpr std::size_t mostInFlight = 60'000;
 /// Bytes of the file that pictures are put into. What is larger finds no room.
 constexpr std::size_t roomForPicture = std::size_t{64} * 64 * 4;
-/// Pixels of a picture. A request for more is left out: drawing it takes longer than trying a thousand others.
+/// Pixels of a picture. A request for more is left out: drawing it takes longer than trying a thousand
+/// others.
 constexpr std::int64_t mostPixels = 256 * 256;
 
 /// Whether `message` asks for a picture of so many pixels that it is not worth its time.

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <mutex>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -48,12 +49,14 @@ ReaderProcess::ReaderProcess(Program program) : m_program(std::move(program)) {}
 std::unique_ptr<ReaderProcess> ReaderProcess::borrow()
 {
     const std::scoped_lock lock(keptMutex);
-    if (kept().empty()) {
-        return std::make_unique<ReaderProcess>();
+    while (!kept().empty()) {
+        std::unique_ptr<ReaderProcess> process = std::move(kept().back());
+        kept().pop_back();
+        if (process->isWaiting()) {
+            return process;
+        }
     }
-    std::unique_ptr<ReaderProcess> process = std::move(kept().back());
-    kept().pop_back();
-    return process;
+    return std::make_unique<ReaderProcess>();
 }
 
 void ReaderProcess::giveBack(std::unique_ptr<ReaderProcess> process)
@@ -69,6 +72,12 @@ ReaderProcess::~ReaderProcess()
     stop();
 }
 
+bool ReaderProcess::isWaiting() const
+{
+    pollfd end{m_socket, POLLIN, 0};
+    return m_socket >= 0 && ::poll(&end, 1, 0) == 0;
+}
+
 bool ReaderProcess::start()
 {
     std::array<int, 2> sockets{};
@@ -80,6 +89,8 @@ bool ReaderProcess::start()
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, sockets[1], STDIN_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    // What else is open here is none of its business.
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     // Ctrl-C in a terminal is for the program: it ends its reader itself.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);

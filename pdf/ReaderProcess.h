@@ -37,6 +37,9 @@ public:
     [[nodiscard]] bool ask(std::string_view request, int descriptor, std::string &answer);
 
 private:
+    /// Whether it runs and has nothing to say that was not asked for: it may have been ended while nobody
+    /// needed it, as by a system that is short of memory.
+    [[nodiscard]] bool isWaiting() const;
     bool start();
     void stop();
 

@@ -3,12 +3,12 @@
 #include "reader/PopplerReader.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <string>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <unistd.h>
 #include <vector>
 
@@ -37,7 +37,17 @@ bool hasRoom(int descriptor, std::size_t size)
            static_cast<std::size_t>(status.st_size) >= size;
 }
 
+/// Has the system end this process after `time`; zero takes that back.
+bool endAfter(std::chrono::seconds time)
+{
+    itimerval timer{};
+    timer.it_value.tv_sec = time.count();
+    return ::setitimer(ITIMER_REAL, &timer, nullptr) == 0;
+}
+
 } // namespace
+
+Answers::Answers(std::chrono::seconds longestAnswer) : m_longestAnswer(longestAnswer) {}
 
 Answers::~Answers()
 {
@@ -53,11 +63,16 @@ bool Answers::next(int socket)
     if (!pdf::ReaderMessages::receive(socket, m_message, descriptor, noDeadline)) {
         return false;
     }
+    const bool isTimed = m_longestAnswer > std::chrono::seconds::zero();
+    if (isTimed && !endAfter(m_longestAnswer)) {
+        return false;
+    }
     const Writer answer = to(m_message, descriptor);
     if (descriptor >= 0) {
         ::close(descriptor);
     }
-    return pdf::ReaderMessages::send(socket, answer.bytes());
+    return pdf::ReaderMessages::send(socket, answer.bytes()) &&
+           (!isTimed || endAfter(std::chrono::seconds::zero()));
 }
 
 Writer Answers::to(std::string_view message, int descriptor)
@@ -128,8 +143,7 @@ bool Answers::render(int page, Reader &request, int descriptor)
         return false;
     }
     // Shared memory: a file size limit of nothing does not let it be written to as a file.
-    void *shared =
-        ::mmap(nullptr, bitmap->pixels.size(), PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
+    void *shared = ::mmap(nullptr, bitmap->pixels.size(), PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
     if (shared == MAP_FAILED) {
         return false;
     }

@@ -3,7 +3,10 @@
 #include "pdf/PageReader.h"
 #include "pdf/ReaderMessages.h"
 
+#include <chrono>
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace tallyfold::reader {
 
@@ -11,7 +14,9 @@ namespace tallyfold::reader {
 /// not say, or says of a page or a file that is not there, has an empty answer.
 class Answers {
 public:
-    Answers() = default;
+    /// Ends the process when an answer takes longer than `longestAnswer`, unless that is zero: the program
+    /// waits for less, and is gone when this happens.
+    explicit Answers(std::chrono::seconds longestAnswer = std::chrono::seconds::zero());
     ~Answers();
     Answers(const Answers &) = delete;
     Answers &operator=(const Answers &) = delete;
@@ -28,6 +33,7 @@ private:
     void putTexts(pdf::ReaderMessages::Writer &answer, int page, pdf::ReaderMessages::Reader &request);
     [[nodiscard]] bool render(int page, pdf::ReaderMessages::Reader &request, int descriptor);
 
+    std::chrono::seconds m_longestAnswer;
     std::unique_ptr<pdf::PageReader> m_pages;
     int m_file = -1;
     std::string m_message;

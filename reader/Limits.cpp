@@ -21,9 +21,10 @@ bool limit(__rlimit_resource resource, rlim_t most)
 bool limitResources()
 {
     constexpr rlim_t mostMemory = rlim_t{1} << 30U;
+    constexpr rlim_t mostTime = 3600; // Seconds: hundreds of thousands of files.
     // A write beyond the limit fails; it need not end the process.
     return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && ::signal(SIGXFSZ, SIG_IGN) != SIG_ERR &&
-           limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, 0) &&
+           limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, 0) && limit(RLIMIT_CPU, mostTime) &&
            (isUnderSanitizer || limit(RLIMIT_AS, mostMemory));
 }
 

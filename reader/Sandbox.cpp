@@ -154,8 +154,8 @@ SandboxEntry enterSandbox(int socket)
     const auto self = static_cast<scmp_datum_t>(::getpid());
     filter.allowIf("kill", equals(0, self));
     filter.allowIf("tgkill", equals(0, self));
-    // Threads, but no processes. What the newer clone3 is to do lies in memory, where no filter looks; without
-    // it the C library takes the older one.
+    // Threads, but no processes. What the newer clone3 is to do lies in memory, where no filter looks;
+    // without it the C library takes the older one.
     const unsigned flags = 0;
     filter.allowIf("clone", masked(flags, CLONE_THREAD, CLONE_THREAD));
     filter.refuseIf(EPERM, "clone", masked(flags, CLONE_THREAD, 0));

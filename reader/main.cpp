@@ -6,6 +6,7 @@
 #include "reader/Limits.h"
 #include "reader/Sandbox.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <unistd.h>
 
@@ -17,7 +18,7 @@ int main()
     if (!limitResources() || enterSandbox(STDIN_FILENO) == SandboxEntry::refused) {
         return EXIT_FAILURE;
     }
-    Answers answers;
+    Answers answers(std::chrono::seconds(10));
     while (answers.next(STDIN_FILENO)) {
     }
     std::_Exit(EXIT_SUCCESS); // Nothing to tidy up, and nothing to look for.
