@@ -17,7 +17,8 @@ namespace tallyfold::pdf::ReaderMessages {
 
 /// What the reader is asked to do.
 enum class Request : std::uint8_t {
-    open,      ///< Brings the file. Reply: whether it opened, and its page count.
+    open,      ///< Page, brings the file. Reply: whether it opened, its page count, and whether there is that
+               ///< page, and its crop box: what is always asked first.
     cropBox,   ///< Page. Reply: whether there is one, and the box.
     mediaSize, ///< Page. Reply: whether there is one, and the size.
     text,      ///< Page and areas. Reply: a text for each area.

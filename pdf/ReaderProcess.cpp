@@ -12,6 +12,7 @@
 #include <mutex>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -26,6 +27,9 @@ namespace tallyfold::pdf {
 namespace {
 
 constexpr std::size_t mostKept = 2;
+/// Bytes of room for a picture that a process keeps while nobody needs it: more than a page of a preview
+/// takes.
+constexpr std::size_t mostRoomKept = std::size_t{16} << 20U;
 
 std::mutex keptMutex;
 
@@ -61,6 +65,9 @@ std::unique_ptr<ReaderProcess> ReaderProcess::borrow()
 
 void ReaderProcess::giveBack(std::unique_ptr<ReaderProcess> process)
 {
+    if (process->m_roomSize > mostRoomKept) {
+        process->closeRoom();
+    }
     const std::scoped_lock lock(keptMutex);
     if (kept().size() < mostKept && process->m_socket >= 0) {
         kept().push_back(std::move(process));
@@ -111,8 +118,33 @@ bool ReaderProcess::start()
     return true;
 }
 
+int ReaderProcess::roomFor(std::size_t size)
+{
+    // Getting memory from the system takes as long as copying the picture twice.
+    if (m_room < 0) {
+        m_room = ::memfd_create("picture", MFD_CLOEXEC);
+    }
+    if (m_room >= 0 && size > m_roomSize) {
+        if (::ftruncate(m_room, static_cast<off_t>(size)) != 0) {
+            closeRoom();
+        } else {
+            m_roomSize = size;
+        }
+    }
+    return m_room;
+}
+
+void ReaderProcess::closeRoom()
+{
+    m_roomSize = 0;
+    if (m_room >= 0) {
+        ::close(std::exchange(m_room, -1));
+    }
+}
+
 void ReaderProcess::stop()
 {
+    closeRoom(); // The next process has nothing to do with this one.
     if (m_socket >= 0) {
         ::close(std::exchange(m_socket, -1));
     }

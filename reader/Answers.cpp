@@ -1,13 +1,8 @@
 #include "reader/Answers.h"
 
-#include "reader/PopplerReader.h"
-
 #include <algorithm>
-#include <cstring>
 #include <fcntl.h>
 #include <string>
-#include <sys/mman.h>
-#include <sys/stat.h>
 #include <sys/time.h>
 #include <unistd.h>
 #include <vector>
@@ -26,15 +21,6 @@ template <typename Value> void putOptional(Writer &answer, const std::optional<V
 {
     answer.put(value.has_value());
     answer.put(value.value_or(Value{}));
-}
-
-/// Whether the file `descriptor` has so many bytes: memory that is mapped beyond its file's end cannot be
-/// written to.
-bool hasRoom(int descriptor, std::size_t size)
-{
-    struct stat status {};
-    return ::fstat(descriptor, &status) == 0 && status.st_size >= 0 &&
-           static_cast<std::size_t>(status.st_size) >= size;
 }
 
 /// Has the system end this process after `time`; zero takes that back.
@@ -89,6 +75,7 @@ Writer Answers::to(std::string_view message, int descriptor)
         open(descriptor);
         answer.put(m_pages != nullptr);
         answer.put(m_pages ? m_pages->pageCount() : 0);
+        putOptional(answer, m_pages ? m_pages->cropBox(page) : std::nullopt);
         break;
     case Request::cropBox:
         putOptional(answer, m_pages ? m_pages->cropBox(page) : std::nullopt);
@@ -137,19 +124,11 @@ bool Answers::render(int page, Reader &request, int descriptor)
     const int width = request.take<int>();
     const int height = request.take<int>();
     const double scale = request.take<double>();
-    const auto bitmap =
-        m_pages && request.isSound() ? m_pages->render(page, width, height, scale) : std::nullopt;
-    if (!bitmap || bitmap->pixels.empty() || !hasRoom(descriptor, bitmap->pixels.size())) {
-        return false;
-    }
+    const std::size_t size = pictureBytes(width, height).value_or(0);
     // Shared memory: a file size limit of nothing does not let it be written to as a file.
-    void *shared = ::mmap(nullptr, bitmap->pixels.size(), PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
-    if (shared == MAP_FAILED) {
-        return false;
-    }
-    std::memcpy(shared, bitmap->pixels.data(), bitmap->pixels.size());
-    ::munmap(shared, bitmap->pixels.size());
-    return true;
+    std::optional<pdf::Pixels> pixels =
+        m_pages && request.isSound() ? pdf::Pixels::sharedWith(descriptor, size) : std::nullopt;
+    return pixels && m_pages->renderInto(pixels->bytes(), page, width, height, scale);
 }
 
 } // namespace tallyfold::reader

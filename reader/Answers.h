@@ -1,7 +1,7 @@
 #pragma once
 
-#include "pdf/PageReader.h"
 #include "pdf/ReaderMessages.h"
+#include "reader/PopplerReader.h"
 
 #include <chrono>
 #include <memory>
@@ -34,7 +34,7 @@ private:
     [[nodiscard]] bool render(int page, pdf::ReaderMessages::Reader &request, int descriptor);
 
     std::chrono::seconds m_longestAnswer;
-    std::unique_ptr<pdf::PageReader> m_pages;
+    std::unique_ptr<LocalReader> m_pages;
     int m_file = -1;
     std::string m_message;
 };

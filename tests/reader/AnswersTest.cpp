@@ -66,6 +66,8 @@ void open(Answers &answers)
     Reader reader(bytes);
     EXPECT_TRUE(reader.takeFlag());
     EXPECT_EQ(reader.take<int>(), 1);
+    EXPECT_TRUE(reader.takeFlag());
+    EXPECT_EQ(reader.take<Rect>(), (Rect{0, 0, 100, 100}));
     EXPECT_TRUE(reader.isSound());
 }
 
@@ -93,7 +95,7 @@ TEST(Answers, AFileThatIsNoneClosesTheOneBefore)
 {
     Answers answers;
     open(answers);
-    EXPECT_EQ(answer(answers, request(Request::open, 0)), std::string(5, '\0'));
+    EXPECT_EQ(answer(answers, request(Request::open, 0)), std::string(6 + sizeof(Rect), '\0'));
     EXPECT_EQ(textOf(answers, 0), QString());
 }
 
