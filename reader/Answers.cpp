@@ -125,10 +125,8 @@ bool Answers::render(int page, Reader &request, int descriptor)
     const int height = request.take<int>();
     const double scale = request.take<double>();
     const std::size_t size = pictureBytes(width, height).value_or(0);
-    // Shared memory: a file size limit of nothing does not let it be written to as a file.
-    std::optional<pdf::Pixels> pixels =
-        m_pages && request.isSound() ? pdf::Pixels::sharedWith(descriptor, size) : std::nullopt;
-    return pixels && m_pages->renderInto(pixels->bytes(), page, width, height, scale);
+    return m_pages && request.isSound() && size > 0 && m_room.take(descriptor, size) &&
+           m_pages->renderInto(m_room.bytes().first(size), page, width, height, scale);
 }
 
 } // namespace tallyfold::reader

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pdf/ReaderMessages.h"
+#include "reader/PictureRoom.h"
 #include "reader/PopplerReader.h"
 
 #include <chrono>
@@ -36,6 +37,7 @@ private:
     std::chrono::seconds m_longestAnswer;
     std::unique_ptr<LocalReader> m_pages;
     int m_file = -1;
+    PictureRoom m_room;
     std::string m_message;
 };
 

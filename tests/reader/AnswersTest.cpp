@@ -130,9 +130,30 @@ TEST(Answers, APictureThatHasNoRoomIsNotWritten)
     EXPECT_EQ(draw(10, 10, picture.descriptor()), std::string(1, '\1'));
     EXPECT_EQ(draw(100, 100, picture.descriptor()), std::string(1, '\0'));
     EXPECT_EQ(draw(10, 10, -1), std::string(1, '\0'));
+    ASSERT_EQ(::ftruncate(picture.descriptor(), 4), 0); // The memory from before is not there any more.
+    EXPECT_EQ(draw(10, 10, picture.descriptor()), std::string(1, '\0'));
+    ASSERT_EQ(::ftruncate(picture.descriptor(), 400), 0);
+    EXPECT_EQ(draw(10, 10, picture.descriptor()), std::string(1, '\1'));
     std::array<unsigned char, 4> pixel{};
     ASSERT_EQ(::pread(picture.descriptor(), pixel.data(), pixel.size(), 0), 4);
     EXPECT_EQ(pixel, (std::array<unsigned char, 4>{255, 255, 255, 255}));
+}
+
+TEST(Answers, EachPictureIsWrittenWhereItIsWanted)
+{
+    Answers answers;
+    open(answers);
+    const std::string room(std::size_t{10} * 10 * 4, '\0');
+    const File first(room);
+    const File second(room);
+    for (const int descriptor : {first.descriptor(), first.descriptor(), second.descriptor()}) {
+        ASSERT_EQ(::pwrite(descriptor, room.data(), room.size(), 0), static_cast<ssize_t>(room.size()));
+        EXPECT_EQ(answer(answers, request(Request::render, 0, 10, 10, 1.0), descriptor),
+                  std::string(1, '\1'));
+        unsigned char last = 0;
+        ASSERT_EQ(::pread(descriptor, &last, 1, 399), 1);
+        EXPECT_EQ(last, 255);
+    }
 }
 
 TEST(Answers, AnAnswerThatTakesTooLongEndsTheProcess)
