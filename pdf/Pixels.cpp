@@ -64,7 +64,7 @@ std::size_t Pixels::size() const
     return m_bytes.size();
 }
 
-std::uint8_t Pixels::operator[](std::size_t index) const
+const std::uint8_t &Pixels::operator[](std::size_t index) const
 {
     return m_bytes[index];
 }

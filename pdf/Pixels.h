@@ -29,7 +29,7 @@ public:
     [[nodiscard]] std::span<std::uint8_t> bytes();
     [[nodiscard]] const std::uint8_t *data() const;
     [[nodiscard]] std::size_t size() const;
-    [[nodiscard]] std::uint8_t operator[](std::size_t index) const;
+    [[nodiscard]] const std::uint8_t &operator[](std::size_t index) const;
     [[nodiscard]] const std::uint8_t *begin() const;
     [[nodiscard]] const std::uint8_t *end() const;
     bool operator==(const Pixels &other) const;
