@@ -254,6 +254,7 @@ def main():
     finally:
         shutil.rmtree(workloads)
     for program, title, scale in (("model_bench", "The model", min(arguments.scale, 0.25)),
+                                  ("reader_bench", "The reader", min(arguments.scale, 0.25)),
                                   ("window_bench", "The window", arguments.scale)):
         path = os.path.join(os.path.dirname(arguments.produce), program)
         if not arguments.only and os.path.exists(path):

@@ -16,6 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     qsizetype length = 0;
     while (message.isSound()) {
         (void)message.take<ReaderMessages::Request>();
+        (void)message.takeFlag();
         (void)message.take<int>();
         (void)message.take<Rect>();
         length += message.takeText().size();

@@ -3,23 +3,22 @@
 #include "core/ProductionPlan.h"
 #include "core/SourceClassifier.h"
 #include "core/Stamper.h"
+#include "fuzz/FileInMemory.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
-#include <sys/mman.h>
-#include <unistd.h>
 
 using namespace tallyfold;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    const int file = ::memfd_create("source", MFD_CLOEXEC);
-    if (file < 0 || ::write(file, data, size) != static_cast<ssize_t>(size)) {
+    const fuzz::FileInMemory file(data, size);
+    if (!file.isSound()) {
         std::abort();
     }
-    const SourceFile source = classify("/proc/self/fd/" + std::to_string(file));
+    const SourceFile source = classify(file.path());
     StampSettings settings;
     settings.legend = QStringLiteral("CONFIDENTIAL");
     settings.pageOfTotal = true;
@@ -31,6 +30,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             // A clear outcome, and all that may come out.
         }
     }
-    ::close(file);
     return 0;
 }

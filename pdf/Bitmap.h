@@ -1,7 +1,6 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
+#include "pdf/Pixels.h"
 
 namespace tallyfold::pdf {
 
@@ -10,7 +9,7 @@ namespace tallyfold::pdf {
 struct Bitmap {
     int width = 0;
     int height = 0;
-    std::vector<std::uint8_t> pixels;
+    Pixels pixels;
 };
 
 } // namespace tallyfold::pdf

@@ -1,5 +1,7 @@
 #include "pdf/MemoryLimit.h"
 
+#include "pdf/UnderSanitizer.h"
+
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -15,14 +17,8 @@ namespace tallyfold::pdf {
 
 namespace {
 
-// The sanitizers keep books on every byte, and freed ones for a while.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr std::int64_t bytesForEach = 3;
-#elif defined(__SANITIZE_THREAD__)
-constexpr std::int64_t bytesForEach = 4;
-#else
-constexpr std::int64_t bytesForEach = 1;
-#endif
+/// The sanitizers keep books on every byte, and freed ones for a while.
+constexpr std::int64_t bytesForEach = isUnderSanitizer ? 4 : 1;
 
 /// So much is given between two looks at what the process has: looking at every allocation would be slow.
 constexpr std::int64_t unseen = 16 * 1024 * 1024;

@@ -14,7 +14,7 @@
 namespace tallyfold::pdf {
 
 /// What can be seen on the pages of a PDF: their text and their picture. Behind an interface because it runs
-/// on files of any origin and may one day run in a process of its own. Nothing here throws.
+/// on files of any origin, in a process of its own. Nothing here throws.
 class PageReader {
 public:
     virtual ~PageReader() = default;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <optional>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -21,6 +22,9 @@ union ControlBuffer {
 
 bool waitUntilReadable(int socket, Clock::time_point deadline)
 {
+    if (deadline == Clock::time_point::max()) {
+        return true; // Reading waits itself.
+    }
     while (true) {
         const auto left =
             std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
@@ -35,10 +39,10 @@ bool waitUntilReadable(int socket, Clock::time_point deadline)
     }
 }
 
-/// Reads once, at most `room` bytes; -1 on failure, 0 at the end.
-ssize_t readSome(int socket, char *bytes, std::size_t room, int &descriptor)
+/// Reads once, at most as many bytes as there is room; -1 on failure, 0 at the end.
+ssize_t readSome(int socket, std::span<char> room, int &descriptor)
 {
-    iovec part{bytes, room};
+    iovec part{room.data(), room.size()};
     ControlBuffer control{};
     msghdr head{};
     head.msg_iov = &part;
@@ -61,18 +65,43 @@ ssize_t readSome(int socket, char *bytes, std::size_t room, int &descriptor)
     return count;
 }
 
-bool readAll(int socket, char *bytes, std::size_t size, int &descriptor, Clock::time_point deadline)
+/// Reads at least `least` bytes into `bytes`, and more only when they are there already. Gives how many;
+/// nothing when the deadline or the end comes before.
+std::optional<std::size_t> readAtLeast(int socket, std::span<char> bytes, std::size_t least, int &descriptor,
+                                       Clock::time_point deadline)
 {
-    while (size > 0) {
+    std::size_t done = 0;
+    while (done < least) {
         const ssize_t count =
-            waitUntilReadable(socket, deadline) ? readSome(socket, bytes, size, descriptor) : -1;
+            waitUntilReadable(socket, deadline) ? readSome(socket, bytes.subspan(done), descriptor) : -1;
         if (count <= 0) {
-            return false;
+            return std::nullopt;
         }
-        bytes += count;
-        size -= static_cast<std::size_t>(count);
+        done += static_cast<std::size_t>(count);
     }
-    return true;
+    return done;
+}
+
+/// Reads one message, without its length, into `message`.
+bool readMessage(int socket, std::string &message, int &descriptor, Clock::time_point deadline)
+{
+    // Most messages are short, and come with their length in one go. Nothing follows a message before it is
+    // answered.
+    std::array<char, 4096> start{};
+    std::uint32_t length = 0;
+    const auto begun = readAtLeast(socket, start, sizeof length, descriptor, deadline);
+    if (!begun) {
+        return false;
+    }
+    std::memcpy(&length, start.data(), sizeof length);
+    const std::size_t there = *begun - sizeof length;
+    if (length > longestMessage || there > length) {
+        return false;
+    }
+    message.assign(start.data() + sizeof length, there);
+    message.resize(length);
+    const std::span<char> rest = std::span(message).subspan(there);
+    return readAtLeast(socket, rest, rest.size(), descriptor, deadline).has_value();
 }
 
 } // namespace
@@ -136,13 +165,7 @@ bool send(int socket, std::string_view message, int descriptor)
 bool receive(int socket, std::string &message, int &descriptor, Clock::time_point deadline)
 {
     descriptor = -1;
-    std::uint32_t length = 0;
-    bool isSound = readAll(socket, reinterpret_cast<char *>(&length), sizeof length, descriptor, deadline) &&
-                   length <= longestMessage;
-    if (isSound) {
-        message.resize(length);
-        isSound = readAll(socket, message.data(), length, descriptor, deadline);
-    }
+    const bool isSound = readMessage(socket, message, descriptor, deadline);
     if (!isSound && descriptor >= 0) {
         ::close(descriptor);
         descriptor = -1;

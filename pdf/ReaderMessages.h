@@ -17,7 +17,8 @@ namespace tallyfold::pdf::ReaderMessages {
 
 /// What the reader is asked to do.
 enum class Request : std::uint8_t {
-    open,      ///< Brings the file. Reply: whether it opened, and its page count.
+    open,      ///< Page, brings the file. Reply: whether it opened, its page count, and whether there is that
+               ///< page, and its crop box: what is always asked first.
     cropBox,   ///< Page. Reply: whether there is one, and the box.
     mediaSize, ///< Page. Reply: whether there is one, and the size.
     text,      ///< Page and areas. Reply: a text for each area.
@@ -54,6 +55,7 @@ public:
     template <typename Value> Value take()
     {
         static_assert(std::is_trivially_copyable_v<Value>);
+        static_assert(!std::is_same_v<Value, bool>, "a byte of another value than 0 and 1 is no bool");
         Value value{};
         if (m_rest.size() < sizeof value) {
             m_isSound = false;
@@ -62,6 +64,11 @@ public:
         std::memcpy(&value, m_rest.data(), sizeof value);
         m_rest.remove_prefix(sizeof value);
         return value;
+    }
+    /// Whether the next byte is anything but zero.
+    [[nodiscard]] bool takeFlag()
+    {
+        return take<std::uint8_t>() != 0;
     }
     [[nodiscard]] QString takeText();
     [[nodiscard]] bool isSound() const

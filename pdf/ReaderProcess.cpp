@@ -10,7 +10,9 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <mutex>
+#include <poll.h>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -26,6 +28,9 @@ namespace {
 
 constexpr std::size_t mostKept = 2;
 constexpr const char *readerName = "tallyfold-reader";
+/// Bytes of room for a picture that a process keeps while nobody needs it: more than a page of a preview
+/// takes.
+constexpr std::size_t mostRoomKept = std::size_t{16} << 20U;
 
 std::mutex keptMutex;
 
@@ -58,16 +63,21 @@ ReaderProcess::ReaderProcess(Program program) : m_program(std::move(program)) {}
 std::unique_ptr<ReaderProcess> ReaderProcess::borrow()
 {
     const std::scoped_lock lock(keptMutex);
-    if (kept().empty()) {
-        return std::make_unique<ReaderProcess>();
+    while (!kept().empty()) {
+        std::unique_ptr<ReaderProcess> process = std::move(kept().back());
+        kept().pop_back();
+        if (process->isWaiting()) {
+            return process;
+        }
     }
-    std::unique_ptr<ReaderProcess> process = std::move(kept().back());
-    kept().pop_back();
-    return process;
+    return std::make_unique<ReaderProcess>();
 }
 
 void ReaderProcess::giveBack(std::unique_ptr<ReaderProcess> process)
 {
+    if (process->m_roomSize > mostRoomKept) {
+        process->closeRoom();
+    }
     const std::scoped_lock lock(keptMutex);
     if (kept().size() < mostKept && process->m_socket >= 0) {
         kept().push_back(std::move(process));
@@ -77,6 +87,12 @@ void ReaderProcess::giveBack(std::unique_ptr<ReaderProcess> process)
 ReaderProcess::~ReaderProcess()
 {
     stop();
+}
+
+bool ReaderProcess::isWaiting() const
+{
+    pollfd end{m_socket, POLLIN, 0};
+    return m_socket >= 0 && ::poll(&end, 1, 0) == 0;
 }
 
 bool ReaderProcess::start()
@@ -90,6 +106,8 @@ bool ReaderProcess::start()
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, sockets[1], STDIN_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    // What else is open here is none of its business.
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     // Ctrl-C in a terminal is for the program: it ends its reader itself.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
@@ -110,8 +128,33 @@ bool ReaderProcess::start()
     return true;
 }
 
+int ReaderProcess::roomFor(std::size_t size)
+{
+    // Getting memory from the system takes as long as copying the picture twice.
+    if (m_room < 0) {
+        m_room = ::memfd_create("picture", MFD_CLOEXEC);
+    }
+    if (m_room >= 0 && size > m_roomSize) {
+        if (::ftruncate(m_room, static_cast<off_t>(size)) != 0) {
+            closeRoom();
+        } else {
+            m_roomSize = size;
+        }
+    }
+    return m_room;
+}
+
+void ReaderProcess::closeRoom()
+{
+    m_roomSize = 0;
+    if (m_room >= 0) {
+        ::close(std::exchange(m_room, -1));
+    }
+}
+
 void ReaderProcess::stop()
 {
+    closeRoom(); // The next process has nothing to do with this one.
     if (m_socket >= 0) {
         ::close(std::exchange(m_socket, -1));
     }

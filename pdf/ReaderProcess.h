@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -39,13 +40,23 @@ public:
     /// none.
     [[nodiscard]] bool ask(std::string_view request, int descriptor, std::string &answer);
 
+    /// A file in memory of `size` bytes or more, for the process to leave a picture in: the same one each
+    /// time, as long as the process is the same. Its content is that of last time. -1 when there is no room.
+    [[nodiscard]] int roomFor(std::size_t size);
+
 private:
+    /// Whether it runs and has nothing to say that was not asked for: it may have been ended while nobody
+    /// needed it, as by a system that is short of memory.
+    [[nodiscard]] bool isWaiting() const;
     bool start();
     void stop();
+    void closeRoom();
 
     Program m_program;
     int m_socket = -1;
     int m_process = -1;
+    int m_room = -1;
+    std::size_t m_roomSize = 0;
 };
 
 } // namespace tallyfold::pdf

@@ -44,6 +44,24 @@ private:
     int m_descriptor;
 };
 
+/// Fills `bytes` with the first ones of the file `descriptor`; false when it cannot.
+bool readAll(int descriptor, std::span<std::uint8_t> bytes)
+{
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t count =
+            ::pread(descriptor, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            return false;
+        }
+        done += static_cast<std::size_t>(count);
+    }
+    return true;
+}
+
 Writer request(Request kind, int pageIndex)
 {
     Writer message;
@@ -55,8 +73,9 @@ Writer request(Request kind, int pageIndex)
 /// Pages as another process reads them.
 class RemoteReader final : public PageReader {
 public:
-    RemoteReader(std::unique_ptr<ReaderProcess> process, int pageCount)
-        : m_process(std::move(process)), m_pageCount(pageCount)
+    RemoteReader(std::unique_ptr<ReaderProcess> process, int pageCount,
+                 const std::optional<Rect> &firstCropBox)
+        : m_process(std::move(process)), m_pageCount(pageCount), m_firstCropBox(firstCropBox)
     {
     }
 
@@ -72,7 +91,7 @@ public:
 
     [[nodiscard]] std::optional<Rect> cropBox(int pageIndex) override
     {
-        return value<Rect>(Request::cropBox, pageIndex);
+        return pageIndex == 0 ? m_firstCropBox : value<Rect>(Request::cropBox, pageIndex);
     }
 
     [[nodiscard]] std::optional<Size> mediaSize(int pageIndex) override
@@ -101,32 +120,22 @@ public:
     {
         const std::size_t size =
             static_cast<std::size_t>(std::max(width, 0)) * static_cast<std::size_t>(std::max(height, 0)) * 4;
-        const File shared(size == 0 || size / 4 > mostPixels ? -1 : ::memfd_create("bitmap", MFD_CLOEXEC));
-        if (shared.descriptor() < 0 || ::ftruncate(shared.descriptor(), static_cast<off_t>(size)) != 0) {
+        const int room = size == 0 || size / 4 > mostPixels || !m_isUsable ? -1 : m_process->roomFor(size);
+        if (room < 0) {
             return std::nullopt;
         }
         Writer message = request(Request::render, pageIndex);
         message.put(width);
         message.put(height);
         message.put(scale);
-        if (!ask(message, shared.descriptor()) || !Reader(m_answer).take<bool>()) {
+        if (!ask(message, room) || !Reader(m_answer).takeFlag()) {
             return std::nullopt;
         }
-        Bitmap bitmap{width, height, std::vector<std::uint8_t>(size)};
         // Read, not mapped: the other process could make it shorter under our eyes.
-        std::size_t done = 0;
-        while (done < size) {
-            const ssize_t count = ::pread(shared.descriptor(), bitmap.pixels.data() + done, size - done,
-                                          static_cast<off_t>(done));
-            if (count < 0 && errno == EINTR) {
-                continue;
-            }
-            if (count <= 0) {
-                return std::nullopt;
-            }
-            done += static_cast<std::size_t>(count);
-        }
-        return bitmap;
+        std::optional<Pixels> pixels = Pixels::ofSize(size);
+        return pixels && readAll(room, pixels->bytes())
+                   ? std::optional(Bitmap{width, height, std::move(*pixels)})
+                   : std::nullopt;
     }
 
 private:
@@ -143,13 +152,14 @@ private:
             return std::nullopt;
         }
         Reader answer(m_answer);
-        const bool exists = answer.take<bool>();
+        const bool exists = answer.takeFlag();
         const auto result = answer.take<Value>();
         return exists && answer.isSound() ? std::optional(result) : std::nullopt;
     }
 
     std::unique_ptr<ReaderProcess> m_process;
     int m_pageCount;
+    std::optional<Rect> m_firstCropBox;
     bool m_isUsable = true;
     std::string m_answer;
 };
@@ -166,13 +176,16 @@ std::unique_ptr<PageReader> readerOf(const File &file)
         return nullptr;
     }
     Reader answer(bytes);
-    const bool isOpen = answer.take<bool>();
+    const bool isOpen = answer.takeFlag();
     const int pages = answer.take<int>();
+    const bool hasPage = answer.takeFlag();
+    const Rect cropBox = answer.take<Rect>();
     if (!isOpen || !answer.isSound() || pages < 0) {
         ReaderProcess::giveBack(std::move(process));
         return nullptr;
     }
-    return std::make_unique<RemoteReader>(std::move(process), pages);
+    return std::make_unique<RemoteReader>(std::move(process), pages,
+                                          hasPage ? std::optional(cropBox) : std::nullopt);
 }
 
 } // namespace

@@ -43,29 +43,28 @@ Rect fromPoppler(const poppler::rectf &rect)
     return {rect.left(), rect.top(), rect.right(), rect.bottom()};
 }
 
-/// Poppler's 32-bit pixels (blue first, alpha unused since the paper is opaque) as ours.
-std::optional<Bitmap> bitmapOf(const poppler::image &image)
+/// Puts Poppler's 32-bit pixels (blue first, alpha unused since the paper is opaque) into ours; false when
+/// they are not what was asked for.
+bool put(const poppler::image &image, std::span<std::uint8_t> pixels, int width, int height)
 {
-    if (!image.is_valid() || image.format() != poppler::image::format_argb32) {
-        return std::nullopt;
+    if (!image.is_valid() || image.format() != poppler::image::format_argb32 || image.width() != width ||
+        image.height() != height) {
+        return false;
     }
-    Bitmap bitmap{image.width(), image.height(), {}};
-    const auto rowBytes = static_cast<std::size_t>(bitmap.width) * 4;
-    bitmap.pixels.resize(rowBytes * static_cast<std::size_t>(bitmap.height));
-    std::uint8_t *out = bitmap.pixels.data();
-    for (int row = 0; row < bitmap.height; ++row) {
+    std::uint8_t *out = pixels.data();
+    for (int row = 0; row < height; ++row) {
         const char *in = image.const_data() + std::ptrdiff_t{row} * image.bytes_per_row();
-        for (int column = 0; column < bitmap.width; ++column, in += 4, out += 4) {
+        for (int column = 0; column < width; ++column, in += 4, out += 4) {
             out[0] = static_cast<std::uint8_t>(in[2]);
             out[1] = static_cast<std::uint8_t>(in[1]);
             out[2] = static_cast<std::uint8_t>(in[0]);
             out[3] = 0xFF;
         }
     }
-    return bitmap;
+    return true;
 }
 
-class PopplerReader final : public PageReader {
+class PopplerReader final : public LocalReader {
 public:
     explicit PopplerReader(std::unique_ptr<poppler::document> document) : m_document(std::move(document)) {}
 
@@ -103,23 +102,33 @@ public:
 
     std::optional<Bitmap> render(int pageIndex, int width, int height, double scale) override
     {
-        if (width < 1 || height < 1 || !std::isfinite(scale) || scale <= 0 ||
-            static_cast<std::size_t>(width) > maxPixels / static_cast<std::size_t>(height)) {
-            return std::nullopt;
+        std::optional<Pixels> pixels = Pixels::ofSize(pictureBytes(width, height).value_or(0));
+        return pixels && renderInto(pixels->bytes(), pageIndex, width, height, scale)
+                   ? std::optional(Bitmap{width, height, std::move(*pixels)})
+                   : std::nullopt;
+    }
+
+    bool renderInto(std::span<std::uint8_t> pixels, int pageIndex, int width, int height,
+                    double scale) override
+    {
+        if (pixels.size() != pictureBytes(width, height) || !std::isfinite(scale) || scale <= 0) {
+            return false;
         }
         try {
             const auto page = pageAt(pageIndex);
             if (!page) {
-                return std::nullopt;
+                return false;
             }
             poppler::page_renderer renderer;
             renderer.set_image_format(poppler::image::format_argb32);
             renderer.set_paper_color(0xFFFFFFFF);
             renderer.set_render_hints(poppler::page_renderer::antialiasing |
                                       poppler::page_renderer::text_antialiasing);
-            return bitmapOf(renderer.render_page(page.get(), 72 * scale, 72 * scale, 0, 0, width, height));
+            const poppler::image image =
+                renderer.render_page(page.get(), 72 * scale, 72 * scale, 0, 0, width, height);
+            return put(image, pixels, width, height);
         } catch (const std::exception &) {
-            return std::nullopt;
+            return false;
         }
     }
 
@@ -135,7 +144,16 @@ private:
 
 } // namespace
 
-std::unique_ptr<PageReader> openWithPoppler(const std::filesystem::path &path)
+std::optional<std::size_t> pictureBytes(int width, int height)
+{
+    if (width < 1 || height < 1 ||
+        static_cast<std::size_t>(width) > maxPixels / static_cast<std::size_t>(height)) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4;
+}
+
+std::unique_ptr<LocalReader> openWithPoppler(const std::filesystem::path &path)
 {
     try {
         prepare();

@@ -393,7 +393,8 @@ TEST(Stamper, LayersThatAreOffStayOff)
                     reference(shown) + "/B " + reference(hidden) + ">>>>");
     writeFile(folder / "a.pdf", builder.file());
     const PlannedFile file = planned(folder / "a.pdf", {});
-    const pdf::Bitmap image = Stamper::previewImages(file, {}, 1, 100).at(0);
+    const std::vector<pdf::Bitmap> images = Stamper::previewImages(file, {}, 1, 100);
+    const pdf::Bitmap &image = images.at(0);
     const auto pixel = [&image](int x, int y) {
         return &image.pixels[static_cast<std::size_t>(y * 100 + x) * 4];
     };

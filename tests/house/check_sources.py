@@ -10,14 +10,15 @@ import sys
 
 # Folder: the folders of ours it may include from, and the library headers it may name besides the standard ones.
 LAYERS = {
-    "pdf": (("pdf",), r"Q\w+|qpdf/.+|harfbuzz/.+|fontconfig/.+|unicode/.+|poppler-.+|zlib\.h"),
+    "pdf": (("pdf",), r"Q\w+|qpdf/.+|harfbuzz/.+|fontconfig/.+|unicode/.+|zlib\.h"),
+    "reader": (("pdf", "reader"), r"Q\w+|poppler-.+|seccomp\.h"),
     "core": (("pdf", "core"), r"Q\w+|unicode/.+"),
     "app": (("core", "app"), r"Q\w+"),
     "window_support": (("window_support",), r"Q\w+"),
     "ui": (("core", "app", "window_support", "ui"), r"Q\w+"),
     "packaging": ((), r"Q\w+"),
     "examples": (("pdf", "core", "examples"), r"Q\w+"),
-    "fuzz": (("pdf", "core", "app", "fuzz"), r"Q\w+"),
+    "fuzz": (("pdf", "reader", "core", "app", "ui", "fuzz"), r"Q\w+"),
 }
 # Parts of Qt that a layer may see besides Qt Core.
 FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets"),
@@ -25,7 +26,7 @@ FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets"),
               "packaging": ("QtGui", "QtSvg")}
 # Lower case words, perhaps in a folder of the system: <vector>, <cstdint>, <unistd.h>, <sys/stat.h>.
 STANDARD = re.compile(r"(sys/)?[a-z_0-9]+(\.h)?\Z")
-LIBRARIES = re.compile(r"zlib\.h\Z")
+LIBRARIES = re.compile(r"(zlib|seccomp)\.h\Z")
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 UNFINISHED = re.compile(r"\b(TODO|FIXME|XXX)\b")
 

@@ -29,9 +29,17 @@ class CheckSources(unittest.TestCase):
         self.assertEqual(len(faults("core/A.cpp", "#  include <QWidget>")), 1)
 
     def test_finds_a_pdf_library_above_the_pdf_layer(self):
-        for header in ("qpdf/QPDF.hh", "poppler-page.h", "harfbuzz/hb.h", "fontconfig/fontconfig.h", "zlib.h"):
+        for header in ("qpdf/QPDF.hh", "harfbuzz/hb.h", "fontconfig/fontconfig.h", "zlib.h"):
             self.assertEqual(faults("pdf/A.cpp", f"#include <{header}>"), [], header)
             self.assertEqual(len(faults("core/A.cpp", f"#include <{header}>")), 1, header)
+
+    def test_finds_the_reader_and_its_libraries_outside_of_it(self):
+        for header in ("poppler-page.h", "seccomp.h"):
+            self.assertEqual(faults("reader/A.cpp", f"#include <{header}>"), [], header)
+            for layer in ("pdf", "core", "app", "fuzz"):
+                self.assertEqual(len(faults(f"{layer}/A.cpp", f"#include <{header}>")), 1, (layer, header))
+        self.assertEqual(len(faults("pdf/A.cpp", '#include "reader/B.h"')), 1)
+        self.assertEqual(faults("fuzz/A.cpp", '#include "reader/B.h"'), [])
 
     def test_finds_a_header_that_can_come_in_twice(self):
         self.assertEqual(len(faults("pdf/A.h", "int a();")), 1)

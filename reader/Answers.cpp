@@ -1,0 +1,132 @@
+#include "reader/Answers.h"
+
+#include <algorithm>
+#include <fcntl.h>
+#include <string>
+#include <sys/time.h>
+#include <unistd.h>
+#include <vector>
+
+namespace tallyfold::reader {
+
+using pdf::ReaderMessages::Reader;
+using pdf::ReaderMessages::Request;
+using pdf::ReaderMessages::Writer;
+
+namespace {
+
+constexpr std::uint32_t mostAreas = 64;
+
+template <typename Value> void putOptional(Writer &answer, const std::optional<Value> &value)
+{
+    answer.put(value.has_value());
+    answer.put(value.value_or(Value{}));
+}
+
+/// Has the system end this process after `time`; zero takes that back.
+bool endAfter(std::chrono::seconds time)
+{
+    itimerval timer{};
+    timer.it_value.tv_sec = time.count();
+    return ::setitimer(ITIMER_REAL, &timer, nullptr) == 0;
+}
+
+} // namespace
+
+Answers::Answers(std::chrono::seconds longestAnswer) : m_longestAnswer(longestAnswer) {}
+
+Answers::~Answers()
+{
+    if (m_file >= 0) {
+        ::close(m_file);
+    }
+}
+
+bool Answers::next(int socket)
+{
+    int descriptor = -1;
+    const auto noDeadline = std::chrono::steady_clock::time_point::max();
+    if (!pdf::ReaderMessages::receive(socket, m_message, descriptor, noDeadline)) {
+        return false;
+    }
+    const bool isTimed = m_longestAnswer > std::chrono::seconds::zero();
+    if (isTimed && !endAfter(m_longestAnswer)) {
+        return false;
+    }
+    const Writer answer = to(m_message, descriptor);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+    return pdf::ReaderMessages::send(socket, answer.bytes()) &&
+           (!isTimed || endAfter(std::chrono::seconds::zero()));
+}
+
+Writer Answers::to(std::string_view message, int descriptor)
+{
+    Reader request(message);
+    Writer answer;
+    const auto kind = request.take<Request>();
+    const int page = request.take<int>();
+    if (!request.isSound()) {
+        return answer;
+    }
+    switch (kind) {
+    case Request::open:
+        open(descriptor);
+        answer.put(m_pages != nullptr);
+        answer.put(m_pages ? m_pages->pageCount() : 0);
+        putOptional(answer, m_pages ? m_pages->cropBox(page) : std::nullopt);
+        break;
+    case Request::cropBox:
+        putOptional(answer, m_pages ? m_pages->cropBox(page) : std::nullopt);
+        break;
+    case Request::mediaSize:
+        putOptional(answer, m_pages ? m_pages->mediaSize(page) : std::nullopt);
+        break;
+    case Request::text:
+        putTexts(answer, page, request);
+        break;
+    case Request::render:
+        answer.put(render(page, request, descriptor));
+        break;
+    }
+    return answer;
+}
+
+void Answers::open(int descriptor)
+{
+    m_pages.reset();
+    if (m_file >= 0) {
+        ::close(m_file);
+    }
+    m_file = descriptor < 0 ? -1 : ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+    if (m_file >= 0) {
+        m_pages = openWithPoppler("/proc/self/fd/" + std::to_string(m_file));
+    }
+}
+
+void Answers::putTexts(Writer &answer, int page, Reader &request)
+{
+    const auto count = std::min(request.take<std::uint32_t>(), mostAreas);
+    std::vector<pdf::Rect> areas;
+    for (std::uint32_t area = 0; area < count; ++area) {
+        areas.push_back(request.take<pdf::Rect>());
+    }
+    const std::vector<QString> texts =
+        m_pages && request.isSound() ? m_pages->textIn(page, areas) : std::vector<QString>(areas.size());
+    for (const QString &text : texts) {
+        answer.putText(text);
+    }
+}
+
+bool Answers::render(int page, Reader &request, int descriptor)
+{
+    const int width = request.take<int>();
+    const int height = request.take<int>();
+    const double scale = request.take<double>();
+    const std::size_t size = pictureBytes(width, height).value_or(0);
+    return m_pages && request.isSound() && size > 0 && m_room.take(descriptor, size) &&
+           m_pages->renderInto(m_room.bytes().first(size), page, width, height, scale);
+}
+
+} // namespace tallyfold::reader

@@ -1,0 +1,31 @@
+#include "reader/Limits.h"
+
+#include "pdf/UnderSanitizer.h"
+
+#include <csignal>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+
+namespace tallyfold::reader {
+
+namespace {
+
+bool limit(__rlimit_resource resource, rlim_t most)
+{
+    const rlimit limits{most, most};
+    return ::setrlimit(resource, &limits) == 0;
+}
+
+} // namespace
+
+bool limitResources()
+{
+    constexpr rlim_t mostMemory = rlim_t{1} << 30U;
+    constexpr rlim_t mostTime = 3600; // Seconds: hundreds of thousands of files.
+    // A write beyond the limit fails; it need not end the process.
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && ::signal(SIGXFSZ, SIG_IGN) != SIG_ERR &&
+           limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, 0) && limit(RLIMIT_CPU, mostTime) &&
+           (pdf::isUnderSanitizer || limit(RLIMIT_AS, mostMemory));
+}
+
+} // namespace tallyfold::reader

@@ -1,0 +1,190 @@
+#include "reader/Answers.h"
+
+#include "tests/reader/Child.h"
+#include "tests/support/SmallPdf.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <csignal>
+#include <sys/mman.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace tallyfold::reader {
+
+using pdf::Rect;
+using pdf::ReaderMessages::Reader;
+using pdf::ReaderMessages::Request;
+using pdf::ReaderMessages::Writer;
+using tests::ChildEnd;
+using tests::inChild;
+
+namespace {
+
+/// A file in memory that is closed at the end.
+class File {
+public:
+    explicit File(const std::string &bytes) : m_descriptor(::memfd_create("file", MFD_CLOEXEC))
+    {
+        EXPECT_EQ(::write(m_descriptor, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    }
+    ~File()
+    {
+        ::close(m_descriptor);
+    }
+    File(const File &) = delete;
+    File &operator=(const File &) = delete;
+    [[nodiscard]] int descriptor() const
+    {
+        return m_descriptor;
+    }
+
+private:
+    int m_descriptor;
+};
+
+template <typename... Parts> std::string request(Request kind, int page, const Parts &...parts)
+{
+    Writer message;
+    message.put(kind);
+    message.put(page);
+    (message.put(parts), ...);
+    return std::string(message.bytes());
+}
+
+std::string answer(Answers &answers, const std::string &message, int descriptor = -1)
+{
+    return std::string(answers.to(message, descriptor).bytes());
+}
+
+/// Opens a file of one page, 100 by 100 points.
+void open(Answers &answers)
+{
+    const File file(tests::smallPdf({{tests::showText(20, 20, "ABC000001"), "0 0 100 100"}}));
+    const std::string bytes = answer(answers, request(Request::open, 0), file.descriptor());
+    Reader reader(bytes);
+    EXPECT_TRUE(reader.takeFlag());
+    EXPECT_EQ(reader.take<int>(), 1);
+    EXPECT_TRUE(reader.takeFlag());
+    EXPECT_EQ(reader.take<Rect>(), (Rect{0, 0, 100, 100}));
+    EXPECT_TRUE(reader.isSound());
+}
+
+QString textOf(Answers &answers, int page)
+{
+    const std::string bytes =
+        answer(answers, request(Request::text, page, std::uint32_t{1}, Rect{0, 0, 100, 100}));
+    Reader reader(bytes);
+    QString text = reader.takeText();
+    EXPECT_TRUE(reader.isSound());
+    return text;
+}
+
+} // namespace
+
+TEST(Answers, TheFileStaysOpenWhenItsDescriptorIsClosed)
+{
+    Answers answers;
+    open(answers);
+    EXPECT_EQ(textOf(answers, 0), QStringLiteral("ABC000001"));
+    EXPECT_EQ(textOf(answers, 1), QString());
+}
+
+TEST(Answers, AFileThatIsNoneClosesTheOneBefore)
+{
+    Answers answers;
+    open(answers);
+    EXPECT_EQ(answer(answers, request(Request::open, 0)), std::string(6 + sizeof(Rect), '\0'));
+    EXPECT_EQ(textOf(answers, 0), QString());
+}
+
+TEST(Answers, WhatIsNoWholeRequestHasAnEmptyAnswer)
+{
+    Answers answers;
+    open(answers);
+    const std::string whole = request(Request::cropBox, 0);
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+        EXPECT_EQ(answer(answers, whole.substr(0, size)), "") << size;
+    }
+    EXPECT_EQ(answer(answers, request(Request{200}, 0)), "");
+    EXPECT_EQ(answer(answers, whole).size(), 1 + sizeof(Rect));
+}
+
+TEST(Answers, NoMoreAreasAreReadThanThereMayBe)
+{
+    Answers answers;
+    open(answers);
+    const std::string bytes = answer(answers, request(Request::text, 0, std::uint32_t{0xffffffff}));
+    EXPECT_EQ(bytes, std::string(64 * 4, '\0')); // So many empty texts: the areas are missing.
+}
+
+TEST(Answers, APictureThatHasNoRoomIsNotWritten)
+{
+    Answers answers;
+    open(answers);
+    const auto draw = [&](int width, int height, int descriptor) {
+        return answer(answers, request(Request::render, 0, width, height, 1.0), descriptor);
+    };
+    const File picture(std::string(std::size_t{10} * 10 * 4, '\0'));
+    EXPECT_EQ(draw(10, 10, picture.descriptor()), std::string(1, '\1'));
+    EXPECT_EQ(draw(100, 100, picture.descriptor()), std::string(1, '\0'));
+    EXPECT_EQ(draw(10, 10, -1), std::string(1, '\0'));
+    ASSERT_EQ(::ftruncate(picture.descriptor(), 4), 0); // The memory from before is not there any more.
+    EXPECT_EQ(draw(10, 10, picture.descriptor()), std::string(1, '\0'));
+    ASSERT_EQ(::ftruncate(picture.descriptor(), 400), 0);
+    EXPECT_EQ(draw(10, 10, picture.descriptor()), std::string(1, '\1'));
+    std::array<unsigned char, 4> pixel{};
+    ASSERT_EQ(::pread(picture.descriptor(), pixel.data(), pixel.size(), 0), 4);
+    EXPECT_EQ(pixel, (std::array<unsigned char, 4>{255, 255, 255, 255}));
+}
+
+TEST(Answers, EachPictureIsWrittenWhereItIsWanted)
+{
+    Answers answers;
+    open(answers);
+    const std::string room(std::size_t{10} * 10 * 4, '\0');
+    const File first(room);
+    const File second(room);
+    for (const int descriptor : {first.descriptor(), first.descriptor(), second.descriptor()}) {
+        ASSERT_EQ(::pwrite(descriptor, room.data(), room.size(), 0), static_cast<ssize_t>(room.size()));
+        EXPECT_EQ(answer(answers, request(Request::render, 0, 10, 10, 1.0), descriptor),
+                  std::string(1, '\1'));
+        unsigned char last = 0;
+        ASSERT_EQ(::pread(descriptor, &last, 1, 399), 1);
+        EXPECT_EQ(last, 255);
+    }
+}
+
+TEST(Answers, AnAnswerThatTakesTooLongEndsTheProcess)
+{
+    // The answer cannot be sent: nobody reads, and there is no room for it.
+    const auto talk = [](std::chrono::seconds longest) {
+        std::array<int, 2> sockets{};
+        if (::socketpair(AF_UNIX, SOCK_STREAM, 0, sockets.data()) != 0 ||
+            !pdf::ReaderMessages::send(sockets[0], request(Request::cropBox, 0))) {
+            return 1;
+        }
+        std::array<char, 1024> full{};
+        while (::send(sockets[1], full.data(), full.size(), MSG_DONTWAIT) > 0) {
+        }
+        Answers answers(longest);
+        return answers.next(sockets[1]) ? 2 : 3;
+    };
+    EXPECT_EQ(inChild([&] { return talk(std::chrono::seconds(1)); }), (ChildEnd{-1, SIGALRM}));
+}
+
+TEST(Answers, TimeThatPassesBetweenQuestionsDoesNotCount)
+{
+    const auto timer = [] {
+        std::array<int, 2> sockets{};
+        Answers answers(std::chrono::seconds(10));
+        const bool isAnswered = ::socketpair(AF_UNIX, SOCK_STREAM, 0, sockets.data()) == 0 &&
+                                pdf::ReaderMessages::send(sockets[0], request(Request::cropBox, 0)) &&
+                                answers.next(sockets[1]);
+        return isAnswered ? static_cast<int>(::alarm(0)) : 255; // The seconds that are left.
+    };
+    EXPECT_EQ(inChild(timer), (ChildEnd{0, 0}));
+}
+
+} // namespace tallyfold::reader
