@@ -24,10 +24,8 @@ Pixels &Pixels::operator=(Pixels &&other) noexcept
 
 std::optional<Pixels> Pixels::mapped(std::size_t size, int flags, int descriptor)
 {
-    // All at once: a picture is thousands of pages, and each one that is missing costs a fault.
-    void *memory = size == 0
-                       ? MAP_FAILED
-                       : ::mmap(nullptr, size, PROT_READ | PROT_WRITE, flags | MAP_POPULATE, descriptor, 0);
+    void *memory =
+        size == 0 ? MAP_FAILED : ::mmap(nullptr, size, PROT_READ | PROT_WRITE, flags, descriptor, 0);
     if (memory == MAP_FAILED) {
         return std::nullopt;
     }
@@ -38,7 +36,13 @@ std::optional<Pixels> Pixels::mapped(std::size_t size, int flags, int descriptor
 
 std::optional<Pixels> Pixels::ofSize(std::size_t size)
 {
-    return mapped(size, MAP_PRIVATE | MAP_ANONYMOUS, -1);
+    std::optional<Pixels> pixels = mapped(size, MAP_PRIVATE | MAP_ANONYMOUS, -1);
+    if (pixels) {
+        // In few large pages where there are any: getting thousands of small ones takes as long as copying
+        // the picture. Advice that is not taken costs time, nothing else.
+        ::madvise(pixels->m_bytes.data(), size, MADV_HUGEPAGE);
+    }
+    return pixels;
 }
 
 std::optional<Pixels> Pixels::sharedWith(int descriptor, std::size_t size)
@@ -46,7 +50,7 @@ std::optional<Pixels> Pixels::sharedWith(int descriptor, std::size_t size)
     struct stat status {};
     const bool hasAll = ::fstat(descriptor, &status) == 0 && status.st_size >= 0 &&
                         static_cast<std::size_t>(status.st_size) >= size;
-    return hasAll ? mapped(size, MAP_SHARED, descriptor) : std::nullopt;
+    return hasAll ? mapped(size, MAP_SHARED | MAP_POPULATE, descriptor) : std::nullopt;
 }
 
 std::span<std::uint8_t> Pixels::bytes()
