@@ -106,7 +106,7 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_add, &QPushButton::clicked, this, &FilePanel::takePath);
-    connect(m_list, &QTreeView::activated, this, &FilePanel::open);
+    connect(m_list, &QTreeView::activated, this, &FilePanel::openItem);
     connect(m_up, &QPushButton::clicked, this, [this] { enter(m_contents.folder().parent_path()); });
     connect(m_places, &QListWidget::itemClicked, this,
             [this](const QListWidgetItem *item) { enter(pathOf(item->data(Qt::UserRole).toString())); });
@@ -158,7 +158,7 @@ void FilePanel::enter(const std::filesystem::path &folder)
     }
 }
 
-void FilePanel::open(const QModelIndex &index)
+void FilePanel::openItem(const QModelIndex &index)
 {
     if (m_contents.isFolder(index)) {
         enter(m_contents.pathOf(index));

@@ -34,7 +34,7 @@ private:
     void addPlaces();
     void addPlace(const QString &title, const std::filesystem::path &folder);
     void enter(const std::filesystem::path &folder);
-    void open(const QModelIndex &index);
+    void openItem(const QModelIndex &index);
     [[nodiscard]] std::filesystem::path typedPath() const;
     void goToPath();
     void takePath();
