@@ -18,7 +18,7 @@ namespace tallyfold::pdf {
 namespace {
 
 /// The sanitizers keep books on every byte, and freed ones for a while.
-constexpr std::int64_t bytesForEach = isUnderSanitizer ? 4 : 1;
+constexpr std::int64_t bytesForEach = isUnderSanitizer ? 3 : 1;
 
 /// So much is given between two looks at what the process has: looking at every allocation would be slow.
 constexpr std::int64_t unseen = 16 * 1024 * 1024;

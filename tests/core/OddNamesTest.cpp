@@ -26,7 +26,8 @@ struct OddName {
 std::vector<OddName> oddNames()
 {
     const auto itself = [](const std::string &name) { return OddName{name, name, name}; };
-    const std::string longest = std::string(251, 'n') + ".pdf";
+    std::string longest(255, 'n');
+    longest.replace(251, 4, ".pdf");
     std::string longestLetters; // Of two bytes each.
     for (int letter = 0; letter < 125; ++letter) {
         longestLetters += "\xC3\xA9";

@@ -130,7 +130,8 @@ TEST(Document, AReleasedObjectIsReadAnewWhenFetched)
 TEST(Document, DataOfAStreamIsFoundInTheFile)
 {
     const TemporaryFolder folder;
-    const std::string data = std::string(30'000, 'd') + "endstream" + std::string(30'000, 'e');
+    std::string data(60'000, 'd');
+    data.replace(30'000, 9, "endstream");
     for (const char *lineEnd : {"\n", "\r\n"}) {
         PdfBuilder builder;
         const int stream = builder.add("<</Length " + std::to_string(data.size()) + ">>stream" + lineEnd +

@@ -9,6 +9,8 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+#include <memory>
+
 namespace tallyfold {
 
 namespace {
@@ -97,7 +99,8 @@ void GeneralSettings::showPresets()
     }
     m_shown = presets;
     if (m_presets->count() > 0) {
-        delete m_presets->takeAt(0)->widget();
+        const std::unique_ptr<QLayoutItem> shown(m_presets->takeAt(0));
+        delete shown->widget();
     }
     auto *card = new Card;
     for (const Preset &preset : presets) {
