@@ -1,5 +1,5 @@
 if(TALLYFOLD_SANITIZE)
-    add_compile_options(-fsanitize=${TALLYFOLD_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
+    add_compile_options(-fsanitize=${TALLYFOLD_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
     add_link_options(-fsanitize=${TALLYFOLD_SANITIZE})
 endif()
 if(TALLYFOLD_FUZZERS)
