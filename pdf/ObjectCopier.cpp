@@ -91,20 +91,19 @@ int ObjectCopier::copyForm(const QPDFObjectHandle &reference)
 
 void ObjectCopier::append(std::string &out, const QPDFObjectHandle &value)
 {
-    QPDFObjectHandle handle = value;
-    if (!handle.isIndirect()) {
-        appendDirect(out, handle);
+    if (!value.isIndirect()) {
+        appendDirect(out, value);
         return;
     }
-    if (!m_numbers.contains(keyOf(handle.getObjGen()))) {
-        QPDFObjectHandle target = m_source->fetch(handle);
+    if (!m_numbers.contains(keyOf(value.getObjGen()))) {
+        QPDFObjectHandle target = m_source->fetch(value);
         QPDFObjectHandle dictionary = target.isStream() ? target.getDict() : target;
         if (target.isNull() || (dictionary.isDictionary() && isUnseen(dictionary))) {
             out.append("null");
             return;
         }
     }
-    appendReference(out, numberFor(handle, Kind::value));
+    appendReference(out, numberFor(value, Kind::value));
 }
 
 void ObjectCopier::appendDirect(std::string &out, QPDFObjectHandle value)

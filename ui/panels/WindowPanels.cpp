@@ -20,7 +20,7 @@ const QString folderKey = QStringLiteral("panel/folder");
 /// such a folder is looked for among its neighbours.
 std::filesystem::path folderCalled(const QString &text)
 {
-    const std::filesystem::path named = QFile::encodeName(text).toStdString();
+    std::filesystem::path named = QFile::encodeName(text).toStdString();
     std::error_code error;
     if (std::filesystem::exists(named, error) || !text.contains(QChar::ReplacementCharacter)) {
         return named;

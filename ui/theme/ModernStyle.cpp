@@ -358,7 +358,6 @@ int ModernStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWi
     switch (hint) {
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_ScrollBar_Transient:
-        return 0;
     case SH_ComboBox_Popup:
         return 0;
     default:

@@ -51,7 +51,7 @@ QFont fontOf(TextStyle style)
     return font;
 }
 
-QFont withTabularDigits(QFont font)
+QFont withTabularDigits(const QFont &font)
 {
     // Qt 6.4 cannot ask a font for its tabular figures; most interface fonts have no others. A font that
     // tells its digits apart by width gives way to the system's fixed one.

@@ -20,6 +20,6 @@ enum class TextStyle {
 [[nodiscard]] QFont fontOf(TextStyle style);
 
 /// `font` with digits of one width where it has them, so that numbers under one another line up.
-[[nodiscard]] QFont withTabularDigits(QFont font);
+[[nodiscard]] QFont withTabularDigits(const QFont &font);
 
 } // namespace tallyfold
