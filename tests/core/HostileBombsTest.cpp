@@ -1,4 +1,5 @@
 #include "pdf/Deflater.h"
+#include "pdf/UnderSanitizer.h"
 #include "tests/core/StampOutcome.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"
@@ -6,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <optional>
 #include <string>
 
 namespace tallyfold {
@@ -106,7 +108,10 @@ TEST(HostileBombs, AnObjectStreamThatExpandsWithoutEndIsRefused)
                              std::string(14, '\0') + '\1' + bigEndian(place, 4) + bigEndian(0, 2);
     const std::string file = withCrossReferences(objects, "/Size 5/W[1 4 2]", rows);
     const PeakOfMemory peak;
-    EXPECT_EQ(outcomeOf(file).problem, SourceProblem::unreadable);
+    // Under a sanitizer the limit is higher, and may let one through that has no pages.
+    const std::optional<SourceProblem> problem = outcomeOf(file).problem;
+    EXPECT_TRUE(problem == SourceProblem::unreadable ||
+                (pdf::isUnderSanitizer && problem == SourceProblem::empty));
     EXPECT_LT(peak.megabytes(), 600);
 }
 
