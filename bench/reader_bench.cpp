@@ -139,17 +139,21 @@ void readFirstPage(const OpenReader &open, const fs::path &file)
     }
 }
 
-/// What a preview asks of one.
+/// What a preview asks of one: pictures that it has all at once.
 void drawPages(const OpenReader &open, const fs::path &file)
 {
     const auto reader = open(file);
+    std::vector<pdf::Bitmap> pictures;
     for (int page = 0; page < previewPages; ++page) {
         const auto size = reader ? reader->mediaSize(page) : std::nullopt;
         const double scale = size ? previewWidth / size->width : 0;
         const int height = size ? static_cast<int>(std::lround(size->height * scale)) : 0;
-        if (!size || !reader->render(page, static_cast<int>(previewWidth), height, scale)) {
+        auto picture =
+            size ? reader->render(page, static_cast<int>(previewWidth), height, scale) : std::nullopt;
+        if (!picture) {
             fail(file);
         }
+        pictures.push_back(std::move(*picture));
     }
 }
 

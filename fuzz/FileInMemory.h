@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pdf/Descriptor.h"
+
 #include <cstddef>
 #include <string>
 #include <sys/mman.h>
@@ -11,18 +13,10 @@ namespace tallyfold::fuzz {
 class FileInMemory {
 public:
     /// A file of these bytes; `isSound` is false where there is no room for them.
-    FileInMemory(const void *bytes, std::size_t size) : m_descriptor(::memfd_create("input", MFD_CLOEXEC))
+    FileInMemory(const void *bytes, std::size_t size)
+        : m_isSound(::write(m_file.number(), bytes, size) == static_cast<ssize_t>(size))
     {
-        m_isSound = m_descriptor >= 0 && ::write(m_descriptor, bytes, size) == static_cast<ssize_t>(size);
     }
-    ~FileInMemory()
-    {
-        if (m_descriptor >= 0) {
-            ::close(m_descriptor);
-        }
-    }
-    FileInMemory(const FileInMemory &) = delete;
-    FileInMemory &operator=(const FileInMemory &) = delete;
 
     [[nodiscard]] bool isSound() const
     {
@@ -30,17 +24,17 @@ public:
     }
     [[nodiscard]] int descriptor() const
     {
-        return m_descriptor;
+        return m_file.number();
     }
     /// A name it can be opened by.
     [[nodiscard]] std::string path() const
     {
-        return "/proc/self/fd/" + std::to_string(m_descriptor);
+        return "/proc/self/fd/" + std::to_string(m_file.number());
     }
 
 private:
-    int m_descriptor;
-    bool m_isSound = false;
+    pdf::Descriptor m_file{::memfd_create("input", MFD_CLOEXEC)};
+    bool m_isSound;
 };
 
 } // namespace tallyfold::fuzz

@@ -7,11 +7,11 @@
 #include <cerrno>
 #include <cstring>
 #include <ctime>
-#include <fcntl.h>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace tallyfold::pdf {
 
@@ -30,29 +30,18 @@ std::chrono::nanoseconds timeOfThread()
 std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path,
                                            std::chrono::nanoseconds patience)
 {
-    // Without O_NONBLOCK a named pipe called "x.pdf" would hold the program up for ever.
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (descriptor < 0) {
-        return nullptr;
-    }
+    Descriptor file = Descriptor::ofFile(path);
     Stamp stamp;
-    if (!readStamp(descriptor, stamp)) {
-        ::close(descriptor);
-        return nullptr;
-    }
-    return std::shared_ptr<FileInput>(new FileInput(descriptor, stamp, patience));
+    return file.isOpen() && readStamp(file.number(), stamp)
+               ? std::shared_ptr<FileInput>(new FileInput(std::move(file), stamp, patience))
+               : nullptr;
 }
 
-FileInput::FileInput(int descriptor, const Stamp &stamp, std::chrono::nanoseconds patience)
-    : m_descriptor(descriptor),
+FileInput::FileInput(Descriptor file, const Stamp &stamp, std::chrono::nanoseconds patience)
+    : m_file(std::move(file)),
       m_stamp(stamp),
       m_deadline(timeOfThread() + patience + std::chrono::microseconds(stamp.size))
 {
-}
-
-FileInput::~FileInput()
-{
-    ::close(m_descriptor);
 }
 
 bool FileInput::readStamp(int descriptor, Stamp &stamp)
@@ -68,7 +57,7 @@ bool FileInput::readStamp(int descriptor, Stamp &stamp)
 
 int FileInput::descriptor() const
 {
-    return m_descriptor;
+    return m_file.number();
 }
 
 bool FileInput::isExhausted() const
@@ -101,14 +90,14 @@ qpdf_offset_t FileInput::size() const
 bool FileInput::hasChanged() const
 {
     Stamp now;
-    return !readStamp(m_descriptor, now) || now != m_stamp;
+    return !readStamp(m_file.number(), now) || now != m_stamp;
 }
 
 std::size_t FileInput::readAt(qpdf_offset_t offset, char *destination, std::size_t length) const
 {
     std::size_t have = 0;
     while (have < length) {
-        const ssize_t got = ::pread(m_descriptor, destination + have, length - have,
+        const ssize_t got = ::pread(m_file.number(), destination + have, length - have,
                                     offset + static_cast<qpdf_offset_t>(have));
         if (got < 0 && errno == EINTR) {
             continue;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pdf/Descriptor.h"
 #include "pdf/UnderSanitizer.h"
 
 #include <qpdf/InputSource.hh>
@@ -28,7 +29,7 @@ public:
     [[nodiscard]] static std::shared_ptr<FileInput> open(const std::filesystem::path &path,
                                                          std::chrono::nanoseconds patience = longest);
 
-    ~FileInput() override;
+    ~FileInput() override = default;
     FileInput(const FileInput &) = delete;
     FileInput &operator=(const FileInput &) = delete;
 
@@ -70,7 +71,7 @@ private:
         std::vector<char> bytes;
     };
 
-    FileInput(int descriptor, const Stamp &stamp, std::chrono::nanoseconds patience);
+    FileInput(Descriptor file, const Stamp &stamp, std::chrono::nanoseconds patience);
     static bool readStamp(int descriptor, Stamp &stamp);
     const Block &blockAt(qpdf_offset_t offset);
     /// Notes that the parser read so many bytes. Throws `std::runtime_error` when it may not read on.
@@ -79,7 +80,7 @@ private:
     static constexpr qpdf_offset_t blockSize = 8 * 1024;
     static constexpr std::size_t blockCount = 128;
 
-    int m_descriptor;
+    Descriptor m_file;
     Stamp m_stamp;
     qpdf_offset_t m_position = 0;
     qpdf_offset_t m_read = 0;            ///< How much the parser read so far.

@@ -1,56 +1,37 @@
 #include "pdf/Pixels.h"
 
+#include "pdf/Mapping.h"
+
 #include <algorithm>
-#include <sys/mman.h>
-#include <sys/stat.h>
 #include <utility>
 
 namespace tallyfold::pdf {
 
-Pixels::~Pixels()
+Pixels::Pixels(std::span<std::uint8_t> bytes, std::shared_ptr<const void> owner)
+    : m_bytes(bytes), m_owner(std::move(owner))
 {
-    if (!m_bytes.empty()) {
-        ::munmap(m_bytes.data(), m_bytes.size());
-    }
 }
 
-Pixels::Pixels(Pixels &&other) noexcept : m_bytes(std::exchange(other.m_bytes, {})) {}
+Pixels::Pixels(Pixels &&other) noexcept
+    : m_bytes(std::exchange(other.m_bytes, {})), m_owner(std::move(other.m_owner))
+{
+}
 
 Pixels &Pixels::operator=(Pixels &&other) noexcept
 {
     std::swap(m_bytes, other.m_bytes);
+    std::swap(m_owner, other.m_owner);
     return *this;
-}
-
-std::optional<Pixels> Pixels::mapped(std::size_t size, int flags, int descriptor)
-{
-    void *memory =
-        size == 0 ? MAP_FAILED : ::mmap(nullptr, size, PROT_READ | PROT_WRITE, flags, descriptor, 0);
-    if (memory == MAP_FAILED) {
-        return std::nullopt;
-    }
-    Pixels pixels;
-    pixels.m_bytes = {static_cast<std::uint8_t *>(memory), size};
-    return pixels;
 }
 
 std::optional<Pixels> Pixels::ofSize(std::size_t size)
 {
-    std::optional<Pixels> pixels = mapped(size, MAP_PRIVATE | MAP_ANONYMOUS, -1);
-    if (pixels) {
-        // In few large pages where there are any: getting thousands of small ones takes as long as copying
-        // the picture. Advice that is not taken costs time, nothing else.
-        ::madvise(pixels->m_bytes.data(), size, MADV_HUGEPAGE);
+    std::optional<Mapping> memory = Mapping::ofMemory(size);
+    if (!memory) {
+        return std::nullopt;
     }
-    return pixels;
-}
-
-std::optional<Pixels> Pixels::sharedWith(int descriptor, std::size_t size)
-{
-    struct stat status {};
-    const bool hasAll = ::fstat(descriptor, &status) == 0 && status.st_size >= 0 &&
-                        static_cast<std::size_t>(status.st_size) >= size;
-    return hasAll ? mapped(size, MAP_SHARED | MAP_POPULATE, descriptor) : std::nullopt;
+    const std::span<std::uint8_t> bytes = memory->bytes();
+    return Pixels(bytes, std::make_shared<const Mapping>(std::move(*memory)));
 }
 
 std::span<std::uint8_t> Pixels::bytes()

@@ -2,18 +2,20 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 
 namespace tallyfold::pdf {
 
-/// The bytes of a picture: whole pages of memory, which are not copied to bring them from one process to
-/// another.
+/// The bytes of a picture, wherever they are: they are not copied to bring them from one process to another.
 class Pixels {
 public:
     /// No bytes.
     Pixels() = default;
-    ~Pixels();
+    /// Bytes that are there as long as `owner` is.
+    Pixels(std::span<std::uint8_t> bytes, std::shared_ptr<const void> owner);
+    ~Pixels() = default;
     Pixels(Pixels &&other) noexcept;
     Pixels &operator=(Pixels &&other) noexcept;
     Pixels(const Pixels &) = delete;
@@ -21,10 +23,6 @@ public:
 
     /// So many bytes that are 0; nothing when there is no memory for them, or none are asked for.
     [[nodiscard]] static std::optional<Pixels> ofSize(std::size_t size);
-
-    /// The first bytes of the open file `descriptor`, which may be closed then; nothing when it has not so
-    /// many. Who shortens the file later ends whoever looks at them.
-    [[nodiscard]] static std::optional<Pixels> sharedWith(int descriptor, std::size_t size);
 
     [[nodiscard]] std::span<std::uint8_t> bytes();
     [[nodiscard]] const std::uint8_t *data() const;
@@ -35,9 +33,8 @@ public:
     bool operator==(const Pixels &other) const;
 
 private:
-    [[nodiscard]] static std::optional<Pixels> mapped(std::size_t size, int flags, int descriptor);
-
     std::span<std::uint8_t> m_bytes;
+    std::shared_ptr<const void> m_owner;
 };
 
 } // namespace tallyfold::pdf

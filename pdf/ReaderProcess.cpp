@@ -12,7 +12,6 @@
 #include <mutex>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -28,9 +27,6 @@ namespace {
 
 constexpr std::size_t mostKept = 2;
 constexpr const char *readerName = "tallyfold-reader";
-/// Bytes of room for a picture that a process keeps while nobody needs it: more than a page of a preview
-/// takes.
-constexpr std::size_t mostRoomKept = std::size_t{16} << 20U;
 
 std::mutex keptMutex;
 
@@ -75,11 +71,8 @@ std::unique_ptr<ReaderProcess> ReaderProcess::borrow()
 
 void ReaderProcess::giveBack(std::unique_ptr<ReaderProcess> process)
 {
-    if (process->m_roomSize > mostRoomKept) {
-        process->closeRoom();
-    }
     const std::scoped_lock lock(keptMutex);
-    if (kept().size() < mostKept && process->m_socket >= 0) {
+    if (kept().size() < mostKept && process->m_socket.isOpen()) {
         kept().push_back(std::move(process));
     }
 }
@@ -91,8 +84,8 @@ ReaderProcess::~ReaderProcess()
 
 bool ReaderProcess::isWaiting() const
 {
-    pollfd end{m_socket, POLLIN, 0};
-    return m_socket >= 0 && ::poll(&end, 1, 0) == 0;
+    pollfd end{m_socket.number(), POLLIN, 0};
+    return m_socket.isOpen() && ::poll(&end, 1, 0) == 0;
 }
 
 bool ReaderProcess::start()
@@ -101,10 +94,12 @@ bool ReaderProcess::start()
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
         return false;
     }
+    Descriptor own(sockets[0]);
+    const Descriptor childs(sockets[1]);
     // The child's end becomes its standard input; what it may print goes nowhere.
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, sockets[1], STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, childs.number(), STDIN_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     // What else is open here is none of its business.
     posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
@@ -118,46 +113,23 @@ bool ReaderProcess::start()
         ::posix_spawn(&m_process, path.c_str(), &actions, &attributes, arguments.data(), environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
-    ::close(sockets[1]);
     if (error != 0) {
-        ::close(sockets[0]);
         m_process = -1;
         return false;
     }
-    m_socket = sockets[0];
+    m_socket = std::move(own);
     return true;
 }
 
-int ReaderProcess::roomFor(std::size_t size)
+std::shared_ptr<PictureRoom> ReaderProcess::roomFor(std::size_t size)
 {
-    // Getting memory from the system takes as long as copying the picture twice.
-    if (m_room < 0) {
-        m_room = ::memfd_create("picture", MFD_CLOEXEC);
-    }
-    if (m_room >= 0 && size > m_roomSize) {
-        if (::ftruncate(m_room, static_cast<off_t>(size)) != 0) {
-            closeRoom();
-        } else {
-            m_roomSize = size;
-        }
-    }
-    return m_room;
-}
-
-void ReaderProcess::closeRoom()
-{
-    m_roomSize = 0;
-    if (m_room >= 0) {
-        ::close(std::exchange(m_room, -1));
-    }
+    return m_rooms.lend(size);
 }
 
 void ReaderProcess::stop()
 {
-    closeRoom(); // The next process has nothing to do with this one.
-    if (m_socket >= 0) {
-        ::close(std::exchange(m_socket, -1));
-    }
+    m_rooms.startAnew(); // The next process has nothing to do with this one.
+    m_socket = Descriptor();
     if (m_process > 0) {
         ::kill(m_process, SIGKILL);
         while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
@@ -168,16 +140,14 @@ void ReaderProcess::stop()
 
 bool ReaderProcess::ask(std::string_view request, int descriptor, std::string &answer)
 {
-    if (m_socket < 0 && !start()) {
+    if (!m_socket.isOpen() && !start()) {
         return false;
     }
-    int unwanted = -1;
+    int sent = -1;
     const auto deadline = std::chrono::steady_clock::now() + m_program.longestAnswer;
-    if (ReaderMessages::send(m_socket, request, descriptor) &&
-        ReaderMessages::receive(m_socket, answer, unwanted, deadline)) {
-        if (unwanted >= 0) {
-            ::close(unwanted);
-        }
+    if (ReaderMessages::send(m_socket.number(), request, descriptor) &&
+        ReaderMessages::receive(m_socket.number(), answer, sent, deadline)) {
+        const Descriptor unwanted(sent);
         return true;
     }
     stop();

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "pdf/Descriptor.h"
+#include "pdf/PictureRooms.h"
+
 #include <chrono>
 #include <cstddef>
 #include <filesystem>
@@ -40,9 +43,9 @@ public:
     /// none.
     [[nodiscard]] bool ask(std::string_view request, int descriptor, std::string &answer);
 
-    /// A file in memory of `size` bytes or more, for the process to leave a picture in: the same one each
-    /// time, as long as the process is the same. Its content is that of last time. -1 when there is no room.
-    [[nodiscard]] int roomFor(std::size_t size);
+    /// Memory of `size` bytes or more for the process to leave a picture in, which is nobody else's until the
+    /// last one who has it lets go. Its content is anything. Null when there is none.
+    [[nodiscard]] std::shared_ptr<PictureRoom> roomFor(std::size_t size);
 
 private:
     /// Whether it runs and has nothing to say that was not asked for: it may have been ended while nobody
@@ -50,13 +53,11 @@ private:
     [[nodiscard]] bool isWaiting() const;
     bool start();
     void stop();
-    void closeRoom();
 
     Program m_program;
-    int m_socket = -1;
+    Descriptor m_socket;
     int m_process = -1;
-    int m_room = -1;
-    std::size_t m_roomSize = 0;
+    PictureRooms m_rooms;
 };
 
 } // namespace tallyfold::pdf

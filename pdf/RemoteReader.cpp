@@ -1,12 +1,12 @@
 #include "pdf/PageReader.h"
 
+#include "pdf/Descriptor.h"
 #include "pdf/ReaderMessages.h"
 #include "pdf/ReaderProcess.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -22,45 +22,6 @@ using ReaderMessages::Writer;
 
 /// More than any preview has.
 constexpr std::size_t mostPixels = 100'000'000;
-
-/// A descriptor that is closed at the end.
-class File {
-public:
-    explicit File(int descriptor) : m_descriptor(descriptor) {}
-    ~File()
-    {
-        if (m_descriptor >= 0) {
-            ::close(m_descriptor);
-        }
-    }
-    File(const File &) = delete;
-    File &operator=(const File &) = delete;
-    [[nodiscard]] int descriptor() const
-    {
-        return m_descriptor;
-    }
-
-private:
-    int m_descriptor;
-};
-
-/// Fills `bytes` with the first ones of the file `descriptor`; false when it cannot.
-bool readAll(int descriptor, std::span<std::uint8_t> bytes)
-{
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t count =
-            ::pread(descriptor, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return false;
-        }
-        done += static_cast<std::size_t>(count);
-    }
-    return true;
-}
 
 Writer request(Request kind, int pageIndex)
 {
@@ -120,22 +81,19 @@ public:
     {
         const std::size_t size =
             static_cast<std::size_t>(std::max(width, 0)) * static_cast<std::size_t>(std::max(height, 0)) * 4;
-        const int room = size == 0 || size / 4 > mostPixels || !m_isUsable ? -1 : m_process->roomFor(size);
-        if (room < 0) {
+        const std::shared_ptr<PictureRoom> room =
+            size == 0 || size / 4 > mostPixels || !m_isUsable ? nullptr : m_process->roomFor(size);
+        if (!room) {
             return std::nullopt;
         }
         Writer message = request(Request::render, pageIndex);
         message.put(width);
         message.put(height);
         message.put(scale);
-        if (!ask(message, room) || !Reader(m_answer).takeFlag()) {
+        if (!ask(message, room->descriptor()) || !Reader(m_answer).takeFlag()) {
             return std::nullopt;
         }
-        // Read, not mapped: the other process could make it shorter under our eyes.
-        std::optional<Pixels> pixels = Pixels::ofSize(size);
-        return pixels && readAll(room, pixels->bytes())
-                   ? std::optional(Bitmap{width, height, std::move(*pixels)})
-                   : std::nullopt;
+        return Bitmap{width, height, Pixels(room->bytes().first(size), room)};
     }
 
 private:
@@ -164,15 +122,15 @@ private:
     std::string m_answer;
 };
 
-std::unique_ptr<PageReader> readerOf(const File &file)
+std::unique_ptr<PageReader> readerOf(const Descriptor &file)
 {
     struct stat status {};
-    if (file.descriptor() < 0 || ::fstat(file.descriptor(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return nullptr;
     }
     std::unique_ptr<ReaderProcess> process = ReaderProcess::borrow();
     std::string bytes;
-    if (!process->ask(request(Request::open, 0).bytes(), file.descriptor(), bytes)) {
+    if (!process->ask(request(Request::open, 0).bytes(), file.number(), bytes)) {
         return nullptr;
     }
     Reader answer(bytes);
@@ -192,15 +150,15 @@ std::unique_ptr<PageReader> readerOf(const File &file)
 
 std::unique_ptr<PageReader> PageReader::open(const std::filesystem::path &path)
 {
-    return readerOf(File(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)));
+    return readerOf(Descriptor::ofFile(path));
 }
 
 std::unique_ptr<PageReader> PageReader::open(std::vector<char> bytes)
 {
-    const File file(::memfd_create("document", MFD_CLOEXEC));
+    const Descriptor file(::memfd_create("document", MFD_CLOEXEC));
     std::size_t done = 0;
-    while (file.descriptor() >= 0 && done < bytes.size()) {
-        const ssize_t count = ::write(file.descriptor(), bytes.data() + done, bytes.size() - done);
+    while (file.isOpen() && done < bytes.size()) {
+        const ssize_t count = ::write(file.number(), bytes.data() + done, bytes.size() - done);
         if (count < 0 && errno != EINTR) {
             return nullptr;
         }

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <span>
 #include <string>
 #include <sys/time.h>
-#include <unistd.h>
 #include <vector>
 
 namespace tallyfold::reader {
@@ -35,28 +35,19 @@ bool endAfter(std::chrono::seconds time)
 
 Answers::Answers(std::chrono::seconds longestAnswer) : m_longestAnswer(longestAnswer) {}
 
-Answers::~Answers()
-{
-    if (m_file >= 0) {
-        ::close(m_file);
-    }
-}
-
 bool Answers::next(int socket)
 {
-    int descriptor = -1;
+    int received = -1;
     const auto noDeadline = std::chrono::steady_clock::time_point::max();
-    if (!pdf::ReaderMessages::receive(socket, m_message, descriptor, noDeadline)) {
+    if (!pdf::ReaderMessages::receive(socket, m_message, received, noDeadline)) {
         return false;
     }
+    const pdf::Descriptor descriptor(received);
     const bool isTimed = m_longestAnswer > std::chrono::seconds::zero();
     if (isTimed && !endAfter(m_longestAnswer)) {
         return false;
     }
-    const Writer answer = to(m_message, descriptor);
-    if (descriptor >= 0) {
-        ::close(descriptor);
-    }
+    const Writer answer = to(m_message, descriptor.number());
     return pdf::ReaderMessages::send(socket, answer.bytes()) &&
            (!isTimed || endAfter(std::chrono::seconds::zero()));
 }
@@ -96,12 +87,9 @@ Writer Answers::to(std::string_view message, int descriptor)
 void Answers::open(int descriptor)
 {
     m_pages.reset();
-    if (m_file >= 0) {
-        ::close(m_file);
-    }
-    m_file = descriptor < 0 ? -1 : ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
-    if (m_file >= 0) {
-        m_pages = openWithPoppler("/proc/self/fd/" + std::to_string(m_file));
+    m_file = pdf::Descriptor(descriptor < 0 ? -1 : ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
+    if (m_file.isOpen()) {
+        m_pages = openWithPoppler("/proc/self/fd/" + std::to_string(m_file.number()));
     }
 }
 
@@ -125,8 +113,11 @@ bool Answers::render(int page, Reader &request, int descriptor)
     const int height = request.take<int>();
     const double scale = request.take<double>();
     const std::size_t size = pictureBytes(width, height).value_or(0);
-    return m_pages && request.isSound() && size > 0 && m_room.take(descriptor, size) &&
-           m_pages->renderInto(m_room.bytes().first(size), page, width, height, scale);
+    if (!m_pages || !request.isSound() || size == 0) {
+        return false;
+    }
+    const std::span<std::uint8_t> room = m_rooms.bytesOf(descriptor, size);
+    return !room.empty() && m_pages->renderInto(room, page, width, height, scale);
 }
 
 } // namespace tallyfold::reader

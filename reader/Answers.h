@@ -1,7 +1,8 @@
 #pragma once
 
+#include "pdf/Descriptor.h"
 #include "pdf/ReaderMessages.h"
-#include "reader/PictureRoom.h"
+#include "reader/LentRooms.h"
 #include "reader/PopplerReader.h"
 
 #include <chrono>
@@ -18,7 +19,7 @@ public:
     /// Ends the process when an answer takes longer than `longestAnswer`, unless that is zero: the program
     /// waits for less, and is gone when this happens.
     explicit Answers(std::chrono::seconds longestAnswer = std::chrono::seconds::zero());
-    ~Answers();
+    ~Answers() = default;
     Answers(const Answers &) = delete;
     Answers &operator=(const Answers &) = delete;
 
@@ -36,8 +37,8 @@ private:
 
     std::chrono::seconds m_longestAnswer;
     std::unique_ptr<LocalReader> m_pages;
-    int m_file = -1;
-    PictureRoom m_room;
+    pdf::Descriptor m_file;
+    LentRooms m_rooms;
     std::string m_message;
 };
 

@@ -1,5 +1,6 @@
 #include "reader/Answers.h"
 
+#include "pdf/Descriptor.h"
 #include "tests/reader/Child.h"
 #include "tests/support/SmallPdf.h"
 
@@ -22,27 +23,13 @@ using tests::inChild;
 
 namespace {
 
-/// A file in memory that is closed at the end.
-class File {
-public:
-    explicit File(const std::string &bytes) : m_descriptor(::memfd_create("file", MFD_CLOEXEC))
-    {
-        EXPECT_EQ(::write(m_descriptor, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    }
-    ~File()
-    {
-        ::close(m_descriptor);
-    }
-    File(const File &) = delete;
-    File &operator=(const File &) = delete;
-    [[nodiscard]] int descriptor() const
-    {
-        return m_descriptor;
-    }
-
-private:
-    int m_descriptor;
-};
+/// A file in memory of these bytes.
+pdf::Descriptor fileOf(const std::string &bytes)
+{
+    pdf::Descriptor file(::memfd_create("file", MFD_CLOEXEC));
+    EXPECT_EQ(::write(file.number(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    return file;
+}
 
 template <typename... Parts> std::string request(Request kind, int page, const Parts &...parts)
 {
@@ -61,8 +48,9 @@ std::string answer(Answers &answers, const std::string &message, int descriptor 
 /// Opens a file of one page, 100 by 100 points.
 void open(Answers &answers)
 {
-    const File file(tests::smallPdf({{tests::showText(20, 20, "ABC000001"), "0 0 100 100"}}));
-    const std::string bytes = answer(answers, request(Request::open, 0), file.descriptor());
+    const pdf::Descriptor file =
+        fileOf(tests::smallPdf({{tests::showText(20, 20, "ABC000001"), "0 0 100 100"}}));
+    const std::string bytes = answer(answers, request(Request::open, 0), file.number());
     Reader reader(bytes);
     EXPECT_TRUE(reader.takeFlag());
     EXPECT_EQ(reader.take<int>(), 1);
@@ -126,16 +114,16 @@ TEST(Answers, APictureThatHasNoRoomIsNotWritten)
     const auto draw = [&](int width, int height, int descriptor) {
         return answer(answers, request(Request::render, 0, width, height, 1.0), descriptor);
     };
-    const File picture(std::string(std::size_t{10} * 10 * 4, '\0'));
-    EXPECT_EQ(draw(10, 10, picture.descriptor()), std::string(1, '\1'));
-    EXPECT_EQ(draw(100, 100, picture.descriptor()), std::string(1, '\0'));
+    const pdf::Descriptor picture = fileOf(std::string(std::size_t{10} * 10 * 4, '\0'));
+    EXPECT_EQ(draw(10, 10, picture.number()), std::string(1, '\1'));
+    EXPECT_EQ(draw(100, 100, picture.number()), std::string(1, '\0'));
     EXPECT_EQ(draw(10, 10, -1), std::string(1, '\0'));
-    ASSERT_EQ(::ftruncate(picture.descriptor(), 4), 0); // The memory from before is not there any more.
-    EXPECT_EQ(draw(10, 10, picture.descriptor()), std::string(1, '\0'));
-    ASSERT_EQ(::ftruncate(picture.descriptor(), 400), 0);
-    EXPECT_EQ(draw(10, 10, picture.descriptor()), std::string(1, '\1'));
+    ASSERT_EQ(::ftruncate(picture.number(), 4), 0); // The memory from before is not there any more.
+    EXPECT_EQ(draw(10, 10, picture.number()), std::string(1, '\0'));
+    ASSERT_EQ(::ftruncate(picture.number(), 400), 0);
+    EXPECT_EQ(draw(10, 10, picture.number()), std::string(1, '\1'));
     std::array<unsigned char, 4> pixel{};
-    ASSERT_EQ(::pread(picture.descriptor(), pixel.data(), pixel.size(), 0), 4);
+    ASSERT_EQ(::pread(picture.number(), pixel.data(), pixel.size(), 0), 4);
     EXPECT_EQ(pixel, (std::array<unsigned char, 4>{255, 255, 255, 255}));
 }
 
@@ -144,9 +132,9 @@ TEST(Answers, EachPictureIsWrittenWhereItIsWanted)
     Answers answers;
     open(answers);
     const std::string room(std::size_t{10} * 10 * 4, '\0');
-    const File first(room);
-    const File second(room);
-    for (const int descriptor : {first.descriptor(), first.descriptor(), second.descriptor()}) {
+    const pdf::Descriptor first = fileOf(room);
+    const pdf::Descriptor second = fileOf(room);
+    for (const int descriptor : {first.number(), first.number(), second.number()}) {
         ASSERT_EQ(::pwrite(descriptor, room.data(), room.size(), 0), static_cast<ssize_t>(room.size()));
         EXPECT_EQ(answer(answers, request(Request::render, 0, 10, 10, 1.0), descriptor),
                   std::string(1, '\1'));

@@ -263,6 +263,24 @@ TEST(ReaderProgram, OneThatWasEndedWhileItWasKeptIsReplacedBeforeItIsAsked)
     EXPECT_NE(readers().front(), ended);
 }
 
+TEST(ReaderProgram, AFileThatIsCutShortWhileItIsReadCostsItselfAndNothingElse)
+{
+    endKept();
+    const TemporaryFolder folder;
+    PdfBuilder builder;
+    builder.addStream("", std::string(1'000'000, ' '));
+    const int content = builder.addStream("", tests::showText(20, 20, "ABC000001"));
+    builder.addPage("/MediaBox[0 0 100 100]/Contents " + reference(content));
+    tests::writeFile(folder / "a.pdf", builder.file());
+    const auto cut = PageReader::open(folder / "a.pdf");
+    ASSERT_TRUE(cut);
+    fs::resize_file(folder / "a.pdf", 100);
+    EXPECT_EQ(cut->textIn(0, std::array{Rect{0, 0, 100, 100}}), std::vector{QString()});
+    const auto other = PageReader::open(smallFile());
+    ASSERT_TRUE(other);
+    EXPECT_EQ(other->textIn(0, std::array{Rect{0, 0, 612, 792}}), std::vector{QStringLiteral("ABC000001")});
+}
+
 TEST(ReaderProgram, AtMostTwoAreKept)
 {
     endKept();

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "pdf/Descriptor.h"
+#include "pdf/Mapping.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+namespace tallyfold::pdf {
+
+/// Memory for a picture that another process is to draw, in this process too. Neither can change its size, so
+/// the other one cannot take it away while it is looked at; what is in it may change at any time.
+class PictureRoom {
+public:
+    /// So many bytes; null when there is no memory for them.
+    [[nodiscard]] static std::unique_ptr<PictureRoom> ofSize(std::size_t size);
+
+    /// The open file that the other process maps.
+    [[nodiscard]] int descriptor() const;
+    [[nodiscard]] std::span<std::uint8_t> bytes() const;
+
+private:
+    PictureRoom(Descriptor file, Mapping memory);
+
+    Descriptor m_file;
+    Mapping m_memory;
+};
+
+/// Lends room for the pictures of one process. Getting memory from the system and bringing it into both
+/// processes takes as long as copying a picture twice, so what comes back is lent again.
+class PictureRooms {
+public:
+    PictureRooms();
+
+    /// A room of at least so many bytes, with whatever was left in it, until the last one who has it lets go;
+    /// null when there is no memory.
+    [[nodiscard]] std::shared_ptr<PictureRoom> lend(std::size_t size);
+
+    /// Lends no room again that was lent before.
+    void startAnew();
+
+private:
+    class Shelf;
+    std::shared_ptr<Shelf> m_shelf;
+};
+
+} // namespace tallyfold::pdf

@@ -1,0 +1,77 @@
+#include "reader/LentRooms.h"
+
+#include "pdf/PictureRooms.h"
+
+#include <gtest/gtest.h>
+
+namespace tallyfold::reader {
+
+namespace {
+
+/// Bytes of which two, and no three, are kept.
+constexpr std::size_t large = std::size_t{12} << 20U;
+
+} // namespace
+
+TEST(LentRooms, BytesAreThoseOfTheRoomEachTime)
+{
+    pdf::PictureRooms lender;
+    const auto first = lender.lend(100);
+    const auto second = lender.lend(100);
+    ASSERT_TRUE(first && second);
+    LentRooms rooms;
+    for (std::uint8_t round = 1; round < 4; ++round) {
+        const auto inFirst = rooms.bytesOf(first->descriptor(), 100);
+        ASSERT_EQ(inFirst.size(), 100U);
+        inFirst[99] = round;
+        const auto inSecond = rooms.bytesOf(second->descriptor(), 50);
+        ASSERT_EQ(inSecond.size(), 50U);
+        inSecond[49] = static_cast<std::uint8_t>(round + 100);
+        EXPECT_EQ(first->bytes()[99], round);
+        EXPECT_EQ(second->bytes()[49], round + 100);
+    }
+}
+
+TEST(LentRooms, RoomStaysWhereItIsWhileThereIsSpace)
+{
+    pdf::PictureRooms lender;
+    const auto first = lender.lend(large);
+    const auto second = lender.lend(large);
+    const auto third = lender.lend(large);
+    ASSERT_TRUE(first && second && third);
+    LentRooms rooms;
+    const auto *const place = rooms.bytesOf(second->descriptor(), large).data();
+    EXPECT_EQ(rooms.bytesOf(first->descriptor(), large).size(), large);
+    EXPECT_EQ(rooms.bytesOf(second->descriptor(), large).data(), place);
+    // The second one has been here for longest, and makes way.
+    EXPECT_EQ(rooms.bytesOf(third->descriptor(), large).size(), large);
+    const auto again = rooms.bytesOf(second->descriptor(), large);
+    ASSERT_EQ(again.size(), large);
+    again.back() = 7;
+    EXPECT_EQ(second->bytes().back(), 7);
+}
+
+TEST(LentRooms, MoreOfARoomThanBeforeIsThere)
+{
+    pdf::PictureRooms lender;
+    const auto room = lender.lend(10'000);
+    ASSERT_TRUE(room);
+    LentRooms rooms;
+    EXPECT_EQ(rooms.bytesOf(room->descriptor(), 10).size(), 10U);
+    const auto all = rooms.bytesOf(room->descriptor(), 10'000);
+    ASSERT_EQ(all.size(), 10'000U);
+    all.back() = 7;
+    EXPECT_EQ(room->bytes()[9'999], 7);
+}
+
+TEST(LentRooms, RoomThatIsTooSmallOrNoneIsEmpty)
+{
+    pdf::PictureRooms lender;
+    const auto room = lender.lend(100);
+    ASSERT_TRUE(room);
+    LentRooms rooms;
+    EXPECT_TRUE(rooms.bytesOf(room->descriptor(), 1'000'000).empty());
+    EXPECT_TRUE(rooms.bytesOf(-1, 100).empty());
+}
+
+} // namespace tallyfold::reader
