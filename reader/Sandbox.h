@@ -5,8 +5,8 @@ namespace tallyfold::reader {
 /// What came of entering the sandbox.
 enum class SandboxEntry {
     entered,
-    leftOut, ///< This was built without libseccomp.
-    refused, ///< The system has no such filter, or does not let this process have one.
+    leftOut, ///< This was built without libseccomp, or runs on a system that has no such filters.
+    refused, ///< The system has such filters and does not let this process have one.
 };
 
 /// Takes from this process, all its threads and for good, every call of the system that reading pages does

@@ -14,7 +14,7 @@ using namespace tallyfold::reader;
 
 int main()
 {
-    // A reader that is not held by what it was built with does not read.
+    // A reader that is not held by what it could be held by does not read.
     if (!limitResources() || enterSandbox(STDIN_FILENO) == SandboxEntry::refused) {
         return EXIT_FAILURE;
     }

@@ -10,11 +10,14 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
 #include <functional>
+#include <linux/filter.h>
 #include <linux/openat2.h>
+#include <linux/seccomp.h>
 #include <netinet/in.h>
 #include <ostream>
 #include <sys/ioctl.h>
@@ -52,6 +55,24 @@ bool isLeftOut()
 ChildEnd inSandbox(const std::function<int()> &work, int socket = STDIN_FILENO)
 {
     return inChild([&] { return enterSandbox(socket) == SandboxEntry::entered ? work() : notEntered; });
+}
+
+/// Has the system answer with `error` whoever wants a filter from now on, as do systems that were built
+/// without, and surroundings that allow none.
+bool answerFilters(int error)
+{
+    std::array filter{
+        sock_filter BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_seccomp, 3, 0),
+        sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_prctl, 0, 3),
+        sock_filter BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args)), // Its lower half.
+        sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, PR_SET_SECCOMP, 0, 1),
+        sock_filter BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned>(error)),
+        sock_filter BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog program{static_cast<unsigned short>(filter.size()), filter.data()};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
 int errorOf(long result)
@@ -301,6 +322,27 @@ TEST(Sandbox, FilesAndFoldersAreRead)
         return isRead && isListed && isFollowed ? 0 : 1;
     };
     EXPECT_EQ(inSandbox(reading), (ChildEnd{0, 0}));
+}
+
+TEST(Sandbox, IsLeftOutWhereTheSystemHasNoFilters)
+{
+    if (isLeftOut()) {
+        GTEST_SKIP() << leftOut;
+    }
+    EXPECT_EQ(inChild([] { return answerFilters(EINVAL) ? static_cast<int>(enterSandbox(0)) : notEntered; }),
+              (ChildEnd{static_cast<int>(SandboxEntry::leftOut), 0}));
+}
+
+TEST(Sandbox, IsRefusedWhereTheSystemDoesNotLetItIn)
+{
+    if (isLeftOut()) {
+        GTEST_SKIP() << leftOut;
+    }
+    for (const int error : {EPERM, EACCES}) {
+        EXPECT_EQ(
+            inChild([&] { return answerFilters(error) ? static_cast<int>(enterSandbox(0)) : notEntered; }),
+            (ChildEnd{static_cast<int>(SandboxEntry::refused), 0}));
+    }
 }
 
 TEST(Sandbox, ThreadsStartAndMemoryGrows)
