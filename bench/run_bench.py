@@ -253,7 +253,8 @@ def main():
             table.add()
     finally:
         shutil.rmtree(workloads)
-    for program, title, scale in (("model_bench", "The model", min(arguments.scale, 0.25)),
+    for program, title, scale in (("proof_bench", "The proof of every copy", min(arguments.scale, 0.25)),
+                                  ("model_bench", "The model", min(arguments.scale, 0.25)),
                                   ("reader_bench", "The reader", min(arguments.scale, 0.25)),
                                   ("window_bench", "The window", arguments.scale)):
         path = os.path.join(os.path.dirname(arguments.produce), program)
