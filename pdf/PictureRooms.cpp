@@ -14,6 +14,10 @@ namespace tallyfold::pdf {
 
 namespace {
 
+/// Bytes of a hundred million pixels, more than any preview has. The system does not refuse more: it ends
+/// programs to get it.
+constexpr std::size_t mostBytes = 400'000'000;
+
 /// Bytes of rooms that wait to be lent: more than the pages of a preview take.
 constexpr std::size_t mostWaiting = std::size_t{32} << 20U;
 
@@ -21,6 +25,9 @@ constexpr std::size_t mostWaiting = std::size_t{32} << 20U;
 
 std::unique_ptr<PictureRoom> PictureRoom::ofSize(std::size_t size)
 {
+    if (size == 0 || size > mostBytes) {
+        return nullptr;
+    }
     Descriptor file(::memfd_create("picture", MFD_CLOEXEC | MFD_ALLOW_SEALING));
     // All of it now: memory that turns out to be missing when it is touched ends the program.
     int error = 0;

@@ -14,7 +14,7 @@ namespace tallyfold::pdf {
 /// the other one cannot take it away while it is looked at; what is in it may change at any time.
 class PictureRoom {
 public:
-    /// So many bytes; null when there is no memory for them.
+    /// So many bytes; null when there is no memory for them, none are asked for, or more than any picture has.
     [[nodiscard]] static std::unique_ptr<PictureRoom> ofSize(std::size_t size);
 
     /// The open file that the other process maps.
@@ -35,7 +35,7 @@ public:
     PictureRooms();
 
     /// A room of at least so many bytes, with whatever was left in it, until the last one who has it lets go;
-    /// null when there is no memory.
+    /// null when there is none to be had.
     [[nodiscard]] std::shared_ptr<PictureRoom> lend(std::size_t size);
 
     /// Lends no room again that was lent before.

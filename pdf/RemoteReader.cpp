@@ -20,9 +20,6 @@ using ReaderMessages::Reader;
 using ReaderMessages::Request;
 using ReaderMessages::Writer;
 
-/// More than any preview has.
-constexpr std::size_t mostPixels = 100'000'000;
-
 Writer request(Request kind, int pageIndex)
 {
     Writer message;
@@ -82,7 +79,7 @@ public:
         const std::size_t size =
             static_cast<std::size_t>(std::max(width, 0)) * static_cast<std::size_t>(std::max(height, 0)) * 4;
         const std::shared_ptr<PictureRoom> room =
-            size == 0 || size / 4 > mostPixels || !m_isUsable ? nullptr : m_process->roomFor(size);
+            m_isUsable ? m_process->roomFor(size) : nullptr;
         if (!room) {
             return std::nullopt;
         }

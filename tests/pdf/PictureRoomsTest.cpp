@@ -61,7 +61,7 @@ TEST(PictureRooms, ThereIsNoneOfNothingAndNoneThatIsTooLarge)
 {
     PictureRooms rooms;
     EXPECT_FALSE(rooms.lend(0));
-    EXPECT_FALSE(rooms.lend(std::size_t{1} << 62U));
+    EXPECT_FALSE(rooms.lend(400'000'001));
 }
 
 TEST(PictureRooms, OnlyAsManyWaitAsThePagesOfAPreviewTake)
