@@ -2,6 +2,7 @@
 #include "ui/shell/AppIdentity.h"
 #include "ui/shell/CommandLine.h"
 #include "ui/shell/InstanceService.h"
+#include "ui/shell/SleepInhibitor.h"
 #include "ui/shell/TallyfoldApp.h"
 #include "ui/shell/TerminationSignals.h"
 #include "ui/theme/ColorScheme.h"
@@ -58,6 +59,7 @@ int run(const CommandLine &line)
     }
     TallyfoldApp app(TallyfoldApp::systemParts());
     app.setReachable(isFirst);
+    const SleepInhibitor inhibitor(app.model(), bus);
     QObject::connect(&instance, &InstanceService::activated, &app,
                      [&app](const QString &token) { app.reopen({}, token); });
     QObject::connect(&instance, &InstanceService::opened, &app, &TallyfoldApp::reopen);

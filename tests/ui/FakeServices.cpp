@@ -51,6 +51,43 @@ void FakeSettingsPortal::change(const QString &group, const QString &key, const 
     EXPECT_TRUE(m_bus.send(signal));
 }
 
+bool FakeInhibitPortal::takePlaceOn(QDBusConnection bus)
+{
+    m_bus = bus;
+    return bus.registerObject(portalPath, this, QDBusConnection::ExportAllSlots) &&
+           bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
+}
+
+QDBusObjectPath FakeInhibitPortal::Inhibit(const QString &, uint flags, const QVariantMap &options)
+{
+    ++askedCount;
+    if (refuses) {
+        sendErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotAllowed"),
+                       QStringLiteral("not today"));
+        return {};
+    }
+    const QString path = portalPath + QStringLiteral("/request/%1").arg(askedCount);
+    m_requests.push_back(std::make_unique<FakePortalRequest>(*this, path));
+    EXPECT_TRUE(m_bus.registerObject(path, m_requests.back().get(), QDBusConnection::ExportAllSlots));
+    held[path] = {flags, options.value(QStringLiteral("reason")).toString()};
+    if (answersLater) {
+        setDelayedReply(true);
+        m_unanswered = message().createReply(QVariant::fromValue(QDBusObjectPath(path)));
+    }
+    return QDBusObjectPath(path);
+}
+
+void FakeInhibitPortal::answerNow()
+{
+    EXPECT_TRUE(m_bus.send(m_unanswered));
+}
+
+void FakeInhibitPortal::close(const QString &path)
+{
+    ++closedCount;
+    held.remove(path);
+}
+
 SettingsListener::SettingsListener(QDBusConnection bus)
 {
     EXPECT_TRUE(bus.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,

@@ -2,9 +2,17 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QMap>
 #include <QObject>
 #include <QStringList>
+#include <QVariantMap>
+
+#include <memory>
+#include <utility>
+#include <vector>
 
 namespace tallyfold::tests {
 
@@ -45,6 +53,59 @@ public Q_SLOTS:
 
 private:
     QDBusConnection m_bus{QString()};
+};
+
+/// A portal that notes what it is asked to hold off, and what it was told to let go again. Answers when it is
+/// let.
+class FakeInhibitPortal final : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Inhibit")
+public:
+    /// Takes the portal's place on `bus`; false when it cannot be had.
+    [[nodiscard]] bool takePlaceOn(QDBusConnection bus);
+
+    /// A request that it holds.
+    struct Held {
+        uint flags;
+        QString reason;
+    };
+    QMap<QString, Held> held; ///< By its path.
+    int askedCount = 0;
+    int closedCount = 0;
+    bool refuses = false;
+    bool answersLater = false;
+    /// Answers the call that was left without an answer.
+    void answerNow();
+
+public Q_SLOTS:
+    QDBusObjectPath Inhibit(const QString &window, uint flags, const QVariantMap &options);
+
+private:
+    void close(const QString &path);
+
+    QDBusConnection m_bus{QString()};
+    QDBusMessage m_unanswered;
+    std::vector<std::unique_ptr<QObject>> m_requests;
+
+    friend class FakePortalRequest;
+};
+
+/// A request that an inhibit portal holds for a program.
+class FakePortalRequest final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Request")
+public:
+    FakePortalRequest(FakeInhibitPortal &portal, QString path) : m_portal(portal), m_path(std::move(path)) {}
+
+public Q_SLOTS:
+    void Close()
+    {
+        m_portal.close(m_path);
+    }
+
+private:
+    FakeInhibitPortal &m_portal;
+    QString m_path;
 };
 
 /// Counts what settings portals tell of on a connection.

@@ -1,0 +1,73 @@
+#include "ui/shell/SleepInhibitor.h"
+
+#include "app/AppModel.h"
+#include "ui/text/Words.h"
+
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QVariantMap>
+
+#include <utility>
+
+namespace tallyfold {
+
+namespace {
+
+const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
+
+} // namespace
+
+SleepInhibitor::SleepInhibitor(const AppModel &model, const QDBusConnection &bus) : m_bus(bus)
+{
+    connect(&model, &AppModel::runningChanged, this, [this, &model] {
+        if (model.isRunning()) {
+            ask();
+        } else {
+            letGo();
+        }
+    });
+}
+
+void SleepInhibitor::ask()
+{
+    if (!m_bus.isConnected()) {
+        return;
+    }
+    // From the portal's documentation: 1 is logging out, 2 switching the user, 4 suspending, 8 going idle.
+    // Going idle locks the screen, as it should with other people's papers on it.
+    constexpr uint suspending = 4;
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        portal, QStringLiteral("/org/freedesktop/portal/desktop"),
+        QStringLiteral("org.freedesktop.portal.Inhibit"), QStringLiteral("Inhibit"));
+    call << QString() << suspending
+         << QVariantMap{{QStringLiteral("reason"),
+                         words(QT_TRANSLATE_NOOP("Words", "A production is being written"))}};
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, run = ++m_run] {
+        const QDBusPendingReply<QDBusObjectPath> reply = *watcher;
+        if (reply.isValid() && run == m_run) {
+            m_request = reply.value().path();
+        } else if (reply.isValid()) {
+            close(reply.value().path()); // The run was over before the answer came.
+        }
+        watcher->deleteLater();
+    });
+}
+
+void SleepInhibitor::letGo()
+{
+    ++m_run;
+    if (!m_request.isEmpty()) {
+        close(std::exchange(m_request, {}));
+    }
+}
+
+void SleepInhibitor::close(const QString &request)
+{
+    m_bus.send(QDBusMessage::createMethodCall(
+        portal, request, QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Close")));
+}
+
+} // namespace tallyfold
