@@ -20,10 +20,11 @@ public:
     /// So many bytes that are 0; nothing when there is no memory for them, or none are asked for.
     [[nodiscard]] static std::optional<Mapping> ofMemory(std::size_t size);
 
-    /// The first bytes of the open file `descriptor`, which may be closed then;
-    /// nothing when it has not so many.
+    /// The first bytes of the open file `descriptor`, which may be closed then; nothing when it has not so
+    /// many.
     [[nodiscard]] static std::optional<Mapping> sharedWith(int descriptor, std::size_t size);
 
+    /// As many as were asked for.
     [[nodiscard]] std::span<std::uint8_t> bytes() const;
 
 private:

@@ -19,6 +19,7 @@ public:
 
     /// The open file that the other process maps.
     [[nodiscard]] int descriptor() const;
+    /// What this process sees of it: at least as many as were asked for.
     [[nodiscard]] std::span<std::uint8_t> bytes() const;
 
 private:
