@@ -85,7 +85,9 @@ CopyWriter::Step CopyWriter::endPageUnchecked(std::string_view overlay)
     appendReference(objects, "/P", form);
     appendAnnotations(m_content, objects, properties);
     if (!overlay.empty()) {
-        m_content.append("q ");
+        // A text aside that the page has left open would stand for the stamp as well in some readers: this
+        // ends it.
+        m_content.append("/Span<</ActualText()>>BDC EMC\nq ");
         if (m_geometry.userUnit != 1) {
             appendMatrix(m_content, {1 / m_geometry.userUnit, 0, 0, 1 / m_geometry.userUnit, 0, 0});
             m_content.append(" cm ");

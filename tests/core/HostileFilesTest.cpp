@@ -250,7 +250,8 @@ TEST(HostileFiles, WhatContentLeavesBehindDoesNotMoveTheStamp)
     EXPECT_NE(expected.find("ABC000001"), std::string::npos) << expected;
     for (const char *content :
          {"q q q", "Q Q Q Q", "2 0 0 2 50 50 cm", "q -1 0 0 -1 612 792 cm", "0 0 1 1 re W n", "BT /F 12 Tf",
-          "1 g 1 G", "7 Tr 3 w [1] 0 d", "/Missing gs /Missing Do", "BI /W 1 /H 1", "( unclosed"}) {
+          "1 g 1 G", "7 Tr 3 w [1] 0 d", "/Missing gs /Missing Do", "BI /W 1 /H 1", "( unclosed",
+          "/OC /Missing BDC", "/Span BMC", "/Span<</ActualText(x)>>BDC", "EMC EMC", "<< /A [ (", "BX"}) {
         EXPECT_EQ(placeOfNumber(content), expected) << content;
     }
 }
