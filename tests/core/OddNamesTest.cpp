@@ -99,4 +99,39 @@ TEST(OddNames, NamesThatAreShownAlikeAreTwoSourcesWhoseCopiesCollide)
                   {ProductionConflict::Kind::duplicate, QStringLiteral("caf\uFFFD.pdf")}}));
 }
 
+TEST(OddNames, ANameThatANumberMakesTooLongFailsAloneAndLeavesNothing)
+{
+    const TemporaryFolder folder;
+    fs::create_directory(folder / "in");
+    fs::create_directory(folder / "out");
+    // With its number and a space before it, the first is as long as names may be, and the second longer by a
+    // byte.
+    const std::string longest = std::string(255 - 10 - 4, 'a') + ".pdf";
+    const std::string tooLong = std::string(255 - 10 - 3, 'b') + ".pdf";
+    const std::string asLongAsNamesMayBe = std::string(255 - 4, 'c') + ".pdf";
+    std::vector<SourceFile> sources;
+    for (const std::string &name : {longest, tooLong, asLongAsNamesMayBe, std::string("d.pdf")}) {
+        tests::writeSample(folder / "in" / name, 1);
+        sources.push_back(classify(folder / "in" / name));
+    }
+    StampSettings settings;
+    settings.naming = OutputNaming::batesAndOriginal;
+    const ProductionResult result =
+        Production::write(ProductionPlan(sources, settings), folder / "out", {}, {});
+    const auto failure = [](const std::string &name, const std::string &number) {
+        return std::pair(QString::fromStdString(name),
+                         StampError::cannotWrite(QString::fromStdString(number + ' ' + name)));
+    };
+    EXPECT_EQ(result.failures, (QMap<QString, StampError>{failure(tooLong, "ABC000002"),
+                                                          failure(asLongAsNamesMayBe, "ABC000003")}));
+    EXPECT_EQ(result.written, (std::vector<fs::path>{folder / "out" / ("ABC000001 " + longest),
+                                                     folder / "out" / "ABC000004 d.pdf"}));
+    const fs::directory_iterator left(folder / "out");
+    EXPECT_EQ(std::distance(begin(left), end(left)), 3) << "two copies and the index";
+    const std::string index = tests::readFile(*result.index);
+    for (const std::string &name : {tooLong, asLongAsNamesMayBe}) {
+        EXPECT_NE(index.find(name + ",,,,1,failed\r\n"), std::string::npos);
+    }
+}
+
 } // namespace tallyfold

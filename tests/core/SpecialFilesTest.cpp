@@ -199,4 +199,37 @@ TEST(SpecialFiles, WhatPagesShareIsInTheCopyOnce)
     EXPECT_LT(fs::file_size(copy), fs::file_size(folder / "a.pdf") + 50'000);
 }
 
+TEST(SpecialFiles, WhatPagesInheritAndShareIsDrawnOnEachOfThem)
+{
+    PdfBuilder builder;
+    // The names are those that the copy itself gives to what it adds.
+    const std::string fonts =
+        reference(builder.add("<</F0 7 0 R/F1<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>"));
+    const std::string image = reference(builder.addStream(
+        "/Type/XObject/Subtype/Image/Width 1/Height 1/BitsPerComponent 8/ColorSpace/DeviceRGB",
+        std::string("\xff\0\0", 3)));
+    const std::string gray = reference(builder.add("<</Type/ExtGState/ca 1>>"));
+    builder.inherit("/Resources<</Font " + fonts + "/XObject<</P " + image + "/A0 " + image +
+                    ">>/ExtGState<</G " + gray + ">>>>");
+    const std::string content =
+        reference(builder.addStream("", "q /G gs 50 0 0 50 100 500 cm /P Do Q q 50 0 0 50 300 500 cm /A0 Do "
+                                        "Q BT /F1 12 Tf 72 700 Td (shared) Tj ET"));
+    const std::string contents = reference(builder.add("[" + content + "]"));
+    for (int page = 0; page < 3; ++page) {
+        builder.addPage(letter + "/Contents " + contents);
+    }
+    const TemporaryFolder folder;
+    const fs::path copy = stamped(folder, builder.file());
+    for (int page = 1; page <= 3; ++page) {
+        const std::string text = tests::textOfPage(copy, page);
+        EXPECT_NE(text.find("shared"), std::string::npos) << text;
+        EXPECT_NE(text.find("ABC00000" + std::to_string(page)), std::string::npos) << text;
+        for (const Picture::Tool tool : {Picture::Tool::poppler, Picture::Tool::mupdf}) {
+            const Picture picture = Picture::of(copy, tool, page);
+            EXPECT_TRUE(picture.at(125, 525).isNear({255, 0, 0})) << page;
+            EXPECT_TRUE(picture.at(325, 525).isNear({255, 0, 0})) << page;
+        }
+    }
+}
+
 } // namespace tallyfold

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <regex>
 
 namespace tallyfold {
@@ -308,6 +309,43 @@ TEST(Stamper, ASourceThatChangesMeanwhileIsNotTrusted)
     };
     EXPECT_EQ(errorOf([&] { Stamper::write(file, {}, folder / "copy.pdf", grow); }),
               StampError::unreadable(QStringLiteral("a.pdf")));
+}
+
+TEST(Stamper, HoweverASourceChangesMeanwhileNoCopyIsTrusted)
+{
+    const std::string padding(200'000, ' '); // More than is read at once, so that something is left to read.
+    const std::map<std::string, std::function<void(const fs::path &)>> changes{
+        {"emptied", [](const fs::path &path) { fs::resize_file(path, 0); }},
+        {"cut", [](const fs::path &path) { fs::resize_file(path, fs::file_size(path) / 2); }},
+        {"of the same size",
+         [](const fs::path &path) { writeFile(path, std::string(fs::file_size(path), 'x')); }},
+        {"of the same size and date",
+         [](const fs::path &path) {
+             const auto time = fs::last_write_time(path);
+             writeFile(path, std::string(fs::file_size(path), 'x'));
+             fs::last_write_time(path, time);
+         }},
+        {"replaced",
+         [](const fs::path &path) {
+             writeSample(path.parent_path() / "other.pdf", 3);
+             fs::rename(path.parent_path() / "other.pdf", path);
+         }},
+        {"gone", [](const fs::path &path) { fs::remove(path); }}};
+    for (const auto &[name, change] : changes) {
+        const TemporaryFolder folder;
+        writeSample(folder / "a.pdf", 3, "Page of the original) Tj" + padding + "(");
+        const PlannedFile file = planned(folder / "a.pdf", {});
+        int pages = 0;
+        const auto onPage = [&] {
+            if (++pages == 1) {
+                change(folder / "a.pdf");
+            }
+            return true;
+        };
+        EXPECT_EQ(errorOf([&] { Stamper::write(file, {}, folder / "copy.pdf", onPage); }),
+                  StampError::unreadable(QStringLiteral("a.pdf")))
+            << name;
+    }
 }
 
 TEST(Stamper, PreviewsAreAsWideAsAskedAndAsHighAsThePage)

@@ -151,6 +151,31 @@ TEST(Annotations, OneThatIsListedTwiceIsDrawn)
     EXPECT_TRUE(Drawn(builder.file()).is(red, 15, 15));
 }
 
+TEST(Annotations, AFieldThatIsReachedInSeveralWaysIsDrawnOnce)
+{
+    PdfBuilder builder;
+    const std::string form = reference(builder.addStream(
+        "/Type/XObject/Subtype/Form/BBox[0 0 20 10]/Resources<</ExtGState<</H<</ca .5>>>>>>",
+        "/H gs 1 0 0 rg 0 0 20 10 re f"));
+    const std::string field = reference(builder.reserve());
+    const std::string widget =
+        reference(builder.add("<</Type/Annot/Subtype/Widget/FT/Tx/T(b)/V(v)/Rect[10 10 30 20]/Parent " +
+                              field + "/AP<</N " + form + ">>>>"));
+    builder.set(std::stoi(field), "<</T(a)/Kids[" + widget + ' ' + widget + "]>>");
+    builder.addToCatalog("/AcroForm<</Fields[" + field + ' ' + widget + ' ' + field + "]>>");
+    builder.addPage("/MediaBox[0 0 200 100]/Annots[" + widget + "]");
+    // Twice it would be as red again.
+    EXPECT_TRUE(Drawn(builder.file()).is({255, 128, 128}, 15, 15));
+}
+
+TEST(Annotations, AFieldOfNoFormIsDrawn)
+{
+    AnnotatedPage page;
+    page.annotate("/Subtype/Widget/FT/Tx/T(a)/V(v)/Rect[100 40 140 80]/AP<</N " +
+                  reference(page.form("1 0 0")) + ">>");
+    EXPECT_TRUE(Drawn(page.file()).is(red, 120, 60));
+}
+
 TEST(Annotations, OnATurnedPageTheyTurnWithIt)
 {
     AnnotatedPage page;
