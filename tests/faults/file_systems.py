@@ -23,7 +23,7 @@ import tempfile
 import time
 
 from counts import note
-from kill_sweep import TABLES, digests_of, write_pdf
+from kill_sweep import TABLES, digests_of, may_trace, write_pdf
 import small_file_systems
 
 INDEX = TABLES[0]
@@ -236,13 +236,6 @@ def what_may_not_be_written_to_is_told(bench, file_system):
     code, said, told = bench.run(output, bench.letters)
     return difference("outcome", (code, said, told, os.listdir(output)),
                       (2, {}, f"{INDEX}: Read-only file system\n", []))
-
-
-def may_trace():
-    try:
-        return subprocess.run(["strace", "-o", "/dev/null", "true"], stderr=subprocess.DEVNULL, check=False).returncode == 0
-    except FileNotFoundError:
-        return False
 
 
 def checks_for(file_system, is_traceable):

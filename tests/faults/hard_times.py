@@ -4,20 +4,23 @@
 Usage: hard_times.py --produce PROGRAM
 
 Hardly any memory, and less and less of it; no fonts, no home, other languages, clocks that are wrong; two productions at
-once into one folder; a folder to write into that is among the sources, or a link; folders without end. Whatever has a
-name afterwards is whole, and what is said of it is true.
+once into one folder; a folder to write into that is among the sources, or a link; folders without end; runs that are held
+up at any moment; folders and files that are not for this user. Whatever has a name afterwards is whole, and what is said of
+it is true. Besides, that long files take little memory, and that nothing is sent anywhere.
 """
 import argparse
 import contextlib
 import json
 import os
 import resource
+import signal
+import struct
 import subprocess
 import sys
 import tempfile
 import time
 
-from kill_sweep import COPIES, TABLES, digests_of, state_of, write_pdf
+from kill_sweep import COPIES, TABLES, digests_of, may_trace, state_of, write_pdf
 
 MEGABYTE = 1 << 20
 
@@ -103,6 +106,11 @@ def whatever_the_dates(bench):
     return faults
 
 
+def within(megabytes):
+    """What limits a program to so many megabytes of addresses before it starts."""
+    return lambda: resource.setrlimit(resource.RLIMIT_AS, (megabytes * MEGABYTE, megabytes * MEGABYTE))
+
+
 def with_hardly_any_memory(bench):
     """From far too little memory to enough: a run writes all, or says what it did not write, or ends at once; what has
     a name is whole."""
@@ -110,8 +118,7 @@ def with_hardly_any_memory(bench):
     outcomes = set()
     for megabytes in (*range(24, 160, 8), *range(160, 640, 32)):
         output = bench.new_folder()
-        limit = megabytes * MEGABYTE
-        ended = bench.run(output, preexec_fn=lambda size=limit: resource.setrlimit(resource.RLIMIT_AS, (size, size)))
+        ended = bench.run(output, preexec_fn=within(megabytes))
         found = digests_of(output)
         named = sorted(name for name in found if name in COPIES)
         faults += [f"{megabytes} MB: {fault}" for fault in bench.faults(output, expected=[])
@@ -188,8 +195,183 @@ def folders_without_end(bench):
     return faults
 
 
+def stops_of(command, said):
+    """Runs `command`, whose output goes to the file `said`, and stops it again and again for a moment; its exit code and how
+    often it was stopped."""
+    with open(said, "wb") as file:
+        run = subprocess.Popen(command, stdout=file, stderr=subprocess.DEVNULL)
+    stops = 0
+    moment = 0.0
+    while True:
+        time.sleep(moment)
+        moment = (moment + 0.00037) % 0.01
+        os.kill(run.pid, signal.SIGSTOP)
+        _, status = os.waitpid(run.pid, os.WUNTRACED)
+        if not os.WIFSTOPPED(status):
+            run.returncode = os.waitstatus_to_exitcode(status)  # Else it is waited for again.
+            return run.returncode, stops
+        stops += 1
+        os.kill(run.pid, signal.SIGCONT)
+
+
+def stopped_and_continued(bench):
+    """However often a run is held up, as by a machine that goes to sleep, what comes of it is the same."""
+    sources = bench.new_folder()
+    for name in COPIES:
+        write_pdf(os.path.join(sources, name), 300)
+    output = bench.new_folder()
+    if bench.run(output, sources).returncode != 0:
+        return ["a production fails that nobody stops"]
+    whole = digests_of(output)
+    said = os.path.join(bench.new_folder(), "said")
+    faults = []
+    stops = 0
+    while stops < 300 and not faults:
+        output = bench.new_folder()
+        code, count = stops_of(bench.command(output, sources), said)
+        stops += count
+        if (code, digests_of(output)) != (0, whole):
+            faults.append(f"after {count} stops: exit code {code}, and other files than without")
+    return faults
+
+
+def access_of(path):
+    """Who may do what with a file: its mode, owner and group, and its list of others."""
+    status = os.stat(path)
+    try:
+        others = os.getxattr(path, "system.posix_acl_access")
+    except OSError:
+        others = b""
+    return oct(status.st_mode), status.st_uid, status.st_gid, others
+
+
+def rights_are_those_of_new_files(bench):
+    """A folder's group and its list of who may read what is made in it hold for copies and tables as for any new file,
+    whichever way copies get their names."""
+    everybody = 0xffffffff
+    entries = ((1, 7, everybody), (2, 6, 4711), (4, 5, everybody), (8, 4, 4712), (16, 7, everybody), (32, 0, everybody))
+    passed_on = struct.pack("<I", 2) + b"".join(struct.pack("<HHI", *entry) for entry in entries)
+
+    def with_list(folder):
+        os.setxattr(folder, "system.posix_acl_default", passed_on)
+
+    def with_group(folder):
+        group = next((group for group in os.getgroups() if group != os.getegid()), 4711)
+        os.chown(folder, -1, group)
+        os.chmod(folder, 0o2775)
+
+    def with_both(folder):
+        with_list(folder)
+        with_group(folder)
+
+    ways = {"renamed": [], "linked": ["-e", "inject=renameat2:error=EINVAL"],
+            "copied": ["-e", "inject=renameat2:error=EINVAL", "-e", "inject=linkat:error=EPERM"]}
+    if not may_trace():
+        print("Left out: other ways than moves to give names, for processes may not be traced here (strace).")
+        ways = {"renamed": []}
+    faults = []
+    for prepare in (with_list, with_group, with_both):
+        for way, refusals in ways.items():
+            output = bench.new_folder()
+            try:
+                prepare(output)
+            except OSError as error:
+                print(f"Left out: a folder {prepare.__name__.replace('_', ' ')} of rights ({error.strerror}).")
+                break
+            trace = ["strace", "-f", "-qq", "-o", "/dev/null", "-e", "trace=renameat2,linkat", *refusals]
+            command = [*(trace if refusals else []), *bench.command(output)]
+            ended = subprocess.run(command, capture_output=True, check=False, umask=0o027)
+            faults += [f"{way}, {prepare.__name__}: {fault}" for fault in bench.faults(output, ended)]
+            old = os.umask(0o027)
+            os.close(os.open(os.path.join(output, "any new file"), os.O_CREAT | os.O_EXCL, 0o666))
+            os.umask(old)
+            access = {name: access_of(os.path.join(output, name)) for name in os.listdir(output)}
+            faults += [f"{way}, {prepare.__name__}: {name!r} is {access[name]} instead of {access['any new file']}"
+                       for name in access if access[name] != access["any new file"]]
+    return faults
+
+
+def what_is_not_for_this_user(bench):
+    """A folder that may not be written to, or not be looked into, is told; a source that may not be read costs itself."""
+    plain = []
+    if os.geteuid() == 0:  # Who may do everything, unless this is taken away.
+        plain = ["setpriv", "--inh-caps=-all", "--bounding-set=-dac_override,-dac_read_search"]
+        try:
+            if subprocess.run([*plain, "true"], stderr=subprocess.DEVNULL, check=False).returncode != 0:
+                raise FileNotFoundError
+        except FileNotFoundError:
+            print("Left out: what is not for this user, who is root and may not become less (setpriv).")
+            return []
+    faults = []
+    for mode in (0o555, 0o444, 0o000):
+        output = bench.new_folder()
+        os.chmod(output, mode)
+        ended = subprocess.run([*plain, *bench.command(output)], capture_output=True, check=False)
+        os.chmod(output, 0o700)
+        is_told = ended.returncode == 2 and not ended.stdout and ended.stderr.endswith(b": Permission denied\n")
+        if not is_told or os.listdir(output):
+            faults.append(f"a folder of mode {mode:o}: {ended} {os.listdir(output)}")
+    sources = bench.new_folder()
+    for pages, name in enumerate(COPIES, 1):
+        write_pdf(os.path.join(sources, name), pages)
+    last = COPIES[-1]
+    os.chmod(os.path.join(sources, last), 0)
+    closed = os.path.join(sources, "closed")
+    os.mkdir(closed, 0)
+    output = bench.new_folder()
+    ended = subprocess.run([*plain, *bench.command(output, sources)], capture_output=True, check=False)
+    os.chmod(closed, 0o700)
+    named = sorted(set(digests_of(output)) - set(TABLES))
+    with open(os.path.join(output, TABLES[0]), encoding="utf-8") as file:
+        rows = file.read().splitlines()
+    if ended.returncode != 0 or named != list(COPIES[:-1]) or not rows[-1].startswith(f"{last},,,,0,"):
+        faults.append(f"a source that may not be read: {ended} {named} {rows}")
+    if b"closed: not everything in this folder could be read" not in ended.stderr:
+        faults.append("a folder that may not be read is not told")
+    return faults + bench.faults(output, expected=[])
+
+
+def nothing_is_sent_anywhere(bench):
+    """No program that reads or writes here asks for a way out of the machine."""
+    if not may_trace():
+        print("Left out: what is sent, for processes may not be traced here (strace).")
+        return []
+
+    def ways_out(*command):
+        with tempfile.NamedTemporaryFile("r", dir=bench.folder) as trace:
+            subprocess.run(["strace", "-f", "-qq", "-o", trace.name, "-e", "trace=%network", *command],
+                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+            return [line.strip() for line in trace if "socket(" in line and "AF_UNIX" not in line]
+
+    opened = "import socket; socket.socket(socket.AF_INET, socket.SOCK_DGRAM)"
+    faults = [] if ways_out(sys.executable, "-c", opened) else ["this check finds nothing"]
+    return faults + ways_out(*bench.command(bench.new_folder())) + ways_out(bench.produce, "--sources", bench.sources)
+
+
+def long_files_take_little_memory(bench):
+    """Neither many pages nor large ones are held in memory, be their objects packed or not."""
+    folder = bench.new_folder()
+    files = {name: os.path.join(folder, name + ".pdf") for name in ("few", "many", "packed", "large")}
+    write_pdf(files["few"], 3)
+    write_pdf(files["many"], 20_000)
+    write_pdf(files["large"], 150, MEGABYTE)
+    subprocess.run(["qpdf", "--object-streams=generate", files["many"], files["packed"]], check=True)
+
+    def is_enough(name, megabytes):
+        return bench.run(bench.new_folder(), files[name], preexec_fn=within(megabytes)).returncode == 0
+
+    few = next(megabytes for megabytes in range(16, 1024, 8) if is_enough("few", megabytes))
+    # All objects of the many pages would be hundreds of megabytes, and the large pages are a hundred and fifty.
+    faults = [f"{name}: {few + 64} MB are not enough, where {few} are for few pages" for name in files
+              if not is_enough(name, few + 64)]
+    for path in files.values():
+        os.unlink(path)
+    return faults
+
+
 CHECKS = (whatever_the_surroundings, whatever_the_dates, with_hardly_any_memory, two_at_once, folders_within_folders,
-          folders_without_end)
+          folders_without_end, stopped_and_continued, rights_are_those_of_new_files, what_is_not_for_this_user,
+          nothing_is_sent_anywhere, long_files_take_little_memory)
 
 
 def main():

@@ -26,12 +26,22 @@ COPIES = ("a.pdf", "b.pdf", "c.pdf")
 TABLES = ("Production Index.csv", "Privilege Log.csv")
 
 
-def write_pdf(path, pages):
-    """A document of so many pages with a line of text each; the last is so large that the system copies it."""
+def may_trace():
+    """Whether processes may be traced here."""
+    try:
+        return subprocess.run(["strace", "-o", "/dev/null", "true"], stderr=subprocess.DEVNULL, check=False).returncode == 0
+    except FileNotFoundError:
+        return False
+
+
+def write_pdf(path, pages, padding=0):
+    """A document of so many pages with a line of text each, all with so many spaces behind it; the last is so large that
+    the system copies it."""
     objects = ["<</Type/Catalog/Pages 2 0 R>>", "", "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"]
     kids = []
     for page in range(pages):
-        text = f"BT /F 12 Tf 72 700 Td (Page {page + 1} of the original) Tj ET" + " " * (20_000 if page + 1 == pages else 0)
+        spaces = max(padding, 20_000 if page + 1 == pages else 0)
+        text = f"BT /F 12 Tf 72 700 Td (Page {page + 1} of the original) Tj ET" + " " * spaces
         objects.append(f"<</Length {len(text)}>>stream\n{text}\nendstream")
         objects.append(f"<</Type/Page/Parent 2 0 R/MediaBox[0 0 612 792]/Resources<</Font<</F 3 0 R>>>>"
                        f"/Contents {len(objects)} 0 R>>")
