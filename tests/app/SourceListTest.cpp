@@ -219,6 +219,24 @@ TEST_F(SourceList, MovingARowMakesTheOrderManualForGood)
     EXPECT_EQ(listed(), "b.pdf a.pdf c.pdf");
 }
 
+TEST_F(SourceList, WhatIsAddedLaterIsOrderedLikeTheRestUnlessTheOrderIsTheUsers)
+{
+    const auto numbered = [this] {
+        std::string names;
+        for (const PlannedFile &file : ProductionPlan(model->sources(), model->settings().stamp).files) {
+            names += file.source.name.toStdString() + ' ';
+        }
+        return names;
+    };
+    addPdfs({"d.pdf", "10.pdf"});
+    addPdfs({"c.pdf", "2.pdf"});
+    EXPECT_EQ(numbered(), "2.pdf 10.pdf c.pdf d.pdf ");
+    model->move({3}, 0);
+    EXPECT_EQ(numbered(), "d.pdf 2.pdf 10.pdf c.pdf ");
+    addPdfs({"a.pdf", "1.pdf"});
+    EXPECT_EQ(numbered(), "d.pdf 2.pdf 10.pdf c.pdf a.pdf 1.pdf ") << "at the end, where it is looked for";
+}
+
 TEST_F(SourceList, WithoutAnUndoStackNothingIsRegistered)
 {
     model->setUndoManager(nullptr);

@@ -1,3 +1,4 @@
+#include "core/Production.h"
 #include "core/SourceClassifier.h"
 #include "core/Stamper.h"
 #include "pdf/Deflater.h"
@@ -134,6 +135,29 @@ TEST(HostileData, NoFilterExpandsWithoutEnd)
     pdf::Deflater deflater;
     const std::string twice(deflater.compress(deflated(300'000'000)));
     EXPECT_TRUE(isTooMuch("/Filter[/FlateDecode/FlateDecode]", twice));
+}
+
+TEST(HostileData, OneThatExpandsWithoutEndTakesNoNeighbourWithIt)
+{
+    const TemporaryFolder folder;
+    fs::create_directory(folder / "out");
+    PdfBuilder builder;
+    const std::string content = reference(builder.addStream("/Filter/FlateDecode", deflated(200'000'000)));
+    builder.addPage(letter + "/Contents[" + content + ' ' + content + "]");
+    tests::writeSample(folder / "a.pdf", 2);
+    tests::writeHostile(folder / "b.pdf", builder.file());
+    tests::writeSample(folder / "c.pdf", 2);
+    std::vector<SourceFile> sources;
+    for (const char *name : {"a.pdf", "b.pdf", "c.pdf"}) {
+        sources.push_back(classify(folder / name, EarlierNumbers::leaveOut));
+    }
+    const ProductionResult result = Production::write(ProductionPlan(sources, {}), folder / "out", {}, {});
+    EXPECT_EQ(result.failures,
+              (QMap<QString, StampError>{
+                  {QStringLiteral("b.pdf"), StampError::unreadable(QStringLiteral("b.pdf"))}}));
+    EXPECT_EQ(result.written, (std::vector<fs::path>{folder / "out" / "a.pdf", folder / "out" / "c.pdf"}));
+    EXPECT_EQ(tests::soundPages(folder / "out" / "c.pdf"), 2);
+    EXPECT_NE(tests::textOfPage(folder / "out" / "c.pdf", 1).find("ABC000004"), std::string::npos);
 }
 
 TEST(HostileData, WhatLittleOfThoseFiltersHoldsIsUnpacked)

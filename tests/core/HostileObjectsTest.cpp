@@ -2,6 +2,7 @@
 #include "tests/core/StampOutcome.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Tool.h"
 
 #include <gtest/gtest.h>
 
@@ -77,6 +78,29 @@ TEST(HostileObjects, OfObjectsWithOneNumberTheTablesCounts)
             EXPECT_TRUE(outcome.isRefused() || outcome.pages == 1) << generation << ' ' << own;
         }
     }
+}
+
+TEST(HostileObjects, WhatOnlyTheSecondTableOfAFileOfTwoKindsKnowsIsFound)
+{
+    // In the table the page is not there; the stream beside it has it.
+    std::string file = "%PDF-1.5\n1 0 obj\n<</Type/Catalog/Pages 2 0 R>>\nendobj\n";
+    const std::string tree = std::to_string(file.size());
+    file += "2 0 obj\n<</Type/Pages/Kids[3 0 R]/Count 1>>\nendobj\n";
+    const std::size_t page = file.size();
+    file += "3 0 obj\n<</Type/Page/Parent 2 0 R/MediaBox[0 0 300 500]>>\nendobj\n";
+    const std::string stream = std::to_string(file.size());
+    const std::string rows = '\1' + eightBytes(page);
+    file += "4 0 obj\n<</Type/XRef/Size 5/Index[3 1]/W[1 8 0]/Root 1 0 R/Length 9>>stream\n" + rows +
+            "\nendstream\nendobj\n";
+    const std::string table = std::to_string(file.size());
+    file += "xref\n0 4\n0000000000 65535 f \n0000000009 00000 n \n" + std::string(10 - tree.size(), '0') +
+            tree + " 00000 n \n0000000000 65535 f \ntrailer\n<</Size 5/Root 1 0 R/XRefStm " + stream +
+            ">>\nstartxref\n" + table + "\n%%EOF\n";
+    const TemporaryFolder folder;
+    tests::writeHostile(folder / "a.pdf", file);
+    EXPECT_EQ(tests::outcomeOfFile(folder / "a.pdf").pages, 1);
+    const std::string info = tests::runTool({"pdfinfo", folder / "copy.pdf"}).output;
+    EXPECT_NE(info.find("300 x 500"), std::string::npos) << info;
 }
 
 TEST(HostileObjects, OnesThatAreNothingButReferencesGiveAnAnswer)

@@ -82,6 +82,28 @@ TEST(OddNames, AreFoundAndShownAndStampedAndIndexed)
     }
 }
 
+TEST(OddNames, FoldersMayHaveThemToo)
+{
+    for (const std::string name : {"f\xFFlder", "line\nbreak", " =1+1 ", "\"\\'", "n.pdf"}) {
+        const TemporaryFolder folder;
+        const fs::path in = folder / "in" / name;
+        const fs::path out = folder / ("out" + name);
+        fs::create_directories(in);
+        fs::create_directory(out);
+        tests::writeSample(in / "a.pdf", 1);
+        const CollectedPdfs found = collectPdfs(std::vector{folder / "in"});
+        EXPECT_TRUE(found.unreadableFolders.empty());
+        ASSERT_FALSE(found.locations.empty()) << name;
+        ASSERT_EQ(found.locations.back(), in / "a.pdf");
+        const ProductionResult result =
+            Production::write(ProductionPlan({classify(found.locations.back())}, {}), out, {}, {});
+        EXPECT_EQ(result.written, (std::vector<fs::path>{out / "a.pdf"}));
+        EXPECT_EQ(result.index, out / "Production Index.csv");
+        fs::copy_file(out / "a.pdf", folder / "copy.pdf");
+        EXPECT_EQ(tests::soundPages(folder / "copy.pdf"), 1);
+    }
+}
+
 TEST(OddNames, NamesThatAreShownAlikeAreTwoSourcesWhoseCopiesCollide)
 {
     const TemporaryFolder folder;

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Writes productions where a program has little, or finds what it does not expect.
 
-Usage: hard_times.py --produce PROGRAM
+Usage: hard_times.py --produce PROGRAM --clock LIBRARY
 
 Hardly any memory, and less and less of it; no fonts, no home, other languages, clocks that are wrong; two productions at
 once into one folder; a folder to write into that is among the sources, or a link; folders without end; runs that are held
@@ -26,8 +26,9 @@ MEGABYTE = 1 << 20
 
 
 class Bench:
-    def __init__(self, produce, folder):
+    def __init__(self, produce, clock, folder):
         self.produce = produce
+        self.clock = clock
         self.folder = folder
         self.sources = self.new_folder()
         for pages, name in enumerate(COPIES, 1):
@@ -103,6 +104,26 @@ def whatever_the_dates(bench):
         output = bench.new_folder()
         ended = bench.run(output, sources)
         faults += [f"dated {seconds}: {fault}" for fault in bench.faults(output, ended)]
+    return faults
+
+
+def whatever_the_clock_does(bench):
+    """A clock that jumps by years at every look neither fails a file nor leaves its text unread."""
+    jumping = {**os.environ, "LD_PRELOAD": bench.clock}
+    years = subprocess.run([sys.executable, "-c", "import time; print(abs(time.time() - time.time()) > 10 ** 9)"],
+                           env=jumping, capture_output=True, check=False)
+    faults = [] if years.stdout == b"True\n" else ["the clock does not jump"]
+    output = bench.new_folder()
+    faults += bench.faults(output, bench.run(output, env=jumping))
+
+    def found(environment):
+        said = subprocess.run([bench.produce, "--sources", output], env=environment, capture_output=True, check=False)
+        return [(source["name"], source["pageCount"], source["existingBates"]) for source in json.loads(said.stdout)]
+
+    expected = [("a.pdf", 1, "ABC000001"), ("b.pdf", 2, "ABC000002"), ("c.pdf", 3, "ABC000004")]
+    for name, environment in {"with it": jumping, "without": dict(os.environ)}.items():
+        if found(environment) != expected:
+            faults.append(f"{name} is found {found(environment)}")
     return faults
 
 
@@ -369,17 +390,18 @@ def long_files_take_little_memory(bench):
     return faults
 
 
-CHECKS = (whatever_the_surroundings, whatever_the_dates, with_hardly_any_memory, two_at_once, folders_within_folders,
-          folders_without_end, stopped_and_continued, rights_are_those_of_new_files, what_is_not_for_this_user,
-          nothing_is_sent_anywhere, long_files_take_little_memory)
+CHECKS = (whatever_the_surroundings, whatever_the_dates, whatever_the_clock_does, with_hardly_any_memory, two_at_once,
+          folders_within_folders, folders_without_end, stopped_and_continued, rights_are_those_of_new_files,
+          what_is_not_for_this_user, nothing_is_sent_anywhere, long_files_take_little_memory)
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--produce", required=True)
+    parser.add_argument("--clock", required=True)
     arguments = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
-        bench = Bench(os.path.abspath(arguments.produce), folder)
+        bench = Bench(os.path.abspath(arguments.produce), os.path.abspath(arguments.clock), folder)
         faults = [f"{check.__name__}: {fault}" for check in CHECKS for fault in check(bench)]
     print("\n".join([*faults, f"{len(CHECKS)} kinds of hard times, {len(faults)} faults"]))
     return 1 if faults else 0
