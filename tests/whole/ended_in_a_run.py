@@ -14,6 +14,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import time
 
 from whole_program import Failed, Session, add_folder, choose_output, expect, wait_until
 
@@ -62,11 +63,22 @@ def take_the_screen_away(session):
     session.children[0].kill()  # The X server.
 
 
+def begin(session, output):
+    """Begins to stamp, and waits for the first copy. Keys are lost while windows change places; one more does nothing in a
+    production."""
+    def is_begun():
+        session.key("ctrl+Return")
+        patience = time.monotonic() + 2
+        while not copies_in(output) and time.monotonic() < patience:
+            time.sleep(0.01)
+        return copies_in(output)
+    wait_until(is_begun, "the first copy")
+
+
 def left_after(end, session, sources, output):
     """Stamps `sources` into `output` and ends the program once it has written a copy; what is in the folder then."""
     before = digests_of(sources)
-    session.key("ctrl+Return")
-    wait_until(lambda: copies_in(output), "the first copy")
+    begin(session, output)
     end(session)
     wait_until(lambda: session.main.poll() is not None, "the program to end")
     hidden = [name for name in os.listdir(output) if name.startswith(".tallyfold-")]
