@@ -196,6 +196,26 @@ TEST(Production, ASourceThatVanishedFailsAloneAndByName)
         << "the numbers of the others are as planned";
 }
 
+TEST(Production, SourcesOfOneNameFailTogetherInTheTablesAndAloneInTheFolder)
+{
+    const ThreeFiles files;
+    fs::create_directory(files.folder / "in2");
+    writeSample(files.folder / "in2/a.pdf", 3);
+    StampSettings settings;
+    settings.naming = OutputNaming::batesFirst;
+    const ProductionPlan plan({classify(files.folder / "in/a.pdf"), classify(files.folder / "in2/a.pdf"),
+                               classify(files.folder / "in/b.pdf")},
+                              settings);
+    fs::remove(files.folder / "in/a.pdf");
+    const ProductionResult result = Production::write(plan, files.out, {true, true}, goOn);
+    EXPECT_EQ(result.written,
+              (std::vector<fs::path>{files.out / "ABC000003.pdf", files.out / "ABC000006.pdf"}));
+    EXPECT_TRUE(tests::readFile(*result.index)
+                    .ends_with("a.pdf,,,,2,failed\r\na.pdf,,,,3,failed\r\n"
+                               "b.pdf,ABC000006.pdf,ABC000006,ABC000007,2,stamped\r\n"));
+    EXPECT_EQ(tests::readFile(*result.privilegeLog).find("ABC000003"), std::string::npos);
+}
+
 TEST(Production, ASourceWithFewerPagesThanPlannedFailsAloneAndByName)
 {
     const ThreeFiles files;
