@@ -14,7 +14,8 @@ namespace tallyfold::pdf {
 /// the other one cannot take it away while it is looked at; what is in it may change at any time.
 class PictureRoom {
 public:
-    /// So many bytes; null when there is no memory for them, none are asked for, or more than any picture has.
+    /// So many bytes; null when there is no memory for them, none are asked for, or more than any picture
+    /// has.
     [[nodiscard]] static std::unique_ptr<PictureRoom> ofSize(std::size_t size);
 
     /// The open file that the other process maps.

@@ -78,8 +78,7 @@ public:
     {
         const std::size_t size =
             static_cast<std::size_t>(std::max(width, 0)) * static_cast<std::size_t>(std::max(height, 0)) * 4;
-        const std::shared_ptr<PictureRoom> room =
-            m_isUsable ? m_process->roomFor(size) : nullptr;
+        const std::shared_ptr<PictureRoom> room = m_isUsable ? m_process->roomFor(size) : nullptr;
         if (!room) {
             return std::nullopt;
         }
