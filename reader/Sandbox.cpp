@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <linux/seccomp.h>
 #include <memory>
 #include <sched.h>
 #include <seccomp.h>
