@@ -87,11 +87,12 @@ void AppModel::registerUndo(const QString &actionName, std::function<void()> swa
     }
     // The stack may outlive the model, and keeps its steps.
     const QPointer<AppModel> model(this);
-    m_undoManager->push(new ListChange(actionName, [model, swap = std::move(swap)] { // The stack owns it.
+    auto change = std::make_unique<ListChange>(actionName, [model, swap = std::move(swap)] {
         if (model) {
             swap();
         }
-    }));
+    });
+    m_undoManager->push(change.release()); // The stack owns it from here on.
 }
 
 } // namespace tallyfold

@@ -43,7 +43,7 @@ bool read(const QJsonValue &value, std::vector<Preset> &field)
         return true;
     }
     const QJsonArray records = value.toArray();
-    for (const QJsonValue &record : records) {
+    for (const auto &record : records) {
         const std::optional<Preset> preset = decodePreset(record);
         if (!preset) {
             return false;

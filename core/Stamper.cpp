@@ -47,12 +47,12 @@ std::optional<StampError> drawPages(pdf::CopyWriter &copy, const PlannedFile &fi
         if (reached == Step::noMorePages) {
             break;
         }
-        if (const auto failure = failureOf(reached, file)) {
+        if (auto failure = failureOf(reached, file)) {
             return failure;
         }
         const std::vector<Line> stamp =
             lines(file.pages[static_cast<std::size_t>(index)], settings, index, total);
-        if (const auto failure = failureOf(copy.endPage(drawing.content(stamp, copy.pageSize())), file)) {
+        if (auto failure = failureOf(copy.endPage(drawing.content(stamp, copy.pageSize())), file)) {
             return failure;
         }
         if (pageDone && !pageDone()) {
