@@ -43,12 +43,13 @@ using tests::TemporaryFolder;
 namespace {
 
 constexpr int notEntered = 255;
-constexpr const char *leftOut = "built without libseccomp: there is no filter to be tried";
+constexpr const char *leftOut =
+    "built without libseccomp, or the system has no filters: there is none to be tried";
 
+/// Known from elsewhere than the sandbox says of itself: one that left itself out would be tried by nobody.
 bool isLeftOut()
 {
-    return inChild([] { return static_cast<int>(enterSandbox(0)); }).code ==
-           static_cast<int>(SandboxEntry::leftOut);
+    return !TALLYFOLD_HAS_SECCOMP || ::prctl(PR_GET_SECCOMP) < 0;
 }
 
 /// What `work` gives in a child inside the sandbox.
