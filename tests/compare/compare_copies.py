@@ -11,6 +11,7 @@ file has to come out as the tools agree it is. In any other folder what comes ou
 A copy is right when
   qpdf finds it clean and with the pages it should have,
   Poppler and mupdf find the number on every page, at the bottom right,
+  every object that can be seen is in it with the same values (same_objects.py), and nothing else of the original is,
   every page has the size at which the original is shown, upright,
   both draw every page as they draw the original, but for the white box with the number,
   and the original is what it was.

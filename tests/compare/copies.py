@@ -11,6 +11,7 @@ from dataclasses import dataclass, field
 import numpy
 
 import pictures
+import same_objects
 from limited import run
 
 # What is stamped: one number at the bottom right, in a font every digit of which has the same width.
@@ -168,6 +169,11 @@ def check_numbers(report, copy, numbers, pages):
             report.find("mutool text", f"{number} not found", index + 1)
 
 
+def check_objects(report, source, copy):
+    for difference in same_objects.findings(source, copy):
+        report.find("objects", difference)
+
+
 def check_sizes(report, originals, copies):
     for number, (original, copy) in enumerate(zip(originals, copies), 1):
         if copy.turn or copy.size is None:
@@ -254,6 +260,7 @@ def check_copy(report, source, copy, numbers, options):
     pages = pages_of(copy, len(numbers))
     check_sizes(report, pages_of(source, len(numbers)), pages)
     check_numbers(report, copy, numbers, pages)
+    check_objects(report, source, copy)
     if options.with_pictures:
         check_pictures(report, source, copy, pages, options)
 
