@@ -2,7 +2,6 @@
 
 #include "pdf/PageGeometry.h"
 
-#include <array>
 #include <cmath>
 #include <string>
 
@@ -15,9 +14,21 @@ constexpr long long hiddenFlag = 1U << 1U;
 constexpr long long noRotateFlag = 1U << 4U;
 constexpr long long noViewFlag = 1U << 5U;
 
+/// What `annotation` has for a normal appearance: a stream, a dictionary of them by state, or anything else.
+QPDFObjectHandle normalEntry(QPDFObjectHandle annotation)
+{
+    QPDFObjectHandle appearances = annotation.getKey("/AP");
+    return appearances.isDictionary() ? appearances.getKey("/N") : QPDFObjectHandle::newNull();
+}
+
 long long flagsOf(QPDFObjectHandle annotation)
 {
     QPDFObjectHandle flags = annotation.getKey("/F");
+    if (flags.isReal()) { // Some writers know one kind of number only.
+        constexpr double most = 1U << 31U;
+        const double value = flags.getNumericValue();
+        return value >= 0 && value < most ? static_cast<long long>(value) : 0;
+    }
     return flags.isInteger() ? flags.getIntValue() : 0;
 }
 
@@ -36,75 +47,47 @@ QPDFObjectHandle inheritedFieldValue(QPDFObjectHandle field, const char *key)
     return QPDFObjectHandle::newNull();
 }
 
-std::string buttonState(QPDFObjectHandle annotation)
+std::string appearanceState(QPDFObjectHandle annotation)
 {
+    constexpr const char *off = "/Off";
+    QPDFObjectHandle states = normalEntry(annotation);
+    const bool hasStates = states.isDictionary() && !states.getKeys().empty();
     QPDFObjectHandle state = annotation.getKey("/AS");
     if (state.isName()) {
-        return state.getName();
+        const bool isUnknown = hasStates && !states.hasKey(state.getName());
+        return isUnknown && inheritedFieldValue(annotation, "/FT").isNameAndEquals("/Btn") ? off
+                                                                                           : state.getName();
     }
     QPDFObjectHandle value = inheritedFieldValue(annotation, "/V");
-    return value.isName() ? value.getName() : "/Off";
+    return value.isName() && hasStates && states.hasKey(value.getName()) ? value.getName() : off;
 }
 
 bool isShown(QPDFObjectHandle annotation)
 {
-    if (!annotation.isDictionary() || (flagsOf(annotation) & (hiddenFlag | noViewFlag)) != 0) {
-        return false;
-    }
-    QPDFObjectHandle subtype = annotation.getKey("/Subtype");
-    return subtype.isName() && subtype.getName() != "/Popup" && subtype.getName() != "/Link";
+    return annotation.isDictionary() && (flagsOf(annotation) & (hiddenFlag | noViewFlag)) == 0 &&
+           !annotation.getKey("/Subtype").isNameAndEquals("/Popup");
 }
 
 QPDFObjectHandle normalAppearance(QPDFObjectHandle annotation)
 {
-    QPDFObjectHandle appearances = annotation.getKey("/AP");
-    if (!appearances.isDictionary()) {
-        return QPDFObjectHandle::newNull();
-    }
-    QPDFObjectHandle normal = appearances.getKey("/N");
-    if (normal.isDictionary() && !normal.isStream()) {
-        normal = normal.getKey(buttonState(annotation));
+    QPDFObjectHandle normal = normalEntry(annotation);
+    if (normal.isDictionary()) {
+        normal = normal.getKey(appearanceState(annotation));
     }
     return normal.isStream() ? normal : QPDFObjectHandle::newNull();
 }
 
-bool hasNormalAppearance(QPDFObjectHandle annotation)
-{
-    QPDFObjectHandle appearances = annotation.getKey("/AP");
-    if (!appearances.isDictionary()) {
-        return false;
-    }
-    QPDFObjectHandle normal = appearances.getKey("/N");
-    return normal.isStream() || normal.isDictionary();
-}
-
-Matrix matrixFrom(QPDFObjectHandle array)
-{
-    if (!array.isArray() || array.getArrayNItems() < 6) {
-        return {};
-    }
-    std::array<double, 6> values{};
-    for (int index = 0; index < 6; ++index) {
-        QPDFObjectHandle item = array.getArrayItem(index);
-        const double value = item.isNumber() ? item.getNumericValue() : NAN;
-        if (!std::isfinite(value)) {
-            return {};
-        }
-        values[static_cast<std::size_t>(index)] = value;
-    }
-    return {values[0], values[1], values[2], values[3], values[4], values[5]};
-}
-
-std::optional<Matrix> placementOf(QPDFObjectHandle annotation, const Rect &boundingBox,
+std::optional<Matrix> placementOf(QPDFObjectHandle annotation, const std::optional<Rect> &boundingBox,
                                   const Matrix &formMatrix, int rotation)
 {
     const std::optional<Rect> rect = rectFrom(annotation.getKey("/Rect"));
-    const Rect bounds = boundsOfTransformed(formMatrix, boundingBox);
-    if (!rect || !(bounds.width() > 0) || !(bounds.height() > 0)) {
+    const Rect bounds = boundsOfTransformed(formMatrix, boundingBox.value_or(Rect{}));
+    const bool isFlat = formMatrix.a * formMatrix.d == formMatrix.b * formMatrix.c;
+    if (!rect || isFlat || (boundingBox && (!(bounds.width() > 0) || !(bounds.height() > 0)))) {
         return std::nullopt;
     }
-    const double scaleX = rect->width() / bounds.width();
-    const double scaleY = rect->height() / bounds.height();
+    const double scaleX = boundingBox ? rect->width() / bounds.width() : 1;
+    const double scaleY = boundingBox ? rect->height() / bounds.height() : 1;
     const Matrix fit{
         scaleX, 0, 0, scaleY, rect->minX - bounds.minX * scaleX, rect->minY - bounds.minY * scaleY};
     if (!std::isfinite(scaleX) || !std::isfinite(scaleY) || rect->width() <= 0 || rect->height() <= 0) {

@@ -123,7 +123,7 @@ QString buttonCaption(QPDFObjectHandle widget)
 
 void appendButtonMark(std::string &content, QPDFObjectHandle widget, const TextBox &box)
 {
-    if (buttonState(widget) == "/Off") {
+    if (appearanceState(widget) == "/Off") {
         return;
     }
     const Point middle{(box.area.minX + box.area.maxX) / 2, (box.area.minY + box.area.maxY) / 2};

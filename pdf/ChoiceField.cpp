@@ -85,6 +85,12 @@ QString chosenText(QPDFObjectHandle widget)
         });
         texts.append(option == options.end() ? value : option->text);
     }
+    const std::vector<bool> chosen = texts.isEmpty() ? chosenAmong(options, widget) : std::vector<bool>();
+    for (std::size_t index = 0; index < chosen.size(); ++index) {
+        if (chosen[index]) { // Some writers give the indices alone.
+            texts.append(options[index].text);
+        }
+    }
     return texts.join(QStringLiteral(", "));
 }
 

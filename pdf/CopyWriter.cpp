@@ -141,7 +141,7 @@ void CopyWriter::appendAnnotations(std::string &content, std::string &objects, s
     const auto draw = [&](const PlacedAppearance &appearance) {
         int form = 0;
         if (const auto *existing = std::get_if<QPDFObjectHandle>(&appearance.form)) {
-            form = m_copier.copyForm(*existing);
+            form = m_copier.copyForm(*existing, m_page.resources);
         } else {
             const auto &generated = std::get<GeneratedForm>(appearance.form);
             std::string entries = "/Type/XObject/Subtype/Form/BBox";

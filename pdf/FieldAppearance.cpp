@@ -108,22 +108,29 @@ QString shownText(QPDFObjectHandle widget, const std::string &type)
     return (integerOf(widget, "/Ff") & passwordFlag) != 0 ? QString(text.size(), u'*') : text;
 }
 
+bool hasArea(const std::optional<Rect> &rect)
+{
+    return rect && rect->width() > 0 && rect->height() > 0;
+}
+
 } // namespace
 
 bool needsFieldAppearance(QPDFObjectHandle widget, QPDFObjectHandle acroForm)
 {
     const std::string type = typeOf(widget);
-    if (type == "/Btn") {
-        return !hasNormalAppearance(widget);
-    }
-    if (type != "/Tx" && type != "/Ch") {
+    if (type != "/Tx" && type != "/Ch" && type != "/Btn") {
         return false;
     }
-    if (!normalAppearance(widget).isStream()) {
+    QPDFObjectHandle own = normalAppearance(widget);
+    if (!own.isStream()) {
         return true;
     }
     QPDFObjectHandle isOutdated = acroForm.isDictionary() ? acroForm.getKey("/NeedAppearances") : acroForm;
-    return isOutdated.isBool() && isOutdated.getBoolValue() && !shownText(widget, type).isEmpty();
+    if (!isOutdated.isBool() || !isOutdated.getBoolValue()) {
+        return false;
+    }
+    // A button's appearance goes by its state and is as good as ever, if it can be drawn.
+    return type != "/Btn" || !hasArea(rectFrom(own.getDict().getKey("/BBox")));
 }
 
 std::optional<GeneratedForm> fieldAppearance(QPDFObjectHandle widget, QPDFObjectHandle acroForm,

@@ -2,6 +2,8 @@
 
 #include "pdf/Shapes.h"
 
+#include <algorithm>
+
 namespace tallyfold::pdf {
 
 namespace {
@@ -59,11 +61,19 @@ void appendEdges(std::string &out, Size size, const BorderStyle &border)
     out.append("f ");
 }
 
+/// The square in the middle of an area, which a circle fills.
+Rect middleSquare(Size size, double inset)
+{
+    const double radius = std::min(size.width, size.height) / 2 - inset;
+    return {size.width / 2 - radius, size.height / 2 - radius, size.width / 2 + radius,
+            size.height / 2 + radius};
+}
+
 void appendBorder(std::string &out, Size size, const BorderStyle &border, FieldOutline outline)
 {
     const double half = border.width / 2;
     if (outline == FieldOutline::circle) {
-        appendEllipse(out, {half, half, size.width - half, size.height - half});
+        appendEllipse(out, middleSquare(size, half));
     } else if (border.kind == Kind::underline) {
         appendNumbers(out, {0, half});
         out.append("m ");
@@ -102,7 +112,7 @@ FieldBox fieldBoxOf(QPDFObjectHandle widget, const Rect &rect, FieldOutline outl
     if (!background.empty()) {
         out.append(background);
         if (outline == FieldOutline::circle) {
-            appendEllipse(out, {0, 0, box.size.width, box.size.height});
+            appendEllipse(out, middleSquare(box.size, 0));
         } else {
             appendRectangle(out, {0, 0, box.size.width, box.size.height});
         }

@@ -78,7 +78,8 @@ std::optional<GeneratedForm> note(QPDFObjectHandle annotation)
 
 std::optional<GeneratedForm> markupAppearance(QPDFObjectHandle annotation, TextFonts &fonts)
 {
-    const std::string subtype = annotation.getKey("/Subtype").getName();
+    QPDFObjectHandle name = annotation.getKey("/Subtype");
+    const std::string subtype = name.isName() ? name.getName() : std::string();
     if (subtype == "/FreeText") {
         return freeText(annotation, fonts);
     }

@@ -1,14 +1,17 @@
 #include "pdf/ObjectCopier.h"
 
+#include "pdf/AppearanceForm.h"
 #include "pdf/FileInput.h"
 #include "pdf/NumberFormat.h"
 #include "pdf/RawStream.h"
+#include "pdf/ResourceUse.h"
 #include "pdf/Syntax.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 namespace tallyfold::pdf {
 
@@ -46,11 +49,6 @@ bool isUnseen(QPDFObjectHandle dictionary)
     return dictionary.hasKey("/Parent") && (dictionary.hasKey("/MediaBox") || dictionary.hasKey("/Kids"));
 }
 
-std::uint64_t keyOf(const QPDFObjGen &id)
-{
-    return (static_cast<std::uint64_t>(id.getObj()) << 32U) | static_cast<std::uint32_t>(id.getGen());
-}
-
 /// `filter` is the crypt filter, which the parser has already undone.
 bool isCryptFilter(QPDFObjectHandle filter)
 {
@@ -59,23 +57,66 @@ bool isCryptFilter(QPDFObjectHandle filter)
 
 } // namespace
 
-ObjectCopier::ObjectCopier(Document &source, StreamingOutput &output) : m_source(&source), m_output(&output)
+ObjectCopier::ObjectCopier(Document &source, StreamingOutput &output)
+    : m_source(&source), m_output(&output), m_lender(QPDFObjectHandle::newNull())
 {
+}
+
+std::uint64_t ObjectCopier::keyOf(const QPDFObjectHandle &reference, Kind kind)
+{
+    // What is drawn as an appearance, within one, and as something else has other entries for each
+    // (`entriesAsForm`). No number of an object or of a generation is so large.
+    constexpr std::uint64_t formBit = 1ULL << 63U;
+    constexpr std::uint64_t plainFormBit = 1ULL << 31U;
+    const QPDFObjGen id = reference.getObjGen();
+    return (static_cast<std::uint64_t>(id.getObj()) << 32U) | static_cast<std::uint32_t>(id.getGen()) |
+           (kind == Kind::form ? formBit : 0) | (kind == Kind::plainForm ? plainFormBit : 0);
 }
 
 int ObjectCopier::numberFor(const QPDFObjectHandle &reference, Kind kind)
 {
-    const auto [place, isNew] = m_numbers.try_emplace(keyOf(reference.getObjGen()), 0);
+    const auto [place, isNew] = m_numbers.try_emplace(keyOf(reference, kind), 0);
     if (isNew) {
         place->second = m_output->reserve();
-        m_pending.push_back({reference, place->second, kind});
+        m_pending.push_back({reference, place->second, kind, m_lender});
     }
     return place->second;
 }
 
+bool ObjectCopier::isBorrower(const QPDFObjectHandle &reference, Kind kind) const
+{
+    return m_borrowers.contains(keyOf(reference, kind));
+}
+
+int ObjectCopier::borrowerFor(const QPDFObjectHandle &reference, Kind kind)
+{
+    int &number = m_borrowers[keyOf(reference, kind)][copyLender()];
+    if (number == 0) {
+        number = m_output->reserve();
+        m_pending.push_back({reference, number, kind, m_lender, true});
+    }
+    return number;
+}
+
+int ObjectCopier::copyLender()
+{
+    if (!m_lender.isDictionary()) {
+        return 0;
+    }
+    if (m_lender.isIndirect()) {
+        return copyResources(m_lender);
+    }
+    int &number = m_directLenders[m_lender.unparse()];
+    if (number == 0) {
+        number = m_output->reserve();
+        m_pending.push_back({m_lender, number, Kind::resources, m_lender});
+    }
+    return number;
+}
+
 std::optional<int> ObjectCopier::copiedNumber(const QPDFObjectHandle &reference) const
 {
-    const auto place = m_numbers.find(keyOf(reference.getObjGen()));
+    const auto place = m_numbers.find(keyOf(reference, Kind::value));
     return place == m_numbers.end() ? std::nullopt : std::optional(place->second);
 }
 
@@ -84,9 +125,14 @@ int ObjectCopier::copyResources(const QPDFObjectHandle &reference)
     return numberFor(reference, Kind::resources);
 }
 
-int ObjectCopier::copyForm(const QPDFObjectHandle &reference)
+int ObjectCopier::copyForm(const QPDFObjectHandle &reference, const QPDFObjectHandle &resources)
 {
-    return numberFor(reference, Kind::form);
+    const QPDFObjectHandle previous = std::exchange(m_lender, resources);
+    const bool borrows =
+        isBorrower(reference, Kind::form) || borrowsResources(m_source->fetch(reference), true);
+    const int number = borrows ? borrowerFor(reference, Kind::form) : numberFor(reference, Kind::form);
+    m_lender = previous;
+    return number;
 }
 
 void ObjectCopier::append(std::string &out, const QPDFObjectHandle &value)
@@ -95,15 +141,19 @@ void ObjectCopier::append(std::string &out, const QPDFObjectHandle &value)
         appendDirect(out, value);
         return;
     }
-    if (!m_numbers.contains(keyOf(value.getObjGen()))) {
+    if (!m_numbers.contains(keyOf(value, Kind::value)) && !isBorrower(value, Kind::value)) {
         QPDFObjectHandle target = m_source->fetch(value);
         QPDFObjectHandle dictionary = target.isStream() ? target.getDict() : target;
         if (target.isNull() || (dictionary.isDictionary() && isUnseen(dictionary))) {
             out.append("null");
             return;
         }
+        if (borrowsResources(target, false)) {
+            m_borrowers[keyOf(value, Kind::value)];
+        }
     }
-    appendReference(out, numberFor(value, Kind::value));
+    appendReference(out, isBorrower(value, Kind::value) ? borrowerFor(value, Kind::value)
+                                                        : numberFor(value, Kind::value));
 }
 
 void ObjectCopier::appendDirect(std::string &out, QPDFObjectHandle value)
@@ -124,13 +174,7 @@ void ObjectCopier::appendDirect(std::string &out, QPDFObjectHandle value)
             out.append("null");
             return;
         }
-        out.append("<<");
-        for (const auto &[key, item] : value.getDictAsMap()) {
-            appendName(out, key);
-            out.push_back(' ');
-            append(out, item);
-        }
-        out.append(">>");
+        appendDictionary(out, value, !value.isIndirect() && borrowsResources(value, false));
         return;
     case ::ot_stream: // A stream is always indirect; one that is not has no data to copy.
     case ::ot_uninitialized:
@@ -139,18 +183,50 @@ void ObjectCopier::appendDirect(std::string &out, QPDFObjectHandle value)
         out.append("null");
         return;
     default:
-        out.append(value.unparse());
+        out.append(value.unparseResolved());
         return;
+    }
+}
+
+void ObjectCopier::appendDictionary(std::string &out, QPDFObjectHandle dictionary, bool isBorrowing)
+{
+    const bool isFont = dictionary.getKey("/Subtype").isNameAndEquals("/Type3");
+    out.append("<<");
+    for (const auto &[key, item] : dictionary.getDictAsMap()) {
+        if (isBorrowing && key == "/Resources") {
+            continue;
+        }
+        appendName(out, key);
+        if (isFont && key == "/Resources") {
+            appendResourcesEntry(out, item);
+            continue;
+        }
+        out.push_back(' ');
+        append(out, item);
+    }
+    if (isBorrowing) {
+        appendBorrowedResources(out);
+    }
+    out.append(">>");
+}
+
+void ObjectCopier::appendBorrowedResources(std::string &out)
+{
+    if (const int number = copyLender(); number != 0) {
+        out.append("/Resources");
+        appendReference(out, number);
     }
 }
 
 void ObjectCopier::appendResources(std::string &out, const QPDFObjectHandle &resources)
 {
-    QPDFObjectHandle categories = resources;
+    const bool paintsPlainly = std::exchange(m_paintsPlainly, false); // Of this level alone.
+    QPDFObjectHandle categories = m_source->fetch(resources);
     if (!categories.isDictionary()) {
         out.append("<<>>");
         return;
     }
+    const QPDFObjectHandle previous = std::exchange(m_lender, resources);
     out.append("<<");
     for (const auto &[category, names] : categories.getDictAsMap()) {
         QPDFObjectHandle entries = m_source->fetch(names);
@@ -166,24 +242,44 @@ void ObjectCopier::appendResources(std::string &out, const QPDFObjectHandle &res
         for (const auto &[name, item] : entries.getDictAsMap()) {
             appendName(out, name);
             out.push_back(' ');
-            append(out, item);
+            if (paintsPlainly && category == "/XObject") {
+                appendPaintedPlainly(out, item);
+            } else {
+                append(out, item);
+            }
         }
         out.append(">>");
     }
     out.append(">>");
+    m_lender = previous;
+}
+
+void ObjectCopier::appendPaintedPlainly(std::string &out, const QPDFObjectHandle &object)
+{
+    QPDFObjectHandle target = m_source->fetch(object);
+    const bool isForm = target.isStream() && target.getDict().getKey("/Subtype").isNameAndEquals("/Form");
+    if (isForm && !borrowsResources(target, false) && !isUnseen(target.getDict())) {
+        appendReference(out, numberFor(object, Kind::plainForm));
+    } else {
+        append(out, object);
+    }
 }
 
 void ObjectCopier::appendStreamEntries(std::string &out, const QPDFObjectHandle &stream, StreamEntries which)
 {
-    QPDFObjectHandle dictionary = QPDFObjectHandle(stream).getDict();
+    QPDFObjectHandle dictionary = which == StreamEntries::asForm ? entriesAsForm(stream)
+                                  : which == StreamEntries::paintedPlainly
+                                      ? entriesPaintedPlainly(stream)
+                                      : QPDFObjectHandle(stream).getDict();
     QPDFObjectHandle filter = dictionary.getKey("/Filter");
     const bool onlyCrypt = isCryptFilter(filter);
     const bool leadsWithCrypt =
         filter.isArray() && filter.getArrayNItems() > 0 && isCryptFilter(filter.getArrayItem(0));
     for (const auto &[key, value] : dictionary.getDictAsMap()) {
         const bool isEncoding = contains(encodingEntries, key);
-        if (contains(unseenStreamEntries, key) || (which == StreamEntries::encodingOnly && !isEncoding) ||
-            (isEncoding && onlyCrypt)) {
+        const bool isNoResources = key == "/Resources" && !QPDFObjectHandle(value).isDictionary();
+        if (contains(unseenStreamEntries, key) || isNoResources ||
+            (which == StreamEntries::encodingOnly && !isEncoding) || (isEncoding && onlyCrypt)) {
             continue;
         }
         appendName(out, key);
@@ -200,7 +296,7 @@ void ObjectCopier::appendStreamEntries(std::string &out, const QPDFObjectHandle 
 
 void ObjectCopier::appendResourcesEntry(std::string &out, const QPDFObjectHandle &value)
 {
-    if (QPDFObjectHandle(value).isIndirect()) {
+    if (QPDFObjectHandle(value).isIndirect() && !m_paintsPlainly) {
         appendReference(out, copyResources(value));
     } else {
         appendResources(out, value);
@@ -284,12 +380,19 @@ void ObjectCopier::writeStreamData(int number, std::string_view entries, const Q
 void ObjectCopier::write(const Pending &pending)
 {
     QPDFObjectHandle object = m_source->fetch(pending.object);
+    m_lender = pending.lender;
     m_syntax.clear();
     if (object.isStream()) {
         std::string entries;
-        appendStreamEntries(entries, object, StreamEntries::all);
-        if (pending.kind == Kind::form && !object.getDict().getKey("/Subtype").isName()) {
-            entries.append("/Subtype/Form");
+        m_paintsPlainly =
+            (pending.kind == Kind::form || pending.kind == Kind::plainForm) && paintsPlainly(object);
+        appendStreamEntries(entries, object,
+                            pending.kind == Kind::form        ? StreamEntries::asForm
+                            : pending.kind == Kind::plainForm ? StreamEntries::paintedPlainly
+                                                              : StreamEntries::all);
+        m_paintsPlainly = false;
+        if (pending.isBorrowing) {
+            appendBorrowedResources(entries);
         }
         writeStreamData(pending.number, entries, object);
         if (object.getDict().getKey("/Subtype").isNameAndEquals("/Image")) {
@@ -299,6 +402,8 @@ void ObjectCopier::write(const Pending &pending)
     }
     if (pending.kind == Kind::resources) {
         appendResources(m_syntax, object);
+    } else if (pending.isBorrowing) {
+        appendDictionary(m_syntax, object, true);
     } else {
         appendDirect(m_syntax, object);
     }

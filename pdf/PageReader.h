@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <stop_token>
 #include <vector>
 
 namespace tallyfold::pdf {
@@ -20,9 +21,11 @@ public:
     virtual ~PageReader() = default;
 
     /// A reader of the file at `path`, or of a file in memory; null when it cannot be read or needs a
-    /// password.
+    /// password. Once a stop is requested, on any thread, a file in memory has no answers any more, and none
+    /// is waited for.
     [[nodiscard]] static std::unique_ptr<PageReader> open(const std::filesystem::path &path);
-    [[nodiscard]] static std::unique_ptr<PageReader> open(std::vector<char> bytes);
+    [[nodiscard]] static std::unique_ptr<PageReader> open(std::vector<char> bytes,
+                                                          const std::stop_token &givenUp = {});
 
     /// Number of pages.
     [[nodiscard]] virtual int pageCount() const = 0;

@@ -138,20 +138,32 @@ void ReaderProcess::stop()
     }
 }
 
-bool ReaderProcess::ask(std::string_view request, int descriptor, std::string &answer)
+bool ReaderProcess::ask(std::string_view request, int descriptor, std::string &answer,
+                        const std::stop_token &givenUp)
 {
-    if (!m_socket.isOpen() && !start()) {
+    if (givenUp.stop_requested() || (!m_socket.isOpen() && !start())) {
         return false;
     }
-    int sent = -1;
-    const auto deadline = std::chrono::steady_clock::now() + m_program.longestAnswer;
-    if (ReaderMessages::send(m_socket.number(), request, descriptor) &&
-        ReaderMessages::receive(m_socket.number(), answer, sent, deadline)) {
-        const Descriptor unwanted(sent);
+    if (converse(request, descriptor, answer, givenUp)) {
         return true;
     }
     stop();
     return false;
+}
+
+bool ReaderProcess::converse(std::string_view request, int descriptor, std::string &answer,
+                             const std::stop_token &givenUp)
+{
+    // Its number is its own for as long as this waits: only `stop` lets the system give it to another.
+    const std::stop_callback end(givenUp, [process = m_process] { ::kill(process, SIGKILL); });
+    int sent = -1;
+    const auto deadline = std::chrono::steady_clock::now() + m_program.longestAnswer;
+    if (!ReaderMessages::send(m_socket.number(), request, descriptor) ||
+        !ReaderMessages::receive(m_socket.number(), answer, sent, deadline)) {
+        return false;
+    }
+    const Descriptor unwanted(sent);
+    return true;
 }
 
 } // namespace tallyfold::pdf

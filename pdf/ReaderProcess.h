@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -40,8 +41,10 @@ public:
     ReaderProcess &operator=(const ReaderProcess &) = delete;
 
     /// Asks, with the open file `descriptor` unless that is -1, and waits for the answer; false when there is
-    /// none.
-    [[nodiscard]] bool ask(std::string_view request, int descriptor, std::string &answer);
+    /// none. A stop that is requested meanwhile, on any thread, ends the process at once, and with it the
+    /// wait.
+    [[nodiscard]] bool ask(std::string_view request, int descriptor, std::string &answer,
+                           const std::stop_token &givenUp = {});
 
     /// Memory of `size` bytes or more for the process to leave a picture in, which is nobody else's until the
     /// last one who has it lets go. Its content is anything. Null when there is none.
@@ -53,6 +56,8 @@ private:
     [[nodiscard]] bool isWaiting() const;
     bool start();
     void stop();
+    bool converse(std::string_view request, int descriptor, std::string &answer,
+                  const std::stop_token &givenUp);
 
     Program m_program;
     Descriptor m_socket;

@@ -32,8 +32,11 @@ Writer request(Request kind, int pageIndex)
 class RemoteReader final : public PageReader {
 public:
     RemoteReader(std::unique_ptr<ReaderProcess> process, int pageCount,
-                 const std::optional<Rect> &firstCropBox)
-        : m_process(std::move(process)), m_pageCount(pageCount), m_firstCropBox(firstCropBox)
+                 const std::optional<Rect> &firstCropBox, std::stop_token givenUp)
+        : m_process(std::move(process)),
+          m_pageCount(pageCount),
+          m_firstCropBox(firstCropBox),
+          m_givenUp(std::move(givenUp))
     {
     }
 
@@ -96,7 +99,7 @@ private:
     bool ask(const Writer &message, int descriptor)
     {
         // A process that was ended has forgotten the file; the questions that follow have no answer either.
-        m_isUsable = m_isUsable && m_process->ask(message.bytes(), descriptor, m_answer);
+        m_isUsable = m_isUsable && m_process->ask(message.bytes(), descriptor, m_answer, m_givenUp);
         return m_isUsable;
     }
 
@@ -114,11 +117,12 @@ private:
     std::unique_ptr<ReaderProcess> m_process;
     int m_pageCount;
     std::optional<Rect> m_firstCropBox;
+    std::stop_token m_givenUp;
     bool m_isUsable = true;
     std::string m_answer;
 };
 
-std::unique_ptr<PageReader> readerOf(const Descriptor &file)
+std::unique_ptr<PageReader> readerOf(const Descriptor &file, const std::stop_token &givenUp = {})
 {
     struct stat status {};
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -126,7 +130,7 @@ std::unique_ptr<PageReader> readerOf(const Descriptor &file)
     }
     std::unique_ptr<ReaderProcess> process = ReaderProcess::borrow();
     std::string bytes;
-    if (!process->ask(request(Request::open, 0).bytes(), file.number(), bytes)) {
+    if (!process->ask(request(Request::open, 0).bytes(), file.number(), bytes, givenUp)) {
         return nullptr;
     }
     Reader answer(bytes);
@@ -139,7 +143,7 @@ std::unique_ptr<PageReader> readerOf(const Descriptor &file)
         return nullptr;
     }
     return std::make_unique<RemoteReader>(std::move(process), pages,
-                                          hasPage ? std::optional(cropBox) : std::nullopt);
+                                          hasPage ? std::optional(cropBox) : std::nullopt, givenUp);
 }
 
 } // namespace
@@ -149,7 +153,7 @@ std::unique_ptr<PageReader> PageReader::open(const std::filesystem::path &path)
     return readerOf(Descriptor::ofFile(path));
 }
 
-std::unique_ptr<PageReader> PageReader::open(std::vector<char> bytes)
+std::unique_ptr<PageReader> PageReader::open(std::vector<char> bytes, const std::stop_token &givenUp)
 {
     const Descriptor file(::memfd_create("document", MFD_CLOEXEC));
     std::size_t done = 0;
@@ -160,7 +164,7 @@ std::unique_ptr<PageReader> PageReader::open(std::vector<char> bytes)
         }
         done += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
     }
-    return readerOf(file);
+    return readerOf(file, givenUp);
 }
 
 } // namespace tallyfold::pdf

@@ -1,6 +1,7 @@
 #include "pdf/VisibleAnnotations.h"
 
 #include "pdf/AnnotationAppearance.h"
+#include "pdf/AppearanceForm.h"
 #include "pdf/FieldAppearance.h"
 #include "pdf/MarkupAppearance.h"
 #include "pdf/PageGeometry.h"
@@ -21,12 +22,13 @@ std::optional<PlacedAppearance> ownAppearance(QPDFObjectHandle annotation, int r
         return std::nullopt;
     }
     QPDFObjectHandle form = stream.getDict();
-    const std::optional<Rect> box = rectFrom(form.getKey("/BBox"));
-    if (!box) {
+    QPDFObjectHandle box = form.getKey("/BBox");
+    const std::optional<Rect> boundingBox = rectFrom(box);
+    if (!boundingBox && !box.isNull()) {
         return std::nullopt;
     }
     const std::optional<Matrix> placement =
-        placementOf(annotation, *box, matrixFrom(form.getKey("/Matrix")), rotation);
+        placementOf(annotation, boundingBox, matrixFrom(form.getKey("/Matrix")).value_or(Matrix{}), rotation);
     if (!placement) {
         return std::nullopt;
     }
@@ -51,12 +53,12 @@ std::optional<PlacedAppearance> generatedField(QPDFObjectHandle widget, QPDFObje
 std::optional<PlacedAppearance> appearanceOf(QPDFObjectHandle annotation, QPDFObjectHandle acroForm,
                                              int rotation, TextFonts &fonts)
 {
-    if (annotation.getKey("/Subtype").getName() == "/Widget") {
+    if (annotation.getKey("/Subtype").isNameAndEquals("/Widget")) {
         return needsFieldAppearance(annotation, acroForm)
                    ? generatedField(annotation, acroForm, rotation, fonts)
                    : ownAppearance(annotation, rotation);
     }
-    if (hasNormalAppearance(annotation)) {
+    if (normalAppearance(annotation).isStream()) {
         return ownAppearance(annotation, rotation);
     }
     std::optional<GeneratedForm> form = markupAppearance(annotation, fonts);

@@ -31,8 +31,8 @@ struct PlacedAppearance {
 
 /// Gives `draw` what a viewer shows of the annotations and form fields of `page` on a screen, in drawing
 /// order and one by one: a page may have very many. `acroForm` is the document's interactive form or null,
-/// `rotation` the page's turn for display. Pop-ups and links are not shown. What is malformed shows nothing.
-/// May throw what the parser and `draw` throw.
+/// `rotation` the page's turn for display. Pop-ups are not shown, nor are links without an appearance. What
+/// is malformed shows nothing. May throw what the parser and `draw` throw.
 void drawVisibleAnnotations(QPDFObjectHandle page, QPDFObjectHandle acroForm, int rotation, TextFonts &fonts,
                             const std::function<void(const PlacedAppearance &appearance)> &draw);
 

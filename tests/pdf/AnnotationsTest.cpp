@@ -1,3 +1,4 @@
+#include "tests/support/AnnotatedPage.h"
 #include "tests/support/FlatCopy.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/Picture.h"
@@ -8,7 +9,9 @@
 
 namespace tallyfold {
 
+using tests::AnnotatedPage;
 using tests::Color;
+using tests::DrawnCopy;
 using tests::flatCopy;
 using tests::PdfBuilder;
 using tests::Picture;
@@ -22,78 +25,13 @@ constexpr Color red{255, 0, 0};
 constexpr Color green{0, 255, 0};
 constexpr Color blue{0, 0, 255};
 
-/// A page of 200 by 100 points in a file under construction, and its annotations.
-class AnnotatedPage {
-public:
-    /// A form of `width` by `height` filled with a colour, its lower left corner at the origin.
-    int form(const std::string &color, const std::string &entries = {}, int width = 20, int height = 10)
-    {
-        const std::string box = std::to_string(width) + ' ' + std::to_string(height);
-        return m_builder.addStream("/Type/XObject/Subtype/Form/BBox[0 0 " + box + "]" + entries,
-                                   color + " rg 0 0 " + box + " re f");
-    }
-
-    void annotate(const std::string &entries)
-    {
-        m_annotations += reference(m_builder.add("<</Type/Annot" + entries + ">>")) + ' ';
-    }
-
-    std::string file(const std::string &pageEntries = {})
-    {
-        m_builder.addPage("/MediaBox[0 0 200 100]/Annots[" + m_annotations + "]" + pageEntries);
-        return m_builder.file();
-    }
-
-    PdfBuilder &builder()
-    {
-        return m_builder;
-    }
-
-private:
-    PdfBuilder m_builder;
-    std::string m_annotations;
-};
-
-/// The page of a copy as Poppler and mupdf draw it, where they agree with each other.
-class Drawn {
-public:
-    explicit Drawn(const std::string &source)
-    {
-        const std::filesystem::path copy = flatCopy(m_folder.path(), source);
-        EXPECT_EQ(soundPages(copy), 1);
-        m_poppler = Picture::of(copy, Picture::Tool::poppler);
-        m_mupdf = Picture::of(copy, Picture::Tool::mupdf);
-    }
-
-    [[nodiscard]] bool is(const Color &color, double x, double y) const
-    {
-        return m_poppler.at(x, y).isNear(color) && m_mupdf.at(x, y).isNear(color);
-    }
-
-    [[nodiscard]] bool isPaper(double x, double y) const
-    {
-        return m_poppler.at(x, y).isPaper() && m_mupdf.at(x, y).isPaper();
-    }
-
-    [[nodiscard]] bool isEmpty() const
-    {
-        return !m_poppler.hasInk(0, 0, m_poppler.width(), m_poppler.height()) &&
-               !m_mupdf.hasInk(0, 0, m_mupdf.width(), m_mupdf.height());
-    }
-
-private:
-    TemporaryFolder m_folder;
-    Picture m_poppler;
-    Picture m_mupdf;
-};
-
 } // namespace
 
 TEST(Annotations, AnAppearanceFillsItsRectangle)
 {
     AnnotatedPage page;
     page.annotate("/Subtype/Stamp/Rect[100 40 140 80]/AP<</N " + reference(page.form("1 0 0")) + ">>");
-    const Drawn drawn(page.file());
+    const DrawnCopy drawn(page.file());
     EXPECT_TRUE(drawn.is(red, 102, 42));
     EXPECT_TRUE(drawn.is(red, 138, 78));
     EXPECT_TRUE(drawn.isPaper(98, 60));
@@ -107,7 +45,7 @@ TEST(Annotations, TheMatrixOfAnAppearanceTurnsItInItsRectangle)
         page.builder().addStream("/Type/XObject/Subtype/Form/BBox[0 0 20 10]/Matrix[0 1 -1 0 0 0]",
                                  "1 0 0 rg 0 0 10 10 re f 0 0 1 rg 10 0 10 10 re f");
     page.annotate("/Subtype/Stamp/Rect[100 40 110 60]/AP<</N " + reference(form) + ">>");
-    const Drawn drawn(page.file());
+    const DrawnCopy drawn(page.file());
     EXPECT_TRUE(drawn.is(red, 105, 45));
     EXPECT_TRUE(drawn.is(blue, 105, 55));
 }
@@ -117,7 +55,7 @@ TEST(Annotations, AnAppearanceThatDoesNotSayItIsAFormIsDrawn)
     AnnotatedPage page;
     const int form = page.builder().addStream("/BBox[0 0 20 10]", "1 0 0 rg 0 0 20 10 re f");
     page.annotate("/Subtype/Stamp/Rect[100 40 140 80]/AP<</N " + reference(form) + ">>");
-    EXPECT_TRUE(Drawn(page.file()).is(red, 120, 60));
+    EXPECT_TRUE(DrawnCopy(page.file()).is(red, 120, 60));
 }
 
 TEST(Annotations, WhatIsHiddenOrOnlyForPrintIsNotDrawn)
@@ -126,29 +64,42 @@ TEST(Annotations, WhatIsHiddenOrOnlyForPrintIsNotDrawn)
         AnnotatedPage page;
         page.annotate(std::string("/Subtype/Stamp/Rect[100 40 140 80]") + flags + "/AP<</N " +
                       reference(page.form("1 0 0")) + ">>");
-        EXPECT_TRUE(Drawn(page.file()).isEmpty()) << flags;
+        EXPECT_TRUE(DrawnCopy(page.file()).isEmpty()) << flags;
     }
 }
 
-TEST(Annotations, PopUpsAndLinksAreNotDrawn)
+TEST(Annotations, PopUpsAreNotDrawn)
 {
-    for (const char *subtype : {"/Popup", "/Link"}) {
-        AnnotatedPage page;
-        page.annotate(std::string("/Rect[100 40 140 80]/Subtype") + subtype + "/AP<</N " +
-                      reference(page.form("1 0 0")) + ">>");
-        EXPECT_TRUE(Drawn(page.file()).isEmpty()) << subtype;
+    AnnotatedPage page;
+    page.annotate("/Rect[100 40 140 80]/Subtype/Popup/Open true/AP<</N " + reference(page.form("1 0 0")) +
+                  ">>");
+    EXPECT_TRUE(DrawnCopy(page.file()).isEmpty());
+}
+
+TEST(Annotations, ALinkIsDrawnOnlyWhereItHasAPictureOfItsOwn)
+{
+    AnnotatedPage page;
+    page.annotate("/Subtype/Link/Rect[10 40 50 80]/Border[0 0 2]/C[0 0 1]/AP<</N " +
+                  reference(page.form("1 0 0")) + ">>");
+    page.annotate("/Subtype/Link/Rect[70 40 110 80]/Border[0 0 2]/C[0 0 1]");
+    page.annotate("/Subtype/Link/Rect[130 40 170 80]/Border[0 0 2]/C[0 0 1]/AP<<>>");
+    const DrawnCopy drawn(page.file());
+    EXPECT_TRUE(drawn.is(red, 12, 42));
+    EXPECT_TRUE(drawn.is(red, 30, 60));
+    for (const double left : {60, 120}) {
+        EXPECT_TRUE(drawn.isPaper(left + 11, 60)) << left;
+        EXPECT_TRUE(drawn.isPaper(left + 30, 60)) << left;
     }
 }
 
-TEST(Annotations, OneThatIsListedTwiceIsDrawn)
+TEST(Annotations, OneThatIsListedTwiceIsDrawnTwice)
 {
-    PdfBuilder builder;
-    const int form =
-        builder.addStream("/Type/XObject/Subtype/Form/BBox[0 0 20 10]", "1 0 0 rg 0 0 20 10 re f");
-    const std::string annotation = reference(
-        builder.add("<</Type/Annot/Subtype/Stamp/Rect[10 10 30 20]/AP<</N " + reference(form) + ">>>>"));
-    builder.addPage("/MediaBox[0 0 200 100]/Annots[" + annotation + ' ' + annotation + "]");
-    EXPECT_TRUE(Drawn(builder.file()).is(red, 15, 15));
+    AnnotatedPage page;
+    const int form = page.builder().addStream(
+        "/Type/XObject/Subtype/Form/BBox[0 0 20 10]/Resources<</ExtGState<</H<</ca .5>>>>>>",
+        "/H gs 1 0 0 rg 0 0 20 10 re f");
+    page.list(page.annotate("/Subtype/Stamp/Rect[10 10 30 20]/AP<</N " + reference(form) + ">>"));
+    EXPECT_TRUE(DrawnCopy(page.file()).is({255, 64, 64}, 15, 15)); // Half as pale as drawn once.
 }
 
 TEST(Annotations, AFieldThatIsReachedInSeveralWaysIsDrawnOnce)
@@ -165,7 +116,7 @@ TEST(Annotations, AFieldThatIsReachedInSeveralWaysIsDrawnOnce)
     builder.addToCatalog("/AcroForm<</Fields[" + field + ' ' + widget + ' ' + field + "]>>");
     builder.addPage("/MediaBox[0 0 200 100]/Annots[" + widget + "]");
     // Twice it would be as red again.
-    EXPECT_TRUE(Drawn(builder.file()).is({255, 128, 128}, 15, 15));
+    EXPECT_TRUE(DrawnCopy(builder.file()).is({255, 128, 128}, 15, 15));
 }
 
 TEST(Annotations, AFieldOfNoFormIsDrawn)
@@ -173,14 +124,14 @@ TEST(Annotations, AFieldOfNoFormIsDrawn)
     AnnotatedPage page;
     page.annotate("/Subtype/Widget/FT/Tx/T(a)/V(v)/Rect[100 40 140 80]/AP<</N " +
                   reference(page.form("1 0 0")) + ">>");
-    EXPECT_TRUE(Drawn(page.file()).is(red, 120, 60));
+    EXPECT_TRUE(DrawnCopy(page.file()).is(red, 120, 60));
 }
 
 TEST(Annotations, OnATurnedPageTheyTurnWithIt)
 {
     AnnotatedPage page;
     page.annotate("/Subtype/Stamp/Rect[100 40 140 80]/AP<</N " + reference(page.form("1 0 0")) + ">>");
-    const Drawn drawn(page.file("/Rotate 90"));
+    const DrawnCopy drawn(page.file("/Rotate 90"));
     // Turned clockwise, (x, y) is shown at (y, 200 - x) of a page of 100 by 200.
     EXPECT_TRUE(drawn.is(red, 60, 80));
     EXPECT_TRUE(drawn.isPaper(60, 120));
@@ -190,7 +141,7 @@ TEST(Annotations, OneThatDoesNotTurnHangsFromItsUpperLeftCorner)
 {
     AnnotatedPage page;
     page.annotate("/Subtype/Stamp/F 16/Rect[100 40 140 60]/AP<</N " + reference(page.form("1 0 0")) + ">>");
-    const Drawn drawn(page.file("/Rotate 90"));
+    const DrawnCopy drawn(page.file("/Rotate 90"));
     // Its corner (100, 60) is shown at (60, 100), and it goes 40 to the right and 20 down from there.
     EXPECT_TRUE(drawn.is(red, 62, 98));
     EXPECT_TRUE(drawn.is(red, 98, 82));
@@ -206,12 +157,10 @@ TEST(Annotations, AStateIsChosenByName)
     page.annotate("/Subtype/Widget/FT/Btn/Rect[0 0 40 40]/AS/Yes" + states);
     page.annotate("/Subtype/Widget/FT/Btn/Rect[50 0 90 40]/AS/Off" + states);
     page.annotate("/Subtype/Widget/FT/Btn/Rect[100 0 140 40]/V/Yes" + states); // Without a state of its own.
-    page.annotate("/Subtype/Widget/FT/Btn/Rect[150 0 190 40]/AS/Maybe" + states);
-    const Drawn drawn(page.file());
+    const DrawnCopy drawn(page.file());
     EXPECT_TRUE(drawn.is(red, 20, 20));
     EXPECT_TRUE(drawn.is(blue, 70, 20));
     EXPECT_TRUE(drawn.is(red, 120, 20));
-    EXPECT_TRUE(drawn.isPaper(170, 20));
 }
 
 TEST(Annotations, OneOfALayerThatIsOffIsNotSeen)
@@ -222,7 +171,7 @@ TEST(Annotations, OneOfALayerThatIsOffIsNotSeen)
                                 "]>>>>");
     page.annotate("/Subtype/Stamp/Rect[100 40 140 80]/OC " + reference(layer) + "/AP<</N " +
                   reference(page.form("1 0 0")) + ">>");
-    EXPECT_TRUE(Drawn(page.file()).isEmpty());
+    EXPECT_TRUE(DrawnCopy(page.file()).isEmpty());
 }
 
 TEST(Annotations, MalformedOnesTakeNoOtherWithThem)
@@ -235,14 +184,14 @@ TEST(Annotations, MalformedOnesTakeNoOtherWithThem)
     page.annotate("/Subtype/Ink/Rect[0 0 10 10]/InkList 9");
     page.annotate("/Subtype 3/Rect[0 0 10 10]");
     page.annotate("/Subtype/Stamp/Rect[100 40 140 80]/AP<</N " + reference(page.form("1 0 0")) + ">>");
-    EXPECT_TRUE(Drawn(page.file()).is(red, 120, 60));
+    EXPECT_TRUE(DrawnCopy(page.file()).is(red, 120, 60));
 }
 
 TEST(Annotations, AListThatIsNoneShowsNothing)
 {
     PdfBuilder builder;
     builder.addPage("/MediaBox[0 0 200 100]/Annots 7");
-    EXPECT_TRUE(Drawn(builder.file()).isEmpty());
+    EXPECT_TRUE(DrawnCopy(builder.file()).isEmpty());
 }
 
 TEST(Annotations, AHighlightWithoutAppearanceLetsTheTextShowThrough)
@@ -250,7 +199,7 @@ TEST(Annotations, AHighlightWithoutAppearanceLetsTheTextShowThrough)
     AnnotatedPage page;
     page.annotate("/Subtype/Highlight/C[1 1 0]/Rect[20 20 120 40]/QuadPoints[20 40 120 40 20 20 120 20]");
     const int content = page.builder().addStream("", "0 0 1 rg 60 0 20 100 re f");
-    const Drawn drawn(page.file("/Contents " + reference(content)));
+    const DrawnCopy drawn(page.file("/Contents " + reference(content)));
     EXPECT_TRUE(drawn.is({255, 255, 0}, 40, 30));
     EXPECT_TRUE(drawn.is({0, 0, 0}, 70, 30)); // Yellow over blue, multiplied.
     EXPECT_TRUE(drawn.is(blue, 70, 60));
@@ -263,7 +212,7 @@ TEST(Annotations, LinesUnderAndThroughTextAreDrawnWhereTheyBelong)
         "/Subtype/Underline/C[1 0 0]/Border[0 0 2]/Rect[20 60 80 80]/QuadPoints[20 80 80 80 20 60 80 60]");
     page.annotate("/Subtype/StrikeOut/C[0 0 1]/Rect[20 20 80 40]/QuadPoints[20 40 80 40 20 20 80 20]");
     page.annotate("/Subtype/Squiggly/C[0 1 0]/Rect[120 20 180 40]/QuadPoints[120 40 180 40 120 20 180 20]");
-    const Drawn drawn(page.file());
+    const DrawnCopy drawn(page.file());
     EXPECT_FALSE(drawn.isPaper(50, 60));
     EXPECT_TRUE(drawn.isPaper(50, 70));
     EXPECT_FALSE(drawn.isPaper(50, 30));
@@ -277,7 +226,7 @@ TEST(Annotations, SquaresAndCirclesAreFilledAndOutlined)
     AnnotatedPage page;
     page.annotate("/Subtype/Square/C[1 0 0]/IC[0 0 1]/BS<</W 4>>/Rect[10 10 60 60]");
     page.annotate("/Subtype/Circle/C[1 0 0]/IC[0 1 0]/BS<</W 4>>/Rect[100 10 150 60]");
-    const Drawn drawn(page.file());
+    const DrawnCopy drawn(page.file());
     EXPECT_TRUE(drawn.is(red, 12, 35));
     EXPECT_TRUE(drawn.is(blue, 35, 35));
     EXPECT_TRUE(drawn.is(red, 12, 12));
@@ -294,7 +243,7 @@ TEST(Annotations, LinesPolygonsAndInkAreDrawn)
         "/Subtype/Polygon/C[1 0 0]/IC[0 0 1]/BS<</W 2>>/Vertices[80 10 120 10 100 50]/Rect[80 10 120 50]");
     page.annotate("/Subtype/PolyLine/C[0 0 1]/BS<</W 4>>/Vertices[140 10 180 10 180 50]/Rect[140 10 180 50]");
     page.annotate("/Subtype/Ink/C[0 1 0]/BS<</W 4>>/InkList[[10 80 60 80][80 80 100 80]]/Rect[10 75 100 85]");
-    const Drawn drawn(page.file());
+    const DrawnCopy drawn(page.file());
     EXPECT_TRUE(drawn.is(red, 35, 20));
     EXPECT_TRUE(drawn.is(blue, 100, 25));
     EXPECT_TRUE(drawn.is(blue, 180, 30));
@@ -308,7 +257,7 @@ TEST(Annotations, ALineHasTheEndingsItAsksFor)
     AnnotatedPage page;
     page.annotate("/Subtype/Line/C[1 0 0]/IC[0 0 1]/BS<</W 2>>/LE[/None/ClosedArrow]/L[10 50 100 50]/Rect[10 "
                   "40 100 60]");
-    const Drawn drawn(page.file());
+    const DrawnCopy drawn(page.file());
     EXPECT_TRUE(drawn.is(blue, 90, 52));
     EXPECT_TRUE(drawn.isPaper(14, 53));
 }
@@ -317,7 +266,7 @@ TEST(Annotations, OpacityIsKept)
 {
     AnnotatedPage page;
     page.annotate("/Subtype/Square/CA 0.5/C[1 0 0]/IC[1 0 0]/Rect[10 10 60 60]");
-    EXPECT_TRUE(Drawn(page.file()).is({255, 128, 128}, 35, 35));
+    EXPECT_TRUE(DrawnCopy(page.file()).is({255, 128, 128}, 35, 35));
 }
 
 TEST(Annotations, FreeTextIsText)

@@ -146,13 +146,19 @@ TEST(FieldAppearance, AnAppearanceThatIsNotOutdatedStays)
     EXPECT_FALSE(form.shows("current")) << form.text();
 }
 
-TEST(FieldAppearance, AnOutdatedAppearanceOfNoValueStays)
+TEST(FieldAppearance, AnOutdatedAppearanceOfNoValueGivesWayToTheEmptyBox)
 {
-    Form form;
-    form.addField("/FT/Tx/T(name)/Rect[20 100 220 120]/AP<</N " + reference(staleAppearance(form.builder())) +
-                  ">>");
-    form.copy("/NeedAppearances true/DA(/Helv 0 Tf 0 g)");
-    EXPECT_TRUE(form.shows("stale")) << form.text();
+    for (const char *value : {"", "/V()", "/V null"}) {
+        for (const char *type : {"/FT/Tx", "/FT/Ch/Ff 131072/Opt[(one)]"}) {
+            Form form;
+            form.addField(std::string(type) + value +
+                          "/T(name)/MK<</BG[1 1 0]>>/Rect[20 100 220 120]/AP<</N " +
+                          reference(staleAppearance(form.builder())) + ">>");
+            form.copy("/NeedAppearances true/DA(/Helv 0 Tf 0 g)");
+            EXPECT_EQ(form.text().find("stale"), std::string::npos) << type << value << form.text();
+            EXPECT_TRUE(form.drawn().at(120, 110).isNear({255, 255, 0})) << type << value;
+        }
+    }
 }
 
 TEST(FieldAppearance, TypeValueAndFontComeFromTheFieldsAbove)
@@ -256,6 +262,17 @@ TEST(FieldAppearance, AComboBoxShowsTheOptionsText)
     EXPECT_TRUE(form.shows("Typed in"));
 }
 
+TEST(FieldAppearance, AComboBoxThatGivesOnlyTheIndexShowsTheOption)
+{
+    Form form;
+    form.addField(
+        "/FT/Ch/Ff 131072/Opt[[(us)(United States)][(ca)(Canada)]]/I[1]/Rect[20 100 220 120]/AP<</N " +
+        reference(staleAppearance(form.builder())) + ">>");
+    form.copy("/NeedAppearances true");
+    EXPECT_TRUE(form.shows("Canada")) << form.text();
+    EXPECT_FALSE(form.shows("United States")) << form.text();
+}
+
 TEST(FieldAppearance, AListBoxShowsItsOptionsAndMarksTheChosen)
 {
     Form form;
@@ -268,6 +285,32 @@ TEST(FieldAppearance, AListBoxShowsItsOptionsAndMarksTheChosen)
     EXPECT_TRUE(form.drawn().at(200, (two.bottom + two.top) / 2).isNear(chosen));
     const Place one = form.placeOf("One");
     EXPECT_TRUE(form.drawn().at(200, (one.bottom + one.top) / 2 + 2).isPaper());
+}
+
+TEST(FieldAppearance, AListBoxWithNothingChosenShowsItsOptions)
+{
+    for (const char *value : {"", "/V()", "/V[]", "/I[]", "/V null"}) {
+        for (const bool isOutdated : {false, true}) {
+            Form form;
+            const std::string stale =
+                isOutdated ? "/AP<</N " + reference(staleAppearance(form.builder())) + ">>" : "/AP null";
+            form.addField("/FT/Ch/DA(/Helv 10 Tf 0 g)/Opt[(Zero)[(1)(One)]]/Rect[20 100 220 160]" +
+                          std::string(value) + stale);
+            form.copy(isOutdated ? "/NeedAppearances true" : "");
+            EXPECT_TRUE(form.shows("Zero")) << value << isOutdated << form.text();
+            EXPECT_TRUE(form.shows("One")) << value << isOutdated << form.text();
+            EXPECT_FALSE(form.shows("stale")) << value << isOutdated << form.text();
+        }
+    }
+}
+
+TEST(FieldAppearance, AListBoxWithPicturesOfOtherStatesShowsItsOptions)
+{
+    Form form;
+    form.addField("/FT/Ch/DA(/Helv 10 Tf 0 g)/Opt[(Zero)(One)]/Rect[20 100 220 160]/AP<</N<</Yes " +
+                  reference(staleAppearance(form.builder())) + ">>>>");
+    form.copy();
+    EXPECT_TRUE(form.shows("Zero")) << form.text();
 }
 
 TEST(FieldAppearance, BackgroundAndBorderAreDrawn)

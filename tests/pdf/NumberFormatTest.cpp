@@ -24,6 +24,8 @@ TEST(NumberFormat, NumbersHaveNoExponentAndNoTrailingZeros)
     EXPECT_EQ(formatted(-18.25), "-18.25");
     EXPECT_EQ(formatted(1e-7), "0");
     EXPECT_EQ(formatted(100000), "100000");
+    EXPECT_EQ(formatted(100, 0), "100");
+    EXPECT_EQ(formatted(-0.5, 1), "-0.5");
     EXPECT_EQ(formatted(595.276, 2), "595.28");
 }
 
@@ -38,6 +40,9 @@ TEST(NumberFormat, ValuesNoPageHasBecomeZero)
     EXPECT_EQ(formatted(std::numeric_limits<double>::infinity()), "0");
     EXPECT_EQ(formatted(std::numeric_limits<double>::quiet_NaN()), "0");
     EXPECT_EQ(formatted(1e30), "0");
+    EXPECT_EQ(formatted(1e15), "1000000000000000");
+    EXPECT_EQ(formatted(-1e15), "-1000000000000000");
+    EXPECT_EQ(formatted(1.01e15), "0");
 }
 
 TEST(NumberFormat, IntegersKeepAllTheirDigits)

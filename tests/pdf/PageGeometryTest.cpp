@@ -40,6 +40,24 @@ TEST(PageGeometry, BoxesThatMakeNoSenseAreReplaced)
     EXPECT_EQ(geometryOf(page("[0 0 200 100]", "[300 300 400 400]")).visibleBox, (Rect{0, 0, 200, 100}));
 }
 
+TEST(PageGeometry, ABoxNeedsAnAreaAndMayBeSmallerThanAPoint)
+{
+    EXPECT_EQ(geometryOf(page("[0 0 0 100]")).visibleBox, letter);
+    EXPECT_EQ(geometryOf(page("[0 0 100 0]")).visibleBox, letter);
+    EXPECT_EQ(geometryOf(page("[0 0 0.5 0.25]")).visibleBox, (Rect{0, 0, 0.5, 0.25}));
+    EXPECT_EQ(geometryOf(page("[0 0 200 100]", "[50 0 50 100]")).visibleBox, (Rect{0, 0, 200, 100}));
+    EXPECT_EQ(geometryOf(page("[0 0 200 100]", "[0 50 200 50]")).visibleBox, (Rect{0, 0, 200, 100}));
+    EXPECT_EQ(geometryOf(page("[0 0 200 100]", "[200 0 300 100]")).visibleBox, (Rect{0, 0, 200, 100}));
+}
+
+TEST(PageGeometry, CoordinatesReachToTenMillion)
+{
+    EXPECT_EQ(geometryOf(page("[-10000000 0 10000000 1]")).visibleBox, (Rect{-1e7, 0, 1e7, 1}));
+    EXPECT_EQ(geometryOf(page("[0 0 10000001 1]")).visibleBox, letter);
+    EXPECT_EQ(geometryOf(page("[0 -10000001 1 1]")).visibleBox, letter);
+    EXPECT_EQ(geometryOf(page("[0 0 1 1 77]")).visibleBox, (Rect{0, 0, 1, 1}));
+}
+
 TEST(PageGeometry, AnyMultipleOfNinetyTurnsThePage)
 {
     const std::vector<std::pair<std::string, int>> turns{
@@ -61,7 +79,12 @@ TEST(PageGeometry, TheUserUnitScalesTheSizeInPoints)
     const PageGeometry geometry = geometryOf(page("[0 0 100 200]", "null", "null", "/UserUnit 2.5"));
     EXPECT_EQ(geometry.displaySize(), (Size{250, 500}));
     EXPECT_EQ(geometry.uprightSize(), (Size{100, 200}));
-    EXPECT_EQ(geometryOf(page("[0 0 100 200]", "null", "null", "/UserUnit -1")).userUnit, 1);
+    for (const char *unit : {"-1", "0", "(2)", "10000000"}) {
+        EXPECT_EQ(
+            geometryOf(page("[0 0 100 200]", "null", "null", std::string("/UserUnit ") + unit)).userUnit, 1)
+            << unit;
+    }
+    EXPECT_EQ(geometryOf(page("[0 0 100 200]", "null", "null", "/UserUnit 0.5")).userUnit, 0.5);
 }
 
 TEST(PageGeometry, TheCornerShownAtTheLowerLeftComesToTheOrigin)

@@ -6,7 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <csignal>
 #include <fcntl.h>
+#include <future>
+#include <stop_token>
+#include <thread>
 #include <unistd.h>
 
 namespace tallyfold::pdf {
@@ -78,6 +83,46 @@ TEST(ReaderProcess, OneThatHangsIsEndedInTime)
     }
     const int identity = std::stoi(tests::readFile(marker));
     EXPECT_EQ(::kill(identity, 0), -1) << "it still runs";
+}
+
+TEST(ReaderProcess, OneThatIsGivenUpIsEndedAtOnceAndStartedAnew)
+{
+    const TemporaryFolder folder;
+    const std::string marker = (folder / "identity").string();
+    ReaderProcess process(script(folder,
+                                 "if [ -e " + marker + " ]; then " + echo + "; fi\necho $$ > " + marker +
+                                     ".new\nmv " + marker + ".new " + marker + "\nexec sleep 1000",
+                                 std::chrono::hours(1)));
+    std::stop_source givenUp;
+    std::string answer;
+    auto asked = std::async(std::launch::async,
+                            [&] { return process.ask("question", -1, answer, givenUp.get_token()); });
+    while (!fs::exists(marker)) {
+        std::this_thread::yield();
+    }
+    const int identity = std::stoi(tests::readFile(marker));
+    givenUp.request_stop();
+    const bool hasEnded = asked.wait_for(patient) == std::future_status::ready;
+    EXPECT_TRUE(hasEnded);
+    if (!hasEnded) {
+        ::kill(identity, SIGKILL);
+    }
+    EXPECT_FALSE(asked.get());
+    EXPECT_EQ(::kill(identity, 0), -1) << "it still runs";
+    EXPECT_FALSE(process.ask("question", -1, answer, givenUp.get_token())) << "nobody wants to know";
+    EXPECT_EQ(answerOf(process, "again"), "again");
+}
+
+TEST(ReaderProcess, AStopAfterTheAnswerTakesNothingBack)
+{
+    const TemporaryFolder folder;
+    ReaderProcess process(script(folder, echo));
+    std::stop_source givenUp;
+    std::string answer;
+    EXPECT_TRUE(process.ask("one", -1, answer, givenUp.get_token()));
+    givenUp.request_stop();
+    EXPECT_EQ(answer, "one");
+    EXPECT_EQ(answerOf(process, "two"), "two") << "by the same process";
 }
 
 TEST(ReaderProcess, AnAnswerThatBreaksOffIsNone)

@@ -11,6 +11,7 @@
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace tallyfold::reader {
 
@@ -125,6 +126,24 @@ TEST(Answers, APictureThatHasNoRoomIsNotWritten)
     std::array<unsigned char, 4> pixel{};
     ASSERT_EQ(::pread(picture.number(), pixel.data(), pixel.size(), 0), 4);
     EXPECT_EQ(pixel, (std::array<unsigned char, 4>{255, 255, 255, 255}));
+}
+
+TEST(Answers, WithoutAFileOrASizeNothingIsDrawn)
+{
+    const pdf::Descriptor picture = fileOf(std::string(400, '\0'));
+    const auto draw = [&picture](Answers &answers, int width, int height) {
+        return answer(answers, request(Request::render, 0, width, height, 1.0), picture.number());
+    };
+    Answers closed;
+    EXPECT_EQ(draw(closed, 10, 10), std::string(1, '\0'));
+    Answers answers;
+    open(answers);
+    for (const auto &[width, height] : {std::pair{0, 10}, {10, 0}, {-1, -1}, {100'000, 100'000}}) {
+        EXPECT_EQ(draw(answers, width, height), std::string(1, '\0')) << width;
+    }
+    EXPECT_EQ(answer(answers, request(Request::render, 0, 10, 10), picture.number()), std::string(1, '\0'))
+        << "no scale";
+    EXPECT_EQ(draw(answers, 10, 10), std::string(1, '\1'));
 }
 
 TEST(Answers, EachPictureIsWrittenWhereItIsWanted)

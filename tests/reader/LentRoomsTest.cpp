@@ -74,4 +74,20 @@ TEST(LentRooms, RoomThatIsTooSmallOrNoneIsEmpty)
     EXPECT_TRUE(rooms.bytesOf(-1, 100).empty());
 }
 
+TEST(LentRooms, ThirtyTwoMegabytesAreKept)
+{
+    constexpr std::size_t half = std::size_t{16} << 20U;
+    pdf::PictureRooms lender;
+    const auto first = lender.lend(half);
+    const auto second = lender.lend(half);
+    ASSERT_TRUE(first && second);
+    LentRooms rooms;
+    ASSERT_EQ(rooms.bytesOf(first->descriptor(), half).size(), half);
+    const auto before = rooms.bytesOf(first->descriptor(), half);
+    ASSERT_EQ(rooms.bytesOf(second->descriptor(), half).size(), half);
+    before.back() = 7; // It is still there, and could not be written to otherwise.
+    EXPECT_EQ(first->bytes().back(), 7);
+    EXPECT_EQ(rooms.bytesOf(first->descriptor(), half).data(), before.data());
+}
+
 } // namespace tallyfold::reader

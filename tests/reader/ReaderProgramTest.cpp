@@ -20,6 +20,7 @@
 #include <memory>
 #include <regex>
 #include <sstream>
+#include <stop_token>
 #include <thread>
 #include <unistd.h>
 
@@ -279,6 +280,19 @@ TEST(ReaderProgram, AFileThatIsCutShortWhileItIsReadCostsItselfAndNothingElse)
     const auto other = PageReader::open(smallFile());
     ASSERT_TRUE(other);
     EXPECT_EQ(other->textIn(0, std::array{Rect{0, 0, 612, 792}}), std::vector{QStringLiteral("ABC000001")});
+}
+
+TEST(ReaderProgram, AFileInMemoryThatIsGivenUpHasNoAnswers)
+{
+    std::stop_source givenUp;
+    const auto reader = PageReader::open(smallFile(), givenUp.get_token());
+    ASSERT_TRUE(reader);
+    EXPECT_TRUE(reader->mediaSize(0));
+    givenUp.request_stop();
+    EXPECT_FALSE(reader->mediaSize(0));
+    EXPECT_FALSE(reader->render(0, 10, 10, 0.1));
+    EXPECT_FALSE(PageReader::open(smallFile(), givenUp.get_token()));
+    EXPECT_TRUE(PageReader::open(smallFile()));
 }
 
 TEST(ReaderProgram, AtMostTwoAreKept)

@@ -1,0 +1,121 @@
+#include "tests/support/FlatCopy.h"
+#include "tests/support/PdfBuilder.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <qpdf/QPDF.hh>
+
+namespace tallyfold {
+
+using tests::flatCopy;
+using tests::PdfBuilder;
+using tests::reference;
+using tests::TemporaryFolder;
+
+namespace {
+
+/// A page whose resources have the objects that a test adds, and the copy of it.
+class CopiedPage {
+public:
+    PdfBuilder &builder()
+    {
+        return m_builder;
+    }
+
+    /// The resources of the form that the copy has for a page with these resources.
+    QPDFObjectHandle resources(const std::string &resources)
+    {
+        m_builder.addPage("/MediaBox[0 0 99 99]/Resources<<" + resources + ">>");
+        m_copy.processFile(flatCopy(m_folder.path(), m_builder.file()).c_str());
+        QPDFObjectHandle page = m_copy.getAllPages().at(0);
+        QPDFObjectHandle form = page.getKey("/Resources").getKey("/XObject").getKey("/P");
+        return form.getDict().getKey("/Resources");
+    }
+
+private:
+    TemporaryFolder m_folder;
+    PdfBuilder m_builder;
+    QPDF m_copy;
+};
+
+/// The dictionary of the copy of a stream with these entries.
+QPDFObjectHandle copiedStream(CopiedPage &page, const std::string &entries)
+{
+    const int stream =
+        page.builder().addStream("/Type/XObject/Subtype/Image/Width 1/Height 1" + entries, "x");
+    return page.resources("/XObject<</I " + reference(stream) + ">>")
+        .getKey("/XObject")
+        .getKey("/I")
+        .getDict();
+}
+
+std::string entry(QPDFObjectHandle dictionary, const std::string &key)
+{
+    return dictionary.hasKey(key) ? dictionary.getKey(key).unparse() : "none";
+}
+
+} // namespace
+
+// PDF 1.7, 7.4.10: a copy is not encrypted, so there is nothing for a crypt filter to do.
+TEST(CopiedEntries, ACryptFilterAloneGoesWithItsParameters)
+{
+    CopiedPage page;
+    QPDFObjectHandle stream = copiedStream(page, "/Filter/Crypt/DecodeParms<</Name/Identity>>/Decode[1 0]");
+    EXPECT_EQ(entry(stream, "/Filter"), "none");
+    EXPECT_EQ(entry(stream, "/DecodeParms"), "none");
+    EXPECT_EQ(entry(stream, "/Decode"), "[ 1 0 ]");
+}
+
+TEST(CopiedEntries, ACryptFilterThatLeadsGoesAndTheOthersStay)
+{
+    CopiedPage page;
+    QPDFObjectHandle stream = copiedStream(
+        page,
+        "/Filter[/Crypt/ASCIIHexDecode/FlateDecode]/DecodeParms[<</Name/Identity>>null<</Predictor 2>>]");
+    EXPECT_EQ(entry(stream, "/Filter"), "[ /ASCIIHexDecode /FlateDecode ]");
+    EXPECT_EQ(entry(stream, "/DecodeParms"), "[ null << /Predictor 2 >> ]");
+    CopiedPage alone;
+    EXPECT_EQ(entry(copiedStream(alone, "/Filter[/Crypt]"), "/Filter"), "[ ]");
+}
+
+TEST(CopiedEntries, OtherFiltersStayAsTheyAre)
+{
+    CopiedPage one;
+    EXPECT_EQ(entry(copiedStream(one, "/Filter/FlateDecode"), "/Filter"), "/FlateDecode");
+    CopiedPage two;
+    EXPECT_EQ(entry(copiedStream(two, "/Filter[/FlateDecode/DCTDecode]"), "/Filter"),
+              "[ /FlateDecode /DCTDecode ]");
+    CopiedPage none;
+    EXPECT_EQ(entry(copiedStream(none, "/Filter[]"), "/Filter"), "[ ]");
+}
+
+TEST(CopiedEntries, PagesAndTheirTreeAreNotDrawnWithAndStayOut)
+{
+    CopiedPage page;
+    const auto add = [&page](const std::string &entries) {
+        return reference(page.builder().add("<<" + entries + ">>"));
+    };
+    const std::string parent = add("");
+    QPDFObjectHandle states =
+        page.resources("/ExtGState<</Page " + add("/Parent " + parent + "/MediaBox[0 0 1 1]") + "/Node " +
+                       add("/Parent " + parent + "/Kids[]") + "/Child " + add("/Parent " + parent + "/K 1") +
+                       "/Box " + add("/MediaBox[0 0 1 1]") + "/Kin " + add("/Kids[]") + ">>")
+            .getKey("/ExtGState");
+    EXPECT_TRUE(states.getKey("/Page").isNull());
+    EXPECT_TRUE(states.getKey("/Node").isNull());
+    EXPECT_EQ(states.getKey("/Child").getKey("/K").unparse(), "1");
+    EXPECT_TRUE(states.getKey("/Box").hasKey("/MediaBox"));
+    EXPECT_TRUE(states.getKey("/Kin").hasKey("/Kids"));
+}
+
+TEST(CopiedEntries, AFormsResourcesThatAreNoneStayOut)
+{
+    CopiedPage page;
+    const int form = page.builder().addStream("/Type/XObject/Subtype/Form/BBox[0 0 9 9]/Resources 7", "");
+    QPDFObjectHandle copied =
+        page.resources("/XObject<</F " + reference(form) + ">>").getKey("/XObject").getKey("/F").getDict();
+    EXPECT_FALSE(copied.getKey("/Resources").isInteger()) << copied.unparse();
+    EXPECT_TRUE(copied.getKey("/BBox").isArray());
+}
+
+} // namespace tallyfold
