@@ -19,6 +19,7 @@ AppModel::AppModel(std::unique_ptr<SettingsStore> store, Panels &panels, Writer 
                 [this](Qt::ApplicationState state) {
                     if (state == Qt::ApplicationActive) {
                         checkFolderAgain();
+                        lookAtSources();
                     }
                 });
         connect(application, &QCoreApplication::aboutToQuit, this, &AppModel::cancelRun);
@@ -87,7 +88,13 @@ QUndoStack *AppModel::undoManager() const
 void AppModel::setUndoManager(QUndoStack *undoManager)
 {
     if (m_undoManager != undoManager) {
+        if (m_undoManager) {
+            m_undoManager->disconnect(this);
+        }
         m_undoManager = undoManager;
+        if (m_undoManager) {
+            connect(m_undoManager, &QUndoStack::indexChanged, this, &AppModel::forgetStepsOfEarlierSeries);
+        }
         Q_EMIT undoManagerChanged();
     }
 }

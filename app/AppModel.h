@@ -3,6 +3,8 @@
 #include "app/AppSettings.h"
 #include "app/BackgroundTask.h"
 #include "app/CancelFlag.h"
+#include "app/KnownSources.h"
+#include "app/LooseTask.h"
 #include "app/Panels.h"
 #include "app/Previews.h"
 #include "app/RunSummary.h"
@@ -69,7 +71,9 @@ public:
     void savePreset(const QString &name);
     /// Puts the settings of `preset` in the place of the current stamp settings.
     void applyPreset(const Preset &preset);
-    /// Removes a saved preset, undoably.
+    /// The same, undoably until the next production of the series is started.
+    void applyPresetUndoably(const Preset &preset);
+    /// Removes a saved preset, undoably: undoing puts it back behind those that it stood behind.
     void deletePreset(const QUuid &id);
 
     // The list of sources.
@@ -121,13 +125,14 @@ public:
     [[nodiscard]] std::optional<QString> existingFilesMessage() const;
 
     /// Checks, asks and starts a production. `confirmed`: password-protected files may be left out. Refused
-    /// quietly while one runs.
+    /// quietly while one runs. Where files of the list are not what they were when they were added, it is
+    /// told first, and starts when it is called again.
     void stamp(bool confirmed = false);
     /// The answer that password-protected files may be left out.
     void stampOthers();
     /// Stops the run after its current page.
     void cancelRun();
-    /// Clears the list and goes on with the next number.
+    /// Clears the list and goes on with the next number; where the series is full, the start number stays.
     void startNextProduction();
 
     // Previews.
@@ -170,11 +175,19 @@ private:
     }
 
     void checkFolderAgain();
+    void setPresets(const std::vector<Preset> &presets);
     void registerUndo(const QString &actionName, std::function<void()> swap);
     void setSources(const std::vector<SourceFile> &sources);
     void restoreSources(std::vector<SourceFile> &list);
     void changeSources(const std::vector<SourceFile> &sources, const QString &actionName);
-    void restorePresets(std::vector<Preset> &presets);
+    /// Looks whether the files of the list are what they were, without waiting for their disks, and reads
+    /// anew those that are not.
+    void lookAtSources();
+    void readAnew(const std::vector<KnownSources::Look> &changed);
+    /// Looks here and now; whether the list is what the user knows of. Tells if not.
+    [[nodiscard]] bool isListAsKnown();
+    /// Takes the steps of an earlier series from the ends of the undo stack.
+    void forgetStepsOfEarlierSeries();
 
     void run(const ProductionPlan &plan, const std::filesystem::path &folder,
              const ProductionOptions &options);
@@ -189,11 +202,13 @@ private:
     Writer m_writer;
     AppSettings m_settings;
     std::vector<SourceFile> m_sources;
+    KnownSources m_known;
     QSet<QUuid> m_selection;
     std::optional<std::filesystem::path> m_outputFolder;
     std::optional<QString> m_problem;
     std::int64_t m_folderCheck = 0;
     QPointer<QUndoStack> m_undoManager;
+    std::shared_ptr<std::int64_t> m_series = std::make_shared<std::int64_t>(0); ///< Counts productions.
     bool m_isRunning = false;
     bool m_isConfirmingProtected = false;
     std::int64_t m_progressPages = 0;
@@ -204,6 +219,7 @@ private:
     std::optional<QString> m_previewFileName;
 
     CancelFlag m_cancelFlag;
+    std::unique_ptr<LooseTask> m_look; ///< The latest look at the files of the list.
     Previews m_previews;
     BackgroundTask m_production; ///< Last, so that it ends before what it uses.
 };

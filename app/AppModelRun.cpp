@@ -76,6 +76,9 @@ void AppModel::stamp(bool confirmed)
     if (!m_outputFolder) {
         return;
     }
+    if (!isListAsKnown()) {
+        return;
+    }
     const ProductionPlan plan = this->plan();
     const ProductionOptions options = this->options();
     if (!Production::findConflicts(plan, *m_outputFolder, options).empty()) {
@@ -162,9 +165,13 @@ void AppModel::startNextProduction()
     if (!m_summary) {
         return;
     }
-    StampSettings stamp = m_settings.stamp;
-    stamp.startNumber = m_summary->nextNumber;
-    setStamp(stamp);
+    if (!m_summary->isSeriesFull()) {
+        StampSettings stamp = m_settings.stamp;
+        stamp.startNumber = m_summary->nextNumber;
+        setStamp(stamp);
+    }
+    ++*m_series;
+    forgetStepsOfEarlierSeries();
     setSources({});
     refreshPreviews();
     assign(m_progressPages, std::int64_t{0}, &AppModel::progressPagesChanged);

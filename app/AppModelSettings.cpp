@@ -2,11 +2,14 @@
 
 #include "app/AppModel.h"
 #include "app/BuiltInPresets.h"
+#include "app/DeletedPreset.h"
 #include "app/ListChange.h"
+#include "app/PresetChange.h"
 #include "core/OuterSpaces.h"
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace tallyfold {
@@ -48,10 +51,12 @@ void AppModel::savePreset(const QString &name)
     if (trimmed.isEmpty()) {
         return;
     }
-    AppSettings settings = m_settings;
-    std::erase_if(settings.presets, [&trimmed](const Preset &preset) { return preset.name == trimmed; });
-    settings.presets.push_back(Preset::of(QUuid::createUuid(), trimmed, settings.stamp));
-    setSettings(settings);
+    const Preset saved = Preset::of(QUuid::createUuid(), trimmed, m_settings.stamp);
+    std::vector<Preset> presets = m_settings.presets;
+    // Compared as it is kept: of a long name that is the beginning.
+    std::erase_if(presets, [&saved](const Preset &preset) { return preset.name == saved.name; });
+    presets.push_back(saved);
+    setPresets(presets);
 }
 
 void AppModel::applyPreset(const Preset &preset)
@@ -59,24 +64,67 @@ void AppModel::applyPreset(const Preset &preset)
     setStamp(preset.settings);
 }
 
-void AppModel::deletePreset(const QUuid &id)
+void AppModel::applyPresetUndoably(const Preset &preset)
 {
-    const auto preset = std::find_if(m_settings.presets.begin(), m_settings.presets.end(),
-                                     [&id](const Preset &candidate) { return candidate.id == id; });
-    if (preset == m_settings.presets.end()) {
+    const StampSettings before = m_settings.stamp;
+    applyPreset(preset);
+    if (m_settings.stamp == before || !m_undoManager) {
         return;
     }
-    auto before = std::make_shared<std::vector<Preset>>(m_settings.presets);
-    AppSettings settings = m_settings;
-    settings.presets.erase(settings.presets.begin() + (preset - m_settings.presets.begin()));
-    setSettings(settings);
-    registerUndo(tr("Delete Preset"), [this, before] { restorePresets(*before); });
+    // The stack may outlive the model, and keeps its steps.
+    const QPointer<AppModel> model(this);
+    const PresetChange::Settings settings{
+        [model] { return model ? model->settings().stamp : StampSettings(); },
+        [model](const StampSettings &stamp) {
+            if (model) {
+                model->setStamp(stamp);
+            }
+        }};
+    auto change =
+        std::make_unique<PresetChange>(tr("Apply Preset"), settings, before, m_settings.stamp, m_series);
+    m_undoManager->push(change.release()); // The stack owns it from here on.
 }
 
-void AppModel::restorePresets(std::vector<Preset> &presets)
+void AppModel::forgetStepsOfEarlierSeries()
+{
+    const auto isOver = [this](int step) {
+        const auto *change = dynamic_cast<const PresetChange *>(m_undoManager->command(step));
+        return change && change->isOver();
+    };
+    // Such a step does nothing but leave the stack.
+    while (m_undoManager && m_undoManager->canUndo() && isOver(m_undoManager->index() - 1)) {
+        m_undoManager->undo();
+    }
+    while (m_undoManager && m_undoManager->canRedo() && isOver(m_undoManager->index())) {
+        m_undoManager->redo();
+    }
+}
+
+void AppModel::deletePreset(const QUuid &id)
+{
+    auto deleted = std::make_shared<std::optional<DeletedPreset>>();
+    std::vector<Preset> presets = m_settings.presets;
+    *deleted = takeFrom(presets, id);
+    if (!*deleted) {
+        return;
+    }
+    setPresets(presets);
+    registerUndo(tr("Delete Preset"), [this, id, deleted] {
+        std::vector<Preset> changed = m_settings.presets;
+        if (*deleted) {
+            putBack(changed, **deleted);
+            deleted->reset();
+        } else {
+            *deleted = takeFrom(changed, id); // Nothing, if it was replaced meanwhile.
+        }
+        setPresets(changed);
+    });
+}
+
+void AppModel::setPresets(const std::vector<Preset> &presets)
 {
     AppSettings settings = m_settings;
-    std::swap(settings.presets, presets);
+    settings.presets = presets;
     setSettings(settings);
 }
 

@@ -2,8 +2,8 @@
 
 #include "app/AppModel.h"
 #include "app/RunMessages.h"
+#include "app/SourceMessages.h"
 #include "app/SourceRows.h"
-#include "core/SourceClassifier.h"
 #include "core/SourceCollector.h"
 
 #include <QCursor>
@@ -65,7 +65,7 @@ void AppModel::setSources(const std::vector<SourceFile> &sources)
 void AppModel::restoreSources(std::vector<SourceFile> &list)
 {
     std::vector<SourceFile> current = m_sources;
-    setSources(list);
+    setSources(m_known.latest(list));
     list = std::move(current);
     refreshPreviews();
 }
@@ -76,6 +76,40 @@ void AppModel::changeSources(const std::vector<SourceFile> &sources, const QStri
     setSources(sources);
     refreshPreviews();
     registerUndo(actionName, [this, before] { restoreSources(*before); });
+}
+
+void AppModel::lookAtSources()
+{
+    if (m_sources.empty() || (m_look && m_look->isRunning())) {
+        return;
+    }
+    m_look = std::make_unique<LooseTask>(
+        [this, looks = m_known.looksAt(m_sources)](const std::stop_token &givenUp) -> LooseTask::Ending {
+            return [this, changed = KnownSources::changed(looks, givenUp)] { readAnew(changed); };
+        });
+}
+
+void AppModel::readAnew(const std::vector<KnownSources::Look> &changed)
+{
+    if (changed.empty()) {
+        return;
+    }
+    const BusyCursor busy;
+    std::vector<SourceFile> sources = m_sources;
+    if (m_known.readAnew(sources, changed)) {
+        setSources(sources);
+        refreshPreviews(); // Also where only what is on the pages is another.
+    }
+}
+
+bool AppModel::isListAsKnown()
+{
+    readAnew(KnownSources::changed(m_known.looksAt(m_sources)));
+    const std::vector<SourceChange> changes = m_known.takeChanges(m_sources);
+    if (!changes.empty()) {
+        setProblem(changedSourcesMessage(changes));
+    }
+    return changes.empty();
 }
 
 void AppModel::chooseFiles()
@@ -102,7 +136,7 @@ void AppModel::add(std::span<const std::filesystem::path> urls)
     std::vector<SourceFile> sources = m_sources;
     sources.reserve(sources.size() + fresh.size());
     for (const std::filesystem::path &location : fresh) {
-        sources.push_back(classify(location));
+        sources.push_back(m_known.read(location));
     }
     changeSources(sources, tr("Add Files"));
 }

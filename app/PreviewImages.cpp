@@ -27,11 +27,13 @@ QImage imageOf(const pdf::Bitmap &bitmap)
 
 } // namespace
 
-PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &settings)
+PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &settings,
+                                const std::stop_token &givenUp)
 {
     PreviewImages images;
     try {
-        for (const pdf::Bitmap &bitmap : Stamper::previewImages(file, settings, mostPages, pageWidth)) {
+        for (const pdf::Bitmap &bitmap :
+             Stamper::previewImages(file, settings, mostPages, pageWidth, givenUp)) {
             images.pages.append(imageOf(bitmap));
         }
         if (!images.pages.isEmpty()) {

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <stop_token>
 
 namespace tallyfold {
 
@@ -20,8 +21,10 @@ struct PreviewImages {
     QList<QImage> pages;           ///< In sRGB, a pixel to the point.
     std::optional<QImage> closeUp; ///< The stamped edge of the first page, two pixels to the point.
 
-    /// Draws those of `file`; none when it cannot be drawn. Works on the calling thread and takes its time.
-    [[nodiscard]] static PreviewImages of(const PlannedFile &file, const StampSettings &settings);
+    /// Draws those of `file`; none when it cannot be drawn. Works on the calling thread and takes its time. A
+    /// stop that is requested meanwhile ends it soon, with any of them or none.
+    [[nodiscard]] static PreviewImages of(const PlannedFile &file, const StampSettings &settings,
+                                          const std::stop_token &givenUp = {});
 };
 
 /// The band of `page`, the picture of a page `pageWidth` points wide, at the edge that bears the stamp: the

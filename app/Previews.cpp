@@ -4,8 +4,8 @@
 
 namespace tallyfold {
 
-Previews::Previews(std::function<std::optional<PreviewRequest>()> request, QObject *parent)
-    : QObject(parent), m_request(std::move(request))
+Previews::Previews(Request request, Draw draw, QObject *parent)
+    : QObject(parent), m_request(std::move(request)), m_draw(std::move(draw))
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
@@ -13,46 +13,77 @@ Previews::Previews(std::function<std::optional<PreviewRequest>()> request, QObje
     connect(&m_timer, &QTimer::timeout, this, &Previews::begin);
 }
 
+Previews::Draw Previews::systemDraw()
+{
+    return [](const PreviewRequest &request, const std::stop_token &givenUp) {
+        return PreviewImages::of(request.file, request.settings, givenUp);
+    };
+}
+
 void Previews::refresh()
 {
-    m_isWanted = false;
+    m_wanted = 0;
     m_isDue = false;
     m_timer.start();
 }
 
 bool Previews::isRefreshing() const
 {
-    return m_timer.isActive() || m_isDue || (m_isWanted && m_drawing.isRunning());
+    return m_timer.isActive() || m_isDue || m_wanted != 0;
 }
 
 void Previews::begin()
 {
-    if (m_drawing.isRunning()) {
-        m_isDue = true;
+    m_isDue = false;
+    std::optional<PreviewRequest> request = m_request();
+    if (!request) {
+        Q_EMIT refreshed({}, std::nullopt);
         return;
     }
-    m_isDue = false;
-    if (std::optional<PreviewRequest> request = m_request()) {
+    forgetEnded();
+    if (m_drawings.size() < mostDrawings) {
         draw(std::move(*request));
     } else {
-        Q_EMIT refreshed({}, std::nullopt);
+        m_isDue = true;
+        m_drawings.front()->giveUp();
     }
 }
 
 void Previews::draw(PreviewRequest request)
 {
-    m_isWanted = true;
-    m_drawing.start([this, request = std::move(request)]() -> BackgroundTask::Ending {
-        return [this, images = PreviewImages::of(request.file, request.settings),
-                name = request.file.source.name] {
-            if (m_isWanted) {
-                m_isWanted = false;
-                Q_EMIT refreshed(images, name);
-            } else if (m_isDue) {
-                begin();
-            }
-        };
-    });
+    const std::int64_t number = ++m_drawn;
+    m_wanted = number;
+    m_drawings.push_back(
+        std::make_unique<LooseTask>([this, number, draw = m_draw, request = std::move(request)](
+                                        const std::stop_token &givenUp) -> LooseTask::Ending {
+            return [this, number, images = draw(request, givenUp), name = request.file.source.name] {
+                end(number, images, name);
+            };
+        }));
+}
+
+void Previews::end(std::int64_t number, const PreviewImages &images, const QString &name)
+{
+    if (number == m_wanted) {
+        m_wanted = 0;
+        Q_EMIT refreshed(images, name);
+    } else if (m_isDue) {
+        // Not from here: beginning forgets the drawing that ended, which is still telling so.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (m_isDue) {
+                    begin();
+                }
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+void Previews::forgetEnded()
+{
+    std::erase_if(m_drawings,
+                  [](const std::unique_ptr<LooseTask> &drawing) { return !drawing->isRunning(); });
 }
 
 } // namespace tallyfold

@@ -24,6 +24,11 @@ std::int64_t count(std::size_t size)
 
 } // namespace
 
+bool RunSummary::isSeriesFull() const
+{
+    return nextNumber > StampSettings::maxStart;
+}
+
 RunSummary RunSummary::of(const ProductionResult &result, const ProductionPlan &plan,
                           const std::filesystem::path &folder)
 {

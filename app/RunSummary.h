@@ -25,6 +25,9 @@ struct RunSummary {
     QStringList failures; ///< Names of the sources that could not be stamped, in production order.
     bool cancelled = false;
 
+    /// Whether no production can start where the series would go on: beyond the highest start number.
+    [[nodiscard]] bool isSeriesFull() const;
+
     /// Of a production that was written to its end.
     [[nodiscard]] static RunSummary of(const ProductionResult &result, const ProductionPlan &plan,
                                        const std::filesystem::path &folder);

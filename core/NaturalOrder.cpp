@@ -1,10 +1,13 @@
 #include "core/NaturalOrder.h"
 
+#include <QByteArray>
+#include <QList>
+
 #include <algorithm>
 #include <numeric>
 #include <string>
-#include <string_view>
 #include <unicode/coll.h>
+#include <unicode/localebuilder.h>
 #include <unicode/sortkey.h>
 #include <unicode/unistr.h>
 
@@ -17,11 +20,38 @@ icu::UnicodeString alias(const QString &text)
     return {false, reinterpret_cast<const char16_t *>(text.utf16()), static_cast<int32_t>(text.size())};
 }
 
-/// The user's locale. Without one ("C"), names are still for people: the order that languages share.
-icu::Locale userLocale()
+/// What collation goes by: the first of these variables that is not empty (POSIX.1-2017, 8.2). ICU's own
+/// default is the language of messages, and two machines must not number differently for their menus.
+QByteArray collationSetting()
 {
-    const icu::Locale locale = icu::Locale::getDefault();
-    return std::string_view(locale.getVariant()) == "POSIX" ? icu::Locale::getRoot() : locale;
+    for (const char *name : {"LC_ALL", "LC_COLLATE", "LANG"}) {
+        if (const QByteArray value = qgetenv(name); !value.isEmpty()) {
+            return value;
+        }
+    }
+    return {};
+}
+
+/// The script that a POSIX locale names after its "@", if it names one; other modifiers do not order names.
+const char *scriptOf(QByteArrayView modifier)
+{
+    return modifier == "latin"        ? "Latn"
+           : modifier == "cyrillic"   ? "Cyrl"
+           : modifier == "devanagari" ? "Deva"
+                                      : "";
+}
+
+/// The locale that POSIX calls `name`: language[_territory][.codeset][@modifier], of which ICU knows all but
+/// the last. Without one ("C"), names are still for people: the order that languages share.
+icu::Locale localeCalled(const QByteArray &name)
+{
+    const QList<QByteArray> parts = name.split('@');
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Locale locale = icu::LocaleBuilder()
+                                   .setLocale(icu::Locale(parts.front().constData()))
+                                   .setScript(scriptOf(parts.size() > 1 ? parts[1] : QByteArray()))
+                                   .build(status);
+    return U_SUCCESS(status) ? locale : icu::Locale::getRoot();
 }
 
 } // namespace
@@ -33,7 +63,7 @@ struct NaturalOrder::Collator {
 NaturalOrder::NaturalOrder() : m_collator(std::make_unique<Collator>())
 {
     UErrorCode status = U_ZERO_ERROR;
-    m_collator->collator.reset(icu::Collator::createInstance(userLocale(), status));
+    m_collator->collator.reset(icu::Collator::createInstance(localeCalled(collationSetting()), status));
     if (U_FAILURE(status)) {
         m_collator->collator.reset();
         return;

@@ -8,12 +8,13 @@
 
 namespace tallyfold {
 
-/// The order in which people expect names to stand in a list, in the language of the user's locale: runs of
+/// The order in which people expect names to stand in a list, in the language that the user's locale sets for
+/// collation (`LC_ALL`, `LC_COLLATE`, `LANG`, empty ones not counting), whatever that of messages is: runs of
 /// digits compare by value ("2" before "10"), letter case and accents alone never decide (ICU collation,
 /// primary strength, UTS #10).
 class NaturalOrder {
 public:
-    /// For the user's locale.
+    /// For the user's locale, as the environment has it now.
     NaturalOrder();
     ~NaturalOrder();
     NaturalOrder(const NaturalOrder &) = delete;

@@ -25,7 +25,7 @@ QString cleanedFileName(const QString &name)
     for (QChar &ch : clean) {
         if (ch == u'/' || ch == u':') {
             ch = u'-';
-        } else if (isNewline(ch)) {
+        } else if (isNewline(ch) || ch.category() == QChar::Other_Control) {
             ch = u' ';
         }
     }

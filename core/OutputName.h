@@ -9,8 +9,10 @@
 
 namespace tallyfold {
 
-/// `name` as the name of a PDF file: slashes and colons become hyphens, line breaks spaces; white space at
-/// the ends and leading dots go; nothing at all becomes "Document"; ".pdf" is added where it is missing.
+/// `name` as the name of a PDF file: slashes and colons become hyphens, line breaks and control characters
+/// spaces (a NUL would end the name for the system, a control sequence speak to terminals that list it);
+/// white space at the ends and leading dots go; nothing at all becomes "Document"; ".pdf" is added where it
+/// is missing.
 [[nodiscard]] QString cleanedFileName(const QString &name);
 
 /// First and last number of a file's pages.

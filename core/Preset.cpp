@@ -8,7 +8,6 @@ namespace tallyfold {
 
 Preset Preset::of(const QUuid &id, const QString &name, const StampSettings &settings)
 {
-    constexpr std::int64_t longestName = 80;
     return {id, firstGraphemes(name, longestName), settings.normalized()};
 }
 

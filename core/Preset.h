@@ -6,16 +6,19 @@
 #include <QUuid>
 
 #include <cstddef>
+#include <cstdint>
 
 namespace tallyfold {
 
 /// Stamp settings saved under a name. Known by `id`; two presets are equal when all three fields are.
 struct Preset {
+    static constexpr std::int64_t longestName = 80; ///< User-perceived characters.
+
     QUuid id;
     QString name;
     StampSettings settings;
 
-    /// The preset with the first 80 user-perceived characters of `name` and the normalised `settings`.
+    /// The preset with the first `longestName` characters of `name` and the normalised `settings`.
     [[nodiscard]] static Preset of(const QUuid &id, const QString &name, const StampSettings &settings);
 
     bool operator==(const Preset &) const = default;

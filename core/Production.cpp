@@ -27,8 +27,9 @@ std::vector<ProductionConflict> conflictOf(ProductionConflict::Kind kind)
 fs::path resolved(const fs::path &path)
 {
     std::error_code error;
-    fs::path result = fs::weakly_canonical(fs::absolute(path, error), error);
-    return error ? path.lexically_normal() : result;
+    const fs::path absolute = fs::absolute(path, error);
+    fs::path result = fs::weakly_canonical(absolute, error);
+    return error ? absolute.lexically_normal() : result;
 }
 
 /// The same for many paths, of which most are in the same few folders.
@@ -40,9 +41,10 @@ public:
         if (!path.has_filename() || fs::is_symlink(fs::symlink_status(path, error)) || error) {
             return resolved(path);
         }
-        const auto [folder, isNew] = m_folders.try_emplace(path.parent_path().native());
+        const fs::path parent = path.has_parent_path() ? path.parent_path() : fs::path(".");
+        const auto [folder, isNew] = m_folders.try_emplace(parent.native());
         if (isNew) {
-            folder->second = resolved(path.parent_path());
+            folder->second = resolved(parent);
         }
         return folder->second / path.filename();
     }
@@ -144,11 +146,13 @@ private:
 
     void writeCopy(const PlannedFile &file)
     {
+        // Before anything is made for it: what the matter is with a source is not for the folder to say.
+        const std::unique_ptr<pdf::Document> source = Stamper::open(file.source);
         if (!m_folder) {
             throw StampError::cannotWrite(file.outputName);
         }
         OutputFolder::TemporaryFile temporary(*m_folder);
-        Stamper::write(file, m_plan.settings, temporary.sink(), [this] {
+        Stamper::write(file, *source, m_plan.settings, temporary.sink(), [this] {
             ++m_result.pages;
             m_isStopped = m_onPage && !m_onPage(m_result.pages);
             return !m_isStopped;

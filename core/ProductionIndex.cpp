@@ -22,11 +22,8 @@ QStringList rowWithoutCopy(const SourceFile &source, const QString &status)
 QStringList indexRow(const PlannedFile &file, const QSet<QString> &failures, const BatesFormatter &bates)
 {
     const SourceFile &source = file.source;
-    if (source.problem) {
-        return rowWithoutCopy(source, indexStatus(*source.problem));
-    }
-    if (source.pageCount < 1 || file.isSkipped()) {
-        return rowWithoutCopy(source, QStringLiteral("skipped: cover page only, no number"));
+    if (const std::optional<QString> status = skippedStatus(file)) {
+        return rowWithoutCopy(source, *status);
     }
     if (failures.contains(source.name)) {
         return rowWithoutCopy(source, QStringLiteral("failed"));
@@ -41,6 +38,17 @@ QStringList indexRow(const PlannedFile &file, const QSet<QString> &failures, con
 }
 
 } // namespace
+
+std::optional<QString> skippedStatus(const PlannedFile &file)
+{
+    if (file.source.problem) {
+        return indexStatus(*file.source.problem);
+    }
+    if (file.source.pageCount < 1 || file.isSkipped()) {
+        return QStringLiteral("skipped: cover page only, no number");
+    }
+    return std::nullopt;
+}
 
 QStringList indexHeader()
 {

@@ -13,6 +13,9 @@ namespace tallyfold::ProductionIndex {
 [[nodiscard]] QStringList indexHeader();
 [[nodiscard]] QStringList privilegeLogHeader();
 
+/// What the index says of a file that gets no copy, however the production goes; nothing for any other.
+[[nodiscard]] std::optional<QString> skippedStatus(const PlannedFile &file);
+
 /// The production index: one row for every file of `plan`, with its numbers and what became of it. `failures`
 /// are the names of the sources whose copy failed; sources of the same name are told apart by neither.
 [[nodiscard]] QString csv(const ProductionPlan &plan, const QSet<QString> &failures);

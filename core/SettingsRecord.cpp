@@ -111,6 +111,14 @@ bool isFinite(const StampSettings &settings)
     return true;
 }
 
+/// The identifier that `text` is, that of zeros included, which the platform gives for what is none as well.
+std::optional<QUuid> storedId(const QString &text)
+{
+    const QUuid id = QUuid::fromString(text);
+    const bool isOne = !id.isNull() || text == id.toString() || text == id.toString(QUuid::WithoutBraces);
+    return isOne ? std::optional(id) : std::nullopt;
+}
+
 } // namespace
 
 std::optional<StampSettings> decodeStampSettings(const QJsonValue &record)
@@ -148,10 +156,7 @@ std::optional<Preset> decodePreset(const QJsonValue &record)
     }
     const QJsonObject object = record.toObject();
     Preset preset;
-    preset.id = QUuid::fromString(object.value(u"id").toString());
-    if (preset.id.isNull()) {
-        preset.id = QUuid::createUuid();
-    }
+    preset.id = storedId(object.value(u"id").toString()).value_or(QUuid::createUuid());
     preset.name = object.value(u"name").toString();
     preset.settings = decodeStampSettings(object.value(u"settings")).value_or(StampSettings{});
     return preset;

@@ -11,14 +11,13 @@ namespace tallyfold {
 
 namespace {
 
-QDateTime modificationDate(const std::filesystem::path &location)
+FileDate modificationDate(const std::filesystem::path &location)
 {
     struct stat status {};
     if (::stat(location.c_str(), &status) != 0) {
         return distantPast();
     }
-    const qint64 milliseconds = qint64{status.st_mtim.tv_sec} * 1000 + status.st_mtim.tv_nsec / 1'000'000;
-    return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
+    return {status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
 std::optional<QString> earlierNumberOnFirstPage(const std::filesystem::path &location)

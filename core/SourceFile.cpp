@@ -1,7 +1,8 @@
 #include "core/SourceFile.h"
 
 #include <QHashFunctions>
-#include <QTimeZone>
+
+#include <limits>
 
 namespace tallyfold {
 
@@ -42,13 +43,14 @@ QString indexStatus(SourceProblem problem)
 std::size_t hashValue(const SourceFile &source)
 {
     return qHashMulti(0, source.id, std::filesystem::hash_value(source.url), source.name, source.pageCount,
-                      source.modified, source.problem ? static_cast<int>(*source.problem) : -1,
+                      source.modified.seconds, source.modified.nanoseconds,
+                      source.problem ? static_cast<int>(*source.problem) : -1,
                       source.existingBates.value_or(QString()), source.existingBates.has_value());
 }
 
-QDateTime distantPast()
+FileDate distantPast()
 {
-    return {QDate(1, 1, 1), QTime(0, 0), Qt::UTC};
+    return {std::numeric_limits<std::int64_t>::min(), 0};
 }
 
 QString displayName(const std::filesystem::path &path)

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QDateTime>
 #include <QString>
 #include <QUuid>
 
 #include <array>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -30,13 +30,22 @@ inline constexpr std::array<SourceProblem, 4> allSourceProblems{
 /// The status of a source with this problem in the production index.
 [[nodiscard]] QString indexStatus(SourceProblem problem);
 
+/// A point in time as exact as file systems keep it. Files that were written together are less than a
+/// millisecond apart, and are to be ordered all the same.
+struct FileDate {
+    std::int64_t seconds = 0;     ///< Since the beginning of 1970, UTC.
+    std::int64_t nanoseconds = 0; ///< Of the second: 0 to 999,999,999.
+
+    auto operator<=>(const FileDate &) const = default;
+};
+
 /// One input PDF as it was found when it was opened once.
 struct SourceFile {
     QUuid id;                  ///< Fresh for every classification, also of the same location.
     std::filesystem::path url; ///< As given. Its bytes need not be valid text.
     QString name;              ///< Last component of `url`, shown as text.
     std::int64_t pageCount = 0;
-    QDateTime modified; ///< When its content was last changed; `distantPast()` when that cannot be read.
+    FileDate modified; ///< When its content was last changed; `distantPast()` when that cannot be read.
     std::optional<SourceProblem> problem;
     std::optional<QString> existingBates; ///< An earlier number near the edges of page 1.
 
@@ -47,7 +56,7 @@ struct SourceFile {
 [[nodiscard]] std::size_t hashValue(const SourceFile &source);
 
 /// A date before that of any file.
-[[nodiscard]] QDateTime distantPast();
+[[nodiscard]] FileDate distantPast();
 
 /// The last component of `path` as text; bytes that are not valid UTF-8 become replacement characters.
 [[nodiscard]] QString displayName(const std::filesystem::path &path);

@@ -14,6 +14,9 @@ constexpr double lineGap = 0.25;
 
 constexpr int coordinateDecimals = 4;
 
+/// Two, for some readers pass over a single space.
+constexpr auto spaces = "  ";
+
 void appendNumbers(std::string &out, std::initializer_list<double> numbers)
 {
     for (const double number : numbers) {
@@ -41,6 +44,17 @@ StampDrawing::StampDrawing(const StampSettings &settings, pdf::CopyWriter &copy)
     }
 }
 
+void StampDrawing::appendBreak(double y, std::string &content)
+{
+    if (!m_spaces) {
+        m_spaces = m_copy->fonts().shape(QString::fromLatin1(spaces), m_settings->fontName, 1);
+        m_spaces->spoken.clear(); // The empty text aside below stands for them.
+    }
+    content.append("/Span<</ActualText()>>BDC\n");
+    m_copy->fonts().show(*m_spaces, 0, y, content);
+    content.append("EMC\n");
+}
+
 std::string StampDrawing::content(std::span<const Stamper::Line> lines, const pdf::Size &page)
 {
     std::string content;
@@ -54,6 +68,7 @@ std::string StampDrawing::content(std::span<const Stamper::Line> lines, const pd
         const pdf::ShapedLine &last = shaped.back();
         measured.push_back({line.position, last.width, last.ascent, last.descent});
     }
+    double y = 0; // Of the next break; some readers pass over what stands twice at one place.
     for (const PlacedLine &line :
          layOut(measured, page, m_settings->margin, m_settings->fontSize * lineGap)) {
         content.append("q ");
@@ -63,6 +78,8 @@ std::string StampDrawing::content(std::span<const Stamper::Line> lines, const pd
             content.append("re f\n");
         }
         content.append(m_ink);
+        y -= page.height;
+        appendBreak(y, content);
         m_copy->fonts().show(shaped[line.index], line.x, line.baseline, content);
         content.append("Q\n");
     }

@@ -2,7 +2,9 @@
 
 #include "core/Stamper.h"
 #include "pdf/CopyWriter.h"
+#include "pdf/ShapedLine.h"
 
+#include <optional>
 #include <span>
 #include <string>
 
@@ -18,9 +20,15 @@ public:
     [[nodiscard]] std::string content(std::span<const Stamper::Line> lines, const pdf::Size &page);
 
 private:
+    /// Appends white space at the height `y`, far below the page. Readers that make one line of the text that
+    /// follows at one height end it there; else the stamp would be part of the page's line, and where that
+    /// runs from right to left, a number's digits would come before its letters.
+    void appendBreak(double y, std::string &content);
+
     const StampSettings *m_settings;
     pdf::CopyWriter *m_copy;
     std::string m_ink; ///< Operators that choose the text's colour and opacity.
+    std::optional<pdf::ShapedLine> m_spaces;
 };
 
 } // namespace tallyfold

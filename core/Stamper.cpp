@@ -62,23 +62,31 @@ std::optional<StampError> drawPages(pdf::CopyWriter &copy, const PlannedFile &fi
     return std::nullopt;
 }
 
-void writeCopy(const PlannedFile &file, const StampSettings &settings, pdf::ByteSink &sink,
-               std::int64_t limit, const PageDone &pageDone)
+void writeCopy(const PlannedFile &file, pdf::Document &source, const StampSettings &settings,
+               pdf::ByteSink &sink, std::int64_t limit, const PageDone &pageDone)
 {
-    const std::unique_ptr<pdf::Document> document = open(file.source);
-    pdf::CopyWriter copy(*document, sink);
+    pdf::CopyWriter copy(source, sink);
     std::optional<StampError> failure = drawPages(copy, file, settings.normalized(), limit, pageDone);
     const Step finished = copy.finish();
     if (!failure) {
         failure = failureOf(finished, file);
     }
     // Its pages may be of two different states, or lack what could not be read any more.
-    if (!failure && (document->hasChanged() || document->wasCutShort())) {
+    if (!failure && (source.hasChanged() || source.wasCutShort())) {
         failure = StampError::unreadable(file.source.name);
     }
     if (failure) {
         throw *failure;
     }
+}
+
+std::vector<char> firstPages(const PlannedFile &file, const StampSettings &settings, std::int64_t pages,
+                             const PageDone &pageDone)
+{
+    const std::unique_ptr<pdf::Document> source = open(file.source);
+    pdf::MemorySink sink;
+    writeCopy(file, *source, settings, sink, pages, pageDone);
+    return std::move(sink).bytes();
 }
 
 } // namespace
@@ -138,42 +146,52 @@ std::vector<Line> lines(const PlannedPage &page, const StampSettings &settings, 
 void write(const PlannedFile &file, const StampSettings &settings, const std::filesystem::path &path,
            const PageDone &pageDone)
 {
+    const std::unique_ptr<pdf::Document> source = open(file.source);
     const std::unique_ptr<pdf::FileSink> sink = pdf::FileSink::create(path);
     if (!sink) {
         throw StampError::cannotWrite(displayName(path));
     }
-    write(file, settings, *sink, pageDone);
+    write(file, *source, settings, *sink, pageDone);
 }
 
-void write(const PlannedFile &file, const StampSettings &settings, pdf::ByteSink &sink,
+void write(const PlannedFile &file, pdf::Document &source, const StampSettings &settings, pdf::ByteSink &sink,
            const PageDone &pageDone)
 {
-    writeCopy(file, settings, sink, std::numeric_limits<std::int64_t>::max(), pageDone);
+    writeCopy(file, source, settings, sink, std::numeric_limits<std::int64_t>::max(), pageDone);
 }
 
 std::vector<char> data(const PlannedFile &file, const StampSettings &settings, std::int64_t pages)
 {
-    pdf::MemorySink sink;
-    writeCopy(file, settings, sink, pages, {});
-    return std::move(sink).bytes();
+    return firstPages(file, settings, pages, {});
+}
+
+int previewHeight(const pdf::Size &page, std::int64_t width)
+{
+    constexpr int most = std::numeric_limits<int>::max();
+    if (!(page.width > 0) || !(page.height > 0) || width < 1 || width > most) {
+        return 0;
+    }
+    const double height = page.height * (static_cast<double>(width) / page.width);
+    return std::isnan(height) ? 0 : static_cast<int>(std::clamp(height, 1.0, double{most}));
 }
 
 std::vector<pdf::Bitmap> previewImages(const PlannedFile &file, const StampSettings &settings,
-                                       std::int64_t pages, std::int64_t width)
+                                       std::int64_t pages, std::int64_t width, const std::stop_token &givenUp)
 {
     std::vector<pdf::Bitmap> images;
-    const std::unique_ptr<pdf::PageReader> reader = pdf::PageReader::open(data(file, settings, pages));
+    const std::unique_ptr<pdf::PageReader> reader = pdf::PageReader::open(
+        firstPages(file, settings, pages, [&givenUp] { return !givenUp.stop_requested(); }), givenUp);
     if (!reader) {
         return images;
     }
     for (int index = 0; index < reader->pageCount(); ++index) {
         const std::optional<pdf::Size> size = reader->mediaSize(index);
-        if (!size || !(size->width > 0) || !(size->height > 0)) {
+        const int height = size ? previewHeight(*size, width) : 0;
+        if (height == 0) {
             continue;
         }
         const double scale = static_cast<double>(width) / size->width;
-        const double height = std::max(1.0, std::trunc(size->height * scale));
-        if (auto image = reader->render(index, static_cast<int>(width), static_cast<int>(height), scale)) {
+        if (auto image = reader->render(index, static_cast<int>(width), height, scale)) {
             images.push_back(std::move(*image));
         }
     }

@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -51,23 +52,32 @@ using PageDone = std::function<bool()>;
 [[nodiscard]] std::vector<Line> lines(const PlannedPage &page, const StampSettings &settings,
                                       std::int64_t pageIndex, std::int64_t total);
 
-/// Writes the stamped copy of `file` into a new file at `path`, which must not exist. Throws `cannotWrite`
-/// with the last component of `path` when it cannot be made, `cannotWrite` with the copy's name when it
-/// cannot be finished, `cancelled` when `pageDone` says so: the file is then complete up to the page in
-/// progress. What was written stays.
+/// Writes the stamped copy of `file` into a new file at `path`, which must not exist. Throws what `open`
+/// throws before it makes any file, `cannotWrite` with the last component of `path` when it cannot be made,
+/// `cannotWrite` with the copy's name when it cannot be finished, `cancelled` when `pageDone` says so: the
+/// file is then complete up to the page in progress. What was written stays.
 void write(const PlannedFile &file, const StampSettings &settings, const std::filesystem::path &path,
            const PageDone &pageDone);
 
-/// The same into `sink`, which gets a complete PDF file whether all pages were written or not.
-void write(const PlannedFile &file, const StampSettings &settings, pdf::ByteSink &sink,
+/// The same from `source`, which `open` gave for it, into `sink`, which gets a complete PDF file whether all
+/// pages were written or not.
+void write(const PlannedFile &file, pdf::Document &source, const StampSettings &settings, pdf::ByteSink &sink,
            const PageDone &pageDone);
 
 /// The stamped copy's first `pages` pages, as the bytes of a PDF file.
 [[nodiscard]] std::vector<char> data(const PlannedFile &file, const StampSettings &settings,
                                      std::int64_t pages);
 
-/// The stamped copy's first `pages` pages as pictures `width` pixels wide, white where the page is empty.
+/// Pixels of height of a picture, `width` pixels wide, of a page of this size: at least 1, cut off and not
+/// rounded, and never more than an `int` holds, however narrow the page is. 0 where there is no such picture,
+/// as the page has no area or a side that is no number.
+[[nodiscard]] int previewHeight(const pdf::Size &page, std::int64_t width);
+
+/// The stamped copy's first `pages` pages as pictures `width` pixels wide, white where the page is empty. A
+/// stop that is requested meanwhile, on any thread, ends it soon: after the page that is copied, and at once
+/// in the middle of a picture. It then throws `cancelled`, or gives the pictures that are finished.
 [[nodiscard]] std::vector<pdf::Bitmap> previewImages(const PlannedFile &file, const StampSettings &settings,
-                                                     std::int64_t pages, std::int64_t width);
+                                                     std::int64_t pages, std::int64_t width,
+                                                     const std::stop_token &givenUp = {});
 
 } // namespace tallyfold::Stamper

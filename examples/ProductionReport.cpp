@@ -1,5 +1,7 @@
 #include "examples/ProductionReport.h"
 
+#include <QDateTime>
+
 namespace tallyfold::ProductionReport {
 
 namespace {
@@ -65,6 +67,18 @@ QJsonObject of(const ProductionConflict &conflict)
         break;
     }
     return tagged("folderMissing", {});
+}
+
+/// In the form of ISO 8601; null for the distant past and what else no calendar has.
+QJsonValue dateOf(const FileDate &date)
+{
+    const QDateTime second =
+        date == distantPast() ? QDateTime() : QDateTime::fromSecsSinceEpoch(date.seconds, Qt::UTC);
+    if (!second.isValid()) {
+        return {};
+    }
+    return second.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.")) +
+           QString::number(date.nanoseconds).rightJustified(9, u'0') + u'Z';
 }
 
 QJsonArray namesOf(const std::vector<std::filesystem::path> &files)
@@ -153,7 +167,7 @@ QJsonArray of(const std::vector<SourceFile> &sources)
             {QStringLiteral("url"), QString::fromUtf8(url.data(), static_cast<qsizetype>(url.size()))},
             {QStringLiteral("name"), source.name},
             {QStringLiteral("pageCount"), static_cast<qint64>(source.pageCount)},
-            {QStringLiteral("modified"), source.modified.toString(Qt::ISODateWithMs)},
+            {QStringLiteral("modified"), dateOf(source.modified)},
             {QStringLiteral("problem"), source.problem ? QJsonValue(keyOf(*source.problem)) : QJsonValue()},
             {QStringLiteral("existingBates"), orNull(source.existingBates)}};
     });

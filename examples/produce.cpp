@@ -3,6 +3,7 @@
 //   produce [--settings FILE.json] [--no-index] [--privilege-log] OUTPUT_FOLDER INPUT...
 //   produce --sources INPUT...
 //   produce --plan [--settings FILE.json] INPUT...
+//   produce --help
 //
 // The road is the same for every program that uses the core:
 //   collectPdfs           files and folders in, PDF files out
@@ -11,10 +12,13 @@
 //   Production::write     the copies, then the index and the privilege log
 //
 // FILE.json is a stored settings record. Standard output is one JSON value; progress goes to standard error
-// when that is a terminal. Ctrl-C stops after the page in progress. Exit codes: 0 all written, 1 conflicts, 2
-// some files failed, 3 stopped, 64 wrong usage.
+// when that is a terminal, and so do the sources that get no copy, each with its reason. Ctrl-C stops after
+// the page in progress. Nothing is written where an input is missing or a folder cannot be read to its end: a
+// production that lacks files cannot be completed later, for others have their numbers then. The exit codes
+// are in `help` below; 64 and 66 are those of sysexits.h.
 
 #include "core/Production.h"
+#include "core/ProductionIndex.h"
 #include "core/ProductionPlan.h"
 #include "core/SettingsRecord.h"
 #include "core/SourceClassifier.h"
@@ -27,6 +31,7 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <set>
 #include <string_view>
 #include <unistd.h>
 
@@ -34,11 +39,36 @@ using namespace tallyfold;
 
 namespace {
 
-enum ExitCode { allWritten = 0, conflictsFound = 1, someFailed = 2, stopped = 3, usage = 64 };
+enum ExitCode {
+    allWritten = 0,
+    conflictsFound = 1,
+    someFailed = 2,
+    stopped = 3,
+    wrongUsage = 64,
+    inputMissing = 66
+};
+
+constexpr const char *usage =
+    "usage: produce [--settings FILE.json] [--no-index] [--privilege-log] OUTPUT_FOLDER INPUT...\n"
+    "       produce --sources INPUT...\n"
+    "       produce --plan [--settings FILE.json] INPUT...\n";
+
+constexpr const char *help =
+    "\n"
+    "Writes stamped copies of PDF files, and of those in folders, into OUTPUT_FOLDER. With --sources or "
+    "--plan\n"
+    "it writes nothing and shows what the files are or which numbers they would get.\n"
+    "\n"
+    "  0  all is written; sources that get no copy are named, here and in the index\n"
+    "  1  nothing is written: something stands in the way in OUTPUT_FOLDER, or there is nothing to stamp\n"
+    "  2  some files failed, and the others are written\n"
+    "  3  stopped by Ctrl-C; finished copies stay\n"
+    " 64  wrong usage\n"
+    " 66  nothing is written: an input is missing, or a folder cannot be read to its end\n";
 
 /// What the command line asks for.
 struct Request {
-    enum class Task { write, showSources, showPlan };
+    enum class Task { write, showSources, showPlan, showHelp };
     Task task = Task::write;
     StampSettings settings;
     ProductionOptions options;
@@ -80,6 +110,10 @@ std::optional<Request> parse(std::span<char *> arguments)
             ++next;
             break;
         }
+        if (option == "--help") {
+            request.task = Request::Task::showHelp;
+            return request;
+        }
         if (option == "--sources") {
             request.task = Request::Task::showSources;
         } else if (option == "--plan") {
@@ -117,6 +151,50 @@ std::int64_t pagesOf(const ProductionPlan &plan)
     return pages;
 }
 
+/// Tells what is missing among what was found of the inputs; whether anything is.
+bool tellMissing(const Request &request, const CollectedPdfs &found)
+{
+    bool isMissing = !found.unreadableFolders.empty();
+    for (const std::filesystem::path &input : request.inputs) {
+        std::error_code error;
+        if (!std::filesystem::exists(std::filesystem::status(input, error))) {
+            std::fprintf(stderr, "%s: %s\n", input.c_str(), error.message().c_str());
+            isMissing = true;
+        }
+    }
+    for (const std::filesystem::path &folder : found.unreadableFolders) {
+        std::fprintf(stderr, "%s: not everything in this folder could be read\n", folder.c_str());
+    }
+    return isMissing;
+}
+
+/// Tells which of the given files are no sources by their names.
+void tellLeftOut(const Request &request, const CollectedPdfs &found)
+{
+    std::set<std::filesystem::path> sources;
+    for (const std::filesystem::path &location : found.locations) {
+        sources.insert(standardized(location));
+    }
+    for (const std::filesystem::path &input : request.inputs) {
+        std::error_code error;
+        const std::filesystem::file_status status = std::filesystem::status(input, error);
+        const bool isFile = std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+        if (isFile && !sources.contains(standardized(input))) {
+            std::fprintf(stderr, "%s: left out: hidden, or not called .pdf\n", input.c_str());
+        }
+    }
+}
+
+/// Tells which sources get no copy, and why.
+void tellSkipped(const ProductionPlan &plan)
+{
+    for (const PlannedFile &file : plan.files) {
+        if (const std::optional<QString> status = ProductionIndex::skippedStatus(file)) {
+            std::fprintf(stderr, "%s: %s\n", file.source.url.c_str(), qUtf8Printable(*status));
+        }
+    }
+}
+
 ExitCode write(const Request &request, const ProductionPlan &plan)
 {
     std::signal(SIGINT, [](int) { isStopRequested = true; });
@@ -150,31 +228,35 @@ int main(int count, char **values)
     const std::optional<Request> request =
         parse(std::span(values, static_cast<std::size_t>(count)).subspan(1));
     if (!request) {
-        std::fputs(
-            "usage: produce [--settings FILE.json] [--no-index] [--privilege-log] OUTPUT_FOLDER INPUT...\n"
-            "       produce --sources INPUT...\n"
-            "       produce --plan [--settings FILE.json] INPUT...\n",
-            stderr);
-        return usage;
+        std::fputs(usage, stderr);
+        return wrongUsage;
+    }
+    if (request->task == Request::Task::showHelp) {
+        std::printf("%s%s", usage, help);
+        return allWritten;
     }
     const bool showsSources = request->task == Request::Task::showSources;
     const EarlierNumbers earlierNumbers = showsSources ? EarlierNumbers::find : EarlierNumbers::leaveOut;
     std::vector<SourceFile> sources;
     const CollectedPdfs found = collectPdfs(request->inputs);
-    for (const std::filesystem::path &folder : found.unreadableFolders) {
-        std::fprintf(stderr, "%s: not everything in this folder could be read\n", folder.c_str());
+    const bool isMissing = tellMissing(*request, found);
+    tellLeftOut(*request, found);
+    if (isMissing && request->task == Request::Task::write) {
+        std::fputs("Nothing was written: the production would lack what could not be read.\n", stderr);
+        return inputMissing;
     }
     for (const std::filesystem::path &location : found.locations) {
         sources.push_back(classify(location, earlierNumbers));
     }
     if (showsSources) {
         print(QJsonDocument(ProductionReport::of(sources)));
-        return allWritten;
+        return isMissing ? inputMissing : allWritten;
     }
     const ProductionPlan plan(sources, request->settings);
     if (request->task == Request::Task::showPlan) {
         print(QJsonDocument(ProductionReport::of(plan)));
-        return allWritten;
+        return isMissing ? inputMissing : allWritten;
     }
+    tellSkipped(plan);
     return write(*request, plan);
 }

@@ -41,6 +41,27 @@ TEST(CloseUp, ComesFromTheTopWhereTheNumberIs)
     EXPECT_EQ(band->pixelColor(0, 0), QColor(Qt::red));
 }
 
+TEST(CloseUp, IsThePictureOfThePageFromEdgeToEdge)
+{
+    QImage page = letterPage();
+    for (int row = 0; row < page.height(); ++row) {
+        page.setPixelColor(0, row, Qt::green);
+        page.setPixelColor(page.width() - 1, row, Qt::yellow);
+    }
+    const std::optional<QImage> band = closeUpOf(page, 612, StampSettings());
+    ASSERT_TRUE(band);
+    EXPECT_EQ(band->pixelColor(0, 0), QColor(Qt::green));
+    EXPECT_EQ(band->pixelColor(1, 0), QColor(Qt::blue));
+    EXPECT_EQ(band->pixelColor(band->width() - 1, band->height() - 1), QColor(Qt::yellow));
+}
+
+TEST(CloseUp, MayBeOnePixelHigh)
+{
+    const std::optional<QImage> band = closeUpOf(letterPage().copy(0, 0, 1224, 1), 612, StampSettings());
+    ASSERT_TRUE(band);
+    EXPECT_EQ(band->height(), 1);
+}
+
 TEST(CloseUp, EveryLineMakesItHigherUpToThePage)
 {
     StampSettings settings;
@@ -63,7 +84,7 @@ TEST(CloseUp, OfANarrowPageCountsAPoint)
 {
     QImage page(10, 1000, QImage::Format_RGBA8888_Premultiplied);
     page.fill(Qt::white);
-    EXPECT_EQ(closeUpOf(page, 0.1, StampSettings())->height(), 470);
+    EXPECT_EQ(closeUpOf(page, 0.1, StampSettings())->size(), QSize(10, 470));
 }
 
 TEST(CloseUp, OfLessThanAPixelIsNone)

@@ -45,6 +45,18 @@ protected:
             };
     }
 
+    /// The writer before whom the sources called `names` went away.
+    AppModel::Writer writerAfterRemoving(const Names &names)
+    {
+        return [this, names](const ProductionPlan &plan, const fs::path &into,
+                             const ProductionOptions &options, const Production::OnPage &onPage) {
+            for (const std::string &name : names) {
+                fs::remove(folder / "sources" / name);
+            }
+            return Production::write(plan, into, options, onPage);
+        };
+    }
+
     static AppModel::Writer writerThatThrows(const std::function<void()> &thrower)
     {
         return [thrower](const ProductionPlan &, const fs::path &, const ProductionOptions &,
@@ -175,8 +187,8 @@ TEST_F(Run, ASmallProductionShowsNoProgress)
 
 TEST_F(Run, AFileThatFailsIsNamedAndTheOthersAreWritten)
 {
+    writeWith(writerAfterRemoving({"b.pdf"}));
     addPdfs({"a.pdf", "b.pdf", "c.pdf"});
-    fs::remove(folder / "sources" / "b.pdf");
     stampAndWait();
     EXPECT_EQ(model->summary()->failures, QStringList(QStringLiteral("b.pdf")));
     EXPECT_EQ(model->summary()->files, 2);
@@ -186,12 +198,11 @@ TEST_F(Run, AFileThatFailsIsNamedAndTheOthersAreWritten)
 
 TEST_F(Run, FailuresAreInProductionOrder)
 {
+    writeWith(writerAfterRemoving({"c.pdf", "a.pdf"}));
     addPdfs({"c.pdf", "b.pdf", "a.pdf"});
     StampSettings stamp = model->settings().stamp;
     stamp.order = FileOrder::manual;
     model->setStamp(stamp);
-    fs::remove(folder / "sources" / "c.pdf");
-    fs::remove(folder / "sources" / "a.pdf");
     stampAndWait();
     EXPECT_EQ(model->summary()->failures, QStringList({QStringLiteral("c.pdf"), QStringLiteral("a.pdf")}));
 }
@@ -282,6 +293,7 @@ TEST_F(Run, CanBeStoppedAfterEveryPage)
         EXPECT_TRUE(model->summary()->cancelled) << last;
         EXPECT_EQ(model->summary()->files, finished) << last;
         EXPECT_EQ(model->summary()->pages, 2 * finished) << last;
+        EXPECT_EQ(model->summary()->range, QStringLiteral("ABC000001 – ABC000007")) << last;
         EXPECT_EQ(model->summary()->nextNumber, 8) << last;
         EXPECT_EQ(model->summary()->nextBates, QStringLiteral("ABC000008")) << last;
         EXPECT_FALSE(model->summary()->index) << last;
@@ -369,6 +381,25 @@ TEST_F(Run, TheNextProductionGoesOnWithTheNumbers)
     EXPECT_EQ(model->folderCheck(), check + 1);
     EXPECT_EQ(undo.count(), undoSteps);
     EXPECT_TRUE(model->summary());
+}
+
+TEST_F(Run, AFullSeriesDoesNotGoOn)
+{
+    for (const auto &[start, isFull] :
+         {std::pair{999'999'997, false}, {999'999'998, true}, {999'999'999, true}}) {
+        addPdfs({"a.pdf"}, 2);
+        setStart(start);
+        fs::remove_all(output);
+        fs::create_directory(output);
+        stampAndWait();
+        ASSERT_EQ(model->summary()->nextNumber, start + 2);
+        EXPECT_EQ(model->summary()->isSeriesFull(), isFull);
+        ASSERT_TRUE(waitUntil([this] { return !model->hasPreviewTask(); }));
+        model->startNextProduction();
+        EXPECT_TRUE(model->hasPreviewTask());
+        EXPECT_EQ(model->settings().stamp.startNumber, isFull ? start : start + 2);
+        EXPECT_TRUE(model->sources().empty());
+    }
 }
 
 TEST_F(Run, WithoutASummaryThereIsNoNextProduction)

@@ -67,4 +67,12 @@ TEST(UriList, AUriHasNothingButPlainCharacters)
     EXPECT_EQ(fileUri("/a b/ä#?.pdf"), QByteArray("file:///a%20b/%C3%A4%23%3F.pdf"));
 }
 
+TEST(UriList, APercentSignWithoutTwoDigitsIsOne)
+{
+    for (const char *path : {"/100%", "/a%4", "/a%4zb", "/a%z4b", "/a%zz", "/a%G1", "/a%1G"}) {
+        EXPECT_EQ(localPathsIn(QByteArray("file://") + path), Paths{path}) << path;
+    }
+    EXPECT_EQ(localPathsIn("file:///%41%4a%4A%7e"), Paths{"/AJJ~"});
+}
+
 } // namespace tallyfold

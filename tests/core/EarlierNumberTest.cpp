@@ -22,6 +22,46 @@ TEST(EarlierNumber, OrdinaryTextIsNot)
     }
 }
 
+TEST(EarlierNumber, LettersDigitsAndSeparatorsAreCounted)
+{
+    const auto letters = [](qsizetype count) { return QString(count, u'A'); };
+    const auto zeros = [](qsizetype count) { return QString(count, u'0'); };
+    const auto ones = [](qsizetype count) { return QString(count, u'1'); };
+    for (const QString &number :
+         {letters(1) + zeros(4), letters(12) + zeros(4), letters(1) + zeros(12), letters(12) + ones(6),
+          letters(1) + ones(12), u'A' + ones(11) + u'-' + ones(12), letters(12) + u' ' + zeros(12)}) {
+        EXPECT_EQ(earlierNumberIn(number), number);
+    }
+    for (const QString &text :
+         {zeros(6), letters(1) + zeros(3), letters(13) + zeros(4), letters(12) + u'-' + zeros(13),
+          letters(12) + u'-' + zeros(3), letters(12) + u'-' + ones(5), letters(12) + u'-' + ones(13)}) {
+        EXPECT_EQ(earlierNumberIn(text), std::nullopt) << qPrintable(text);
+    }
+}
+
+TEST(EarlierNumber, OneSeparatorMayStandInANumber)
+{
+    for (const char *separator : {"", "-", "_", " "}) {
+        const QString number = QStringLiteral("ABC%1000123").arg(QLatin1StringView(separator));
+        EXPECT_EQ(earlierNumberIn(number), number);
+    }
+    for (const char *separator : {"--", "- ", "  ", "__", " -", ".", "/", "\t", "\n", "+"}) {
+        const QString text = QStringLiteral("ABC%1000123").arg(QLatin1StringView(separator));
+        EXPECT_EQ(earlierNumberIn(text), std::nullopt) << qPrintable(text);
+    }
+}
+
+TEST(EarlierNumber, WordsEndWhereUnicodeEndsThem)
+{
+    // A full stop or a comma between digits ends no word, nor does an apostrophe between letters.
+    for (const char *text : {"ABC000123.5", "ABC000123,4", "X'ABC000123", "1_ABC000123", "ABC000123_"}) {
+        EXPECT_EQ(earlierNumberIn(QString::fromLatin1(text)), std::nullopt) << text;
+    }
+    for (const char *text : {"ABC000123.", "(ABC000123)", "1,ABC000123", "ABC000123:5", "#ABC000123/2"}) {
+        EXPECT_EQ(earlierNumberIn(QString::fromLatin1(text)), QStringLiteral("ABC000123")) << text;
+    }
+}
+
 TEST(EarlierNumber, OnlyAsciiLettersAndDigitsCount)
 {
     EXPECT_EQ(earlierNumberIn(QStringLiteral("\u00C4\u00D6000123")), std::nullopt);

@@ -137,6 +137,16 @@ TEST(ExclusiveMove, OtherRefusalsAreNotWorkedAround)
     }
 }
 
+TEST(ExclusiveMove, WhatIsNotThereOrIsALinkIsNotCopied)
+{
+    Folder folder;
+    EXPECT_EQ(ExclusiveMove::byCopying(folder.calls, folder.descriptor, "missing", "to"), ENOENT);
+    fs::create_symlink("from", folder.path / "link");
+    EXPECT_EQ(ExclusiveMove::byCopying(folder.calls, folder.descriptor, "link", "to"), ELOOP);
+    EXPECT_FALSE(fs::exists(folder.path / "to"));
+    EXPECT_EQ(readFile(folder.path / "from"), "finished");
+}
+
 TEST(ExclusiveMove, ACopyThatFailsLeavesNothingUnderTheNewName)
 {
     for (const std::string kind : {"read", "write", "syncData", "close"}) {

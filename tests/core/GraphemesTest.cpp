@@ -13,6 +13,16 @@ TEST(Graphemes, CharactersAreCountedAsPeopleSeeThem)
     EXPECT_EQ(firstGraphemes(QStringLiteral("abc"), 0), QString());
 }
 
+TEST(Graphemes, ATextOfFewerCharactersThanUnitsIsCutByCharacters)
+{
+    const QString text = QStringLiteral("e\u0301").repeated(3);
+    for (const int count : {3, 4, 5, 6, 7}) {
+        EXPECT_EQ(firstGraphemes(text, count), text) << count;
+    }
+    EXPECT_EQ(firstGraphemes(text, 2), QStringLiteral("e\u0301").repeated(2));
+    EXPECT_EQ(firstGraphemes(text, -1), QString());
+}
+
 TEST(Graphemes, BoundariesIncludeTheEnd)
 {
     EXPECT_EQ(graphemeBoundaries(QStringLiteral("ab")), (std::vector<qsizetype>{0, 1, 2}));

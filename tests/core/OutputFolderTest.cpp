@@ -204,6 +204,14 @@ TEST(OutputFolder, ACopyThatCannotBeBegunIsToldByTheHiddenName)
     }
 }
 
+TEST(OutputFolder, ACopyThatWasNotBegunIsNotRemoved)
+{
+    Output output;
+    output.failOn("open", EROFS);
+    EXPECT_THROW(OutputFolder::TemporaryFile(*output.folder), StampError);
+    EXPECT_EQ(output.calls.calls().back().kind, "open");
+}
+
 TEST(OutputFolder, ARemovalThatFailsIsPassedOver)
 {
     Output output;

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <map>
+#include <new>
 #include <set>
 #include <unistd.h>
 #include <variant>
@@ -418,6 +419,26 @@ TEST(ProductionFault, AFolderThatVanishesRightAfterTheCheckIsToldAsSuch)
     EXPECT_EQ(namesIn(folder.path()), Names());
 }
 
+TEST(ProductionFault, ASourceThatCannotBeOpenedIsToldAsSuchWhateverTheFolderRefuses)
+{
+    const Sources sources;
+    fs::remove(sources.folder() / "b.pdf");
+    const TemporaryFolder folder;
+    FaultyCalls calls;
+    int made = 0;
+    calls.rule = [&made](const FileCall &call) {
+        // The hidden files of "a.pdf" and "c.pdf", and then that of the index.
+        const bool isMade = call.kind == "open" && call.name.ends_with(".pdf") && ++made <= 3;
+        return isMade ? ENOSPC : 0;
+    };
+    const Outcome outcome = outcomeOf(sources.plan(), folder.path(), calls);
+    const auto &failures = std::get<ProductionResult>(outcome).failures;
+    EXPECT_EQ(failures.keys(), (QStringList{u"a.pdf"_s, u"b.pdf"_s, u"c.pdf"_s}));
+    EXPECT_EQ(failures.value(u"b.pdf"_s), StampError::unreadable(u"b.pdf"_s));
+    EXPECT_EQ(failures.value(u"c.pdf"_s).kind, StampError::Kind::cannotWrite);
+    EXPECT_EQ(made, 2) << "nothing is made for a source that cannot be opened";
+}
+
 TEST(ProductionFault, APlantedLinkIsNotFollowed)
 {
     const Sources sources;
@@ -474,6 +495,27 @@ TEST(ProductionFault, WithoutACallbackTheProductionRunsToItsEnd)
     const TemporaryFolder folder;
     const Outcome outcome = outcomeOf(sources.plan(), folder.path(), pdf::FileCalls::system(), {});
     EXPECT_EQ(std::get<ProductionResult>(outcome).pages, 6);
+}
+
+TEST(ProductionFault, ACopyThatThereIsNoMemoryForFailsAlone)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 1);
+    writeSample(folder / "b.pdf", 1);
+    fs::create_directory(folder / "out");
+    const ProductionPlan plan({classify(folder / "a.pdf"), classify(folder / "b.pdf")}, StampSettings());
+    FaultyCalls calls;
+    int opened = 0;
+    calls.rule = [&opened](const FileCall &call) {
+        if (call.kind == "open" && ++opened == 2) { // The folder is the first.
+            throw std::bad_alloc();
+        }
+        return 0;
+    };
+    const ProductionResult result = Production::write(plan, folder / "out", {}, goOn, calls);
+    EXPECT_EQ(result.failures,
+              (QMap<QString, StampError>{{u"a.pdf"_s, StampError::cannotWrite(u"a.pdf"_s)}}));
+    EXPECT_EQ(result.written, (std::vector<fs::path>{folder / "out" / "b.pdf"}));
 }
 
 } // namespace tallyfold

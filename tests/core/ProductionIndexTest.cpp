@@ -70,6 +70,38 @@ TEST(ProductionIndex, AFailedCopyIsToldAndNotLogged)
     EXPECT_EQ(ProductionIndex::privilegeLog(plan, {QStringLiteral("a.pdf")}), logHead);
 }
 
+TEST(ProductionIndex, AFileThatIsSkippedHasNotFailedThoughOneOfItsNameHas)
+{
+    StampSettings settings;
+    settings.cover = CoverOption::skipNoNumber;
+    settings.order = FileOrder::manual;
+    const QString name = QStringLiteral("a.pdf");
+    const ProductionPlan plan({source(name, 2), source(name, 3, SourceProblem::encrypted),
+                               source(name, 0, SourceProblem::unreadable), source(name, 1), source(name, 4)},
+                              settings);
+    EXPECT_EQ(ProductionIndex::csv(plan, {name}),
+              indexHead + QStringLiteral("a.pdf,,,,2,failed\r\na.pdf,,,,3,skipped: password-protected\r\n"
+                                         "a.pdf,,,,0,skipped: unreadable\r\n"
+                                         "a.pdf,,,,1,\"skipped: cover page only, no number\"\r\n"
+                                         "a.pdf,,,,4,failed\r\n"));
+    EXPECT_EQ(ProductionIndex::privilegeLog(plan, {name}), logHead);
+}
+
+TEST(ProductionIndex, WhatIsSkippedIsKnownBeforeAnythingIsWritten)
+{
+    StampSettings settings;
+    settings.cover = CoverOption::skipNoNumber;
+    const ProductionPlan plan({source(QStringLiteral("a.pdf"), 1), source(QStringLiteral("b.pdf"), 2),
+                               source(QStringLiteral("c.pdf"), 2, SourceProblem::locked),
+                               source(QStringLiteral("d.pdf"), 0)},
+                              settings);
+    using ProductionIndex::skippedStatus;
+    EXPECT_EQ(skippedStatus(plan.files[0]), QStringLiteral("skipped: cover page only, no number"));
+    EXPECT_EQ(skippedStatus(plan.files[1]), std::nullopt);
+    EXPECT_EQ(skippedStatus(plan.files[2]), QStringLiteral("skipped: password-protected"));
+    EXPECT_EQ(skippedStatus(plan.files[3]), QStringLiteral("skipped: cover page only, no number"));
+}
+
 TEST(ProductionIndex, NamesAreGuardedAndQuoted)
 {
     StampSettings settings;

@@ -101,6 +101,8 @@ TEST(ProductionPlan, CoverPagesCanBeLeftOutOfTheCount)
     EXPECT_EQ(plan.files[1].pages, (Pages{{std::nullopt, false}}));
     EXPECT_EQ(outputNames(plan), (QStringList{QStringLiteral("ABC000001.pdf"), QStringLiteral("memo.pdf")}));
     EXPECT_EQ(names(plan.skippedFiles()), QStringList{QStringLiteral("memo.pdf")});
+    EXPECT_EQ(names(plan.coverOnlyFiles()), QStringList{QStringLiteral("memo.pdf")})
+        << "a skipped file is only a cover too";
     EXPECT_EQ(names(plan.stampedFiles()), QStringList{QStringLiteral("ABC000001.pdf")});
     EXPECT_EQ(plan.rangeText(), QStringLiteral("ABC000001 – ABC000002"));
 }
@@ -127,6 +129,63 @@ TEST(ProductionPlan, NumbersThatOutgrowTheirDigitsAreWrittenInFull)
     EXPECT_FALSE(ProductionPlan({}, {}).outgrowsDigits());
 }
 
+TEST(ProductionPlan, NumbersOutgrowTheirDigitsWithTheFirstThatIsWider)
+{
+    const auto ending = [](std::int64_t last) {
+        StampSettings settings;
+        settings.startNumber = last - 1;
+        return ProductionPlan({source(QStringLiteral("a.pdf"), 2)}, settings);
+    };
+    EXPECT_EQ(ending(999'999).digitsNeeded(), 6);
+    EXPECT_FALSE(ending(999'999).outgrowsDigits());
+    EXPECT_EQ(ending(1'000'000).digitsNeeded(), 7);
+    EXPECT_TRUE(ending(1'000'000).outgrowsDigits());
+    EXPECT_FALSE(ending(99'999).outgrowsDigits()) << "narrower is no wider";
+}
+
+TEST(ProductionPlan, TheStartNumberNeedsItsDigitsThoughNothingIsNumbered)
+{
+    StampSettings settings;
+    settings.startNumber = 1'000'000;
+    EXPECT_EQ(ProductionPlan({}, settings).digitsNeeded(), 7);
+    EXPECT_TRUE(ProductionPlan({}, settings).outgrowsDigits());
+    settings.cover = CoverOption::skipNoNumber;
+    EXPECT_EQ(ProductionPlan({source(QStringLiteral("a.pdf"), 1)}, settings).digitsNeeded(), 7);
+    settings.startNumber = 0;
+    EXPECT_EQ(ProductionPlan({}, settings).digitsNeeded(), 1);
+}
+
+TEST(ProductionPlan, ACopyOfOneNumberIsCalledByItAlone)
+{
+    EXPECT_EQ(
+        outputNames(ProductionPlan({source(QStringLiteral("a.pdf"), 1), source(QStringLiteral("b.pdf"), 2)},
+                                   with(OutputNaming::batesRange))),
+        (QStringList{QStringLiteral("ABC000001.pdf"), QStringLiteral("ABC000002-ABC000003.pdf")}));
+    EXPECT_EQ(outputNames(ProductionPlan({source(QStringLiteral("a.pdf"), 2)},
+                                         with(OutputNaming::batesRange, CoverOption::skipNoNumber))),
+              QStringList{QStringLiteral("ABC000001.pdf")})
+        << "the cover has none";
+}
+
+TEST(ProductionPlan, TheLastExtensionGoesWhereANumberStandsBeforeTheName)
+{
+    const std::vector<std::pair<QString, QString>> cases{
+        {QStringLiteral("A.PDF"), QStringLiteral("A.pdf")},
+        {QStringLiteral("a.Pdf"), QStringLiteral("a.pdf")},
+        {QStringLiteral("a.pdf.PDF"), QStringLiteral("a.pdf.pdf")},
+        {QStringLiteral("v1.2 final.pdf"), QStringLiteral("v1.2 final.pdf")},
+        {QStringLiteral("report"), QStringLiteral("report.pdf")},
+        {QStringLiteral("a.txt"), QStringLiteral("a.txt.pdf")},
+    };
+    for (const auto &[given, named] : cases) {
+        EXPECT_EQ(outputNames(ProductionPlan({source(given, 1)}, with(OutputNaming::batesAndOriginal))),
+                  QStringList{QStringLiteral("ABC000001 ") + named});
+    }
+    EXPECT_EQ(outputNames(ProductionPlan({source(QStringLiteral("A.PDF"), 1)}, {})),
+              QStringList{QStringLiteral("A.PDF")})
+        << "alone it keeps its letter case";
+}
+
 TEST(ProductionPlan, ASingleNumberIsARangeToo)
 {
     StampSettings settings;
@@ -145,6 +204,19 @@ TEST(ProductionPlan, NamesThatClashAreToldOnceAsFirstSpelled)
     EXPECT_EQ(plan.duplicateOutputNames(), QStringList{QStringLiteral("Report.pdf")});
 }
 
+TEST(ProductionPlan, NamesThatClashAreToldInTheOrderOfThePlan)
+{
+    std::vector<SourceFile> sources;
+    for (const char *name :
+         {"m.pdf", "Z.pdf", "b.pdf", "a.pdf", "B.PDF", "z.pdf", "A.pdf", "y.pdf", "Z.PDF"}) {
+        sources.push_back(source(QString::fromLatin1(name), 1));
+    }
+    const ProductionPlan plan(sources,
+                              with(OutputNaming::original, CoverOption::stampAll, FileOrder::manual));
+    EXPECT_EQ(plan.duplicateOutputNames(),
+              (QStringList{QStringLiteral("Z.pdf"), QStringLiteral("b.pdf"), QStringLiteral("a.pdf")}));
+}
+
 TEST(ProductionPlan, FilesAreOrderedByNameNaturally)
 {
     const ProductionPlan plan({source(QStringLiteral("File 10.pdf"), 1),
@@ -159,12 +231,18 @@ TEST(ProductionPlan, FilesAreOrderedByDateAndEqualDatesKeepTheirOrder)
 {
     std::vector<SourceFile> sources{source(QStringLiteral("z.pdf"), 1), source(QStringLiteral("y.pdf"), 1),
                                     source(QStringLiteral("x.pdf"), 1)};
-    sources[0].modified = QDateTime::fromSecsSinceEpoch(2000);
-    sources[1].modified = QDateTime::fromSecsSinceEpoch(1000);
-    sources[2].modified = QDateTime::fromSecsSinceEpoch(2000);
-    EXPECT_EQ(outputNames(ProductionPlan(
-                  sources, with(OutputNaming::original, CoverOption::stampAll, FileOrder::modified))),
-              (QStringList{QStringLiteral("y.pdf"), QStringLiteral("z.pdf"), QStringLiteral("x.pdf")}));
+    const auto order = [&sources](const FileDate &first, const FileDate &second, const FileDate &third) {
+        sources[0].modified = first;
+        sources[1].modified = second;
+        sources[2].modified = third;
+        return outputNames(ProductionPlan(
+            sources, with(OutputNaming::original, CoverOption::stampAll, FileOrder::modified)));
+    };
+    const QStringList yzx{QStringLiteral("y.pdf"), QStringLiteral("z.pdf"), QStringLiteral("x.pdf")};
+    EXPECT_EQ(order({2000, 0}, {1000, 0}, {2000, 0}), yzx);
+    EXPECT_EQ(order({1000, 1}, {1000, 0}, {1000, 2}), yzx) << "nanoseconds decide";
+    EXPECT_EQ(order({1000, 0}, {999, 999'999'999}, {1000, 1}), yzx) << "after the seconds";
+    EXPECT_EQ(order({-1, 0}, distantPast(), {0, 0}), yzx) << "a date that cannot be read is the oldest";
 }
 
 TEST(ProductionPlan, AnUnreadableSourceBetweenTwoGoodOnesBreaksNoNumbers)
@@ -211,6 +289,37 @@ TEST(OutputName, NamesAreCleaned)
     };
     for (const auto &[given, cleaned] : cases) {
         EXPECT_EQ(cleanedFileName(given), cleaned) << qPrintable(given);
+    }
+}
+
+TEST(OutputName, NoControlCharacterGetsIntoAName)
+{
+    for (char16_t unit = 0; unit <= 0x9F; ++unit) {
+        const QChar character(unit);
+        if (character.category() != QChar::Other_Control) {
+            continue;
+        }
+        EXPECT_EQ(cleanedFileName(u'a' + QString(character) + QStringLiteral("b.pdf")),
+                  QStringLiteral("a b.pdf"))
+            << int{unit};
+        EXPECT_EQ(cleanedFileName(character + QStringLiteral(".x.pdf") + character), QStringLiteral("x.pdf"))
+            << int{unit};
+        EXPECT_EQ(cleanedFileName(character), QStringLiteral("Document.pdf")) << int{unit};
+    }
+}
+
+TEST(OutputName, ANulInAPrefixCutsNoName)
+{
+    for (const OutputNaming naming :
+         {OutputNaming::batesFirst, OutputNaming::batesRange, OutputNaming::batesAndOriginal}) {
+        StampSettings settings = with(naming);
+        settings.prefix = QStringLiteral("A") + QChar(0) + QStringLiteral("B");
+        settings.suffix = QChar(0);
+        for (const QString &name :
+             outputNames(ProductionPlan({source(QStringLiteral("a.pdf"), 2)}, settings))) {
+            EXPECT_FALSE(name.contains(QChar(0))) << qPrintable(name);
+            EXPECT_TRUE(name.startsWith(QStringLiteral("A B000001 "))) << qPrintable(name);
+        }
     }
 }
 

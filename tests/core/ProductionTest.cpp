@@ -2,6 +2,7 @@
 
 #include "core/SourceClassifier.h"
 #include "tests/support/Sample.h"
+#include "tests/support/SmallPdf.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -57,6 +58,25 @@ struct ThreeFiles {
         std::sort(found.begin(), found.end());
         return found;
     }
+};
+
+/// Makes `folder` the working folder as long as it lives.
+class WorkingFolder {
+public:
+    explicit WorkingFolder(const fs::path &folder)
+    {
+        fs::current_path(folder);
+    }
+    ~WorkingFolder()
+    {
+        std::error_code error; // Where that is gone, the tests that follow do not need it.
+        fs::current_path(m_before, error);
+    }
+    WorkingFolder(const WorkingFolder &) = delete;
+    WorkingFolder &operator=(const WorkingFolder &) = delete;
+
+private:
+    fs::path m_before = fs::current_path();
 };
 
 using Names = std::vector<std::string>;
@@ -147,6 +167,52 @@ TEST(Production, ACopyMayNotLandOnASourceWhateverItsLetterCase)
               (Conflicts{{Kind::wouldReplaceOriginal, QStringLiteral("A.PDF")}}));
 }
 
+TEST(Production, ACopyMayNotLandOnASourceWhateverTheLetterCaseOfItsFolders)
+{
+    const TemporaryFolder folder;
+    // One of the two is the same folder where letter case does not count.
+    fs::create_directories(folder / "CaSe" / "In");
+    fs::create_directories(folder / "case" / "in");
+    writeSample(folder / "CaSe" / "In" / "a.pdf", 1);
+    const ProductionPlan plan({classify(folder / "CaSe" / "In" / "a.pdf")}, {});
+    EXPECT_EQ(Production::findConflicts(plan, folder / "case" / "in", {}),
+              (Conflicts{{Kind::wouldReplaceOriginal, QStringLiteral("a.pdf")}}));
+    EXPECT_TRUE(Production::findConflicts(plan, folder / "case", {}).empty());
+}
+
+TEST(Production, ACopyMayNotLandOnASourceThatIsSkipped)
+{
+    const ThreeFiles files;
+    writeSample(files.out / "cover.pdf", 1);
+    writeFile(files.out / "broken.pdf", "no PDF");
+    writeFile(files.out / "empty.pdf", tests::smallPdf({}));
+    tests::encrypt(files.folder / "in/a.pdf", files.out / "locked.pdf", "secret owner 256");
+    tests::encrypt(files.folder / "in/a.pdf", files.out / "restricted.pdf", "'' owner 256 --print=none");
+    StampSettings settings;
+    settings.cover = CoverOption::skipNoNumber;
+    for (const char *name : {"cover.pdf", "broken.pdf", "empty.pdf", "locked.pdf", "restricted.pdf"}) {
+        // The copy of another source gets its name.
+        SourceFile other = classify(files.folder / "in/a.pdf");
+        other.name = QString::fromLatin1(name).toUpper();
+        const ProductionPlan plan({other, classify(files.out / name)}, settings);
+        ASSERT_EQ(plan.stampedFiles().size(), 1U) << name;
+        EXPECT_EQ(Production::findConflicts(plan, files.out, {}),
+                  (Conflicts{{Kind::wouldReplaceOriginal, other.name}}))
+            << name;
+    }
+}
+
+TEST(Production, WithNothingToStampTheTablesAreStillInTheWay)
+{
+    const ThreeFiles files;
+    writeFile(files.out / "Production Index.csv", "x");
+    writeFile(files.out / "Privilege Log.csv", "x");
+    EXPECT_EQ(Production::findConflicts(ProductionPlan({}, {}), files.out, {true, true}),
+              (Conflicts{{Kind::nothingToStamp, {}},
+                         {Kind::exists, QStringLiteral("Production Index.csv")},
+                         {Kind::exists, QStringLiteral("Privilege Log.csv")}}));
+}
+
 TEST(Production, ASourceIsFoundThroughLinks)
 {
     const ThreeFiles files;
@@ -155,6 +221,23 @@ TEST(Production, ASourceIsFoundThroughLinks)
               (Conflicts{{Kind::wouldReplaceOriginal, QStringLiteral("a.pdf")},
                          {Kind::wouldReplaceOriginal, QStringLiteral("b.pdf")},
                          {Kind::wouldReplaceOriginal, QStringLiteral("c.pdf")}}));
+}
+
+TEST(Production, ASourceIsFoundHoweverItsPathIsGiven)
+{
+    const ThreeFiles files;
+    fs::create_directory(files.folder / "in/inner");
+    const WorkingFolder working(files.folder / "in");
+    for (const char *given : {"a.pdf", "./a.pdf", "../in/a.pdf", "inner/../a.pdf", "inner/.././a.pdf"}) {
+        const SourceFile source = classify(given);
+        ASSERT_EQ(source.problem, std::nullopt) << given;
+        for (const fs::path &folder : {files.folder / "in", fs::path("."), fs::path("../in"),
+                                       fs::path("inner/.."), fs::path("../in/")}) {
+            EXPECT_EQ(Production::findConflicts(ProductionPlan({source}, {}), folder, {}),
+                      (Conflicts{{Kind::wouldReplaceOriginal, QStringLiteral("a.pdf")}}))
+                << given << " into " << folder;
+        }
+    }
 }
 
 TEST(Production, ALinkThatLeadsNowhereIsInTheWay)

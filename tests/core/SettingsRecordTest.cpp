@@ -135,6 +135,17 @@ TEST(SettingsRecord, APresetWithoutAnIdentifierGetsAFreshOneEveryTime)
     EXPECT_EQ(one.settings, StampSettings());
 }
 
+TEST(SettingsRecord, TheIdentifierOfZerosIsOne)
+{
+    const Preset nil{QUuid(), QStringLiteral("a"), {}};
+    EXPECT_EQ(decodePreset(json(encode(nil).value())).value(), nil);
+    EXPECT_EQ(decodePreset(json(R"({"id":"{00000000-0000-0000-0000-000000000000}"})")).value().id, QUuid());
+    for (const char *id :
+         {"", "0", "00000000-0000-0000-0000-00000000000", "00000000-0000-0000-0000-00000000000g"}) {
+        EXPECT_NE(decodePreset(json(QByteArray("{\"id\":\"") + id + "\"}")).value().id, QUuid()) << id;
+    }
+}
+
 TEST(SettingsRecord, ADecodedPresetNameIsNotShortened)
 {
     const QByteArray longName(100, 'n');

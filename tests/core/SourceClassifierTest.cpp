@@ -1,9 +1,14 @@
 #include "core/SourceClassifier.h"
 
 #include "tests/support/Sample.h"
+#include "tests/support/SmallPdf.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
+#include <array>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace tallyfold {
 
@@ -49,8 +54,25 @@ TEST(SourceClassifier, AnOrdinaryFileHasItsPagesAndItsDate)
     EXPECT_EQ(source.pageCount, 3);
     EXPECT_FALSE(source.problem);
     EXPECT_FALSE(source.existingBates);
-    EXPECT_LT(std::abs(source.modified.secsTo(QDateTime::currentDateTimeUtc())), 600);
     EXPECT_NE(source.id, classify(folder / "a b.pdf").id);
+}
+
+TEST(SourceClassifier, TheDateIsThatOfTheContentToTheNanosecond)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 1);
+    for (const FileDate &date : {FileDate{1'234'567'890, 123'456'789},
+                                 {1'234'567'890, 123'456'790},
+                                 {-86'400, 999'999'999},
+                                 {1, 0}}) {
+        // When it was last read is another date.
+        const std::array<timespec, 2> times{{{1'000'000'000, 0}, {date.seconds, date.nanoseconds}}};
+        ASSERT_EQ(::utimensat(AT_FDCWD, (folder / "a.pdf").c_str(), times.data(), 0), 0);
+        EXPECT_EQ(classify(folder / "a.pdf").modified, date);
+    }
+    std::filesystem::create_symlink("a.pdf", folder / "link.pdf");
+    EXPECT_EQ(classify(folder / "link.pdf").modified, (FileDate{1, 0}))
+        << "that of the file, not of the link";
 }
 
 TEST(SourceClassifier, WhatCannotBeOpenedIsUnreadable)
@@ -86,8 +108,23 @@ TEST(SourceClassifier, AnyOfThreeRestrictionsMakesAFileEncrypted)
         const SourceFile source = classify(path);
         EXPECT_EQ(source.problem, SourceProblem::encrypted) << restriction;
         EXPECT_EQ(source.pageCount, 2) << restriction;
-        EXPECT_FALSE(source.existingBates);
     }
+}
+
+TEST(SourceClassifier, AnEarlierNumberIsLookedForWhereAFileCanBeStampedAlone)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "a.pdf", pageShowing("ABC000045", 400, 20, letter));
+    const auto numberOf = [&](const char *options) {
+        encrypt(folder / "a.pdf", folder / "b.pdf", options);
+        return classify(folder / "b.pdf").existingBates;
+    };
+    EXPECT_EQ(numberOf("'' owner 256"), QStringLiteral("ABC000045")) << "of a file that withholds nothing";
+    for (const char *restricted : {"'' owner 256 --extract=n", "'' owner 256 --print=none",
+                                   "'' owner 256 --modify=none", "secret owner 256"}) {
+        EXPECT_EQ(numberOf(restricted), std::nullopt) << restricted;
+    }
+    EXPECT_EQ(classify(folder / "a.pdf", EarlierNumbers::leaveOut).existingBates, std::nullopt);
 }
 
 TEST(SourceClassifier, EncryptionThatWithholdsNothingIsNoProblem)
@@ -122,6 +159,28 @@ TEST(SourceClassifier, AnEarlierNumberIsFoundNearEveryEdge)
     EXPECT_EQ(earlierNumber(pageShowing("DEF 1234567", 72, 760, letter)), QStringLiteral("DEF 1234567"));
     EXPECT_EQ(earlierNumber(pageShowing("EX-0001", 20, 400, letter)), QStringLiteral("EX-0001"));
     EXPECT_EQ(earlierNumber(pageShowing("EX-0002", 550, 400, letter)), QStringLiteral("EX-0002"));
+}
+
+TEST(SourceClassifier, TheBottomComesBeforeTheTopTheTopBeforeTheLeftAndTheLeftBeforeTheRight)
+{
+    // Each well inside of its strip and of no other; the last of them is the longest.
+    std::vector<tests::SmallPage> page{{""}};
+    const std::vector<std::pair<std::string, std::string>> numbers{
+        {tests::showText(530, 400, "RIGHT000000004"), "RIGHT000000004"},
+        {tests::showText(10, 400, "LEFT000003"), "LEFT000003"},
+        {tests::showText(280, 760, "TOP00002"), "TOP00002"},
+        {tests::showText(280, 20, "BTM0001"), "BTM0001"}};
+    for (const auto &[content, number] : numbers) {
+        page.front().content = content + page.front().content;
+        EXPECT_EQ(earlierNumber(tests::smallPdf(page)), QString::fromStdString(number));
+    }
+}
+
+TEST(SourceClassifier, OnlyTheFirstPageIsLookedAt)
+{
+    const std::string numbered = tests::showText(280, 20, "ABC000045");
+    EXPECT_EQ(earlierNumber(tests::smallPdf({{""}, {numbered}, {numbered}})), std::nullopt);
+    EXPECT_EQ(earlierNumber(tests::smallPdf({{numbered}, {""}})), QStringLiteral("ABC000045"));
 }
 
 TEST(SourceClassifier, ANumberInTheMiddleOfThePageIsNone)

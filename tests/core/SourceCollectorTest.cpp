@@ -120,6 +120,34 @@ TEST(SourceCollector, NamesThatAreNotTextAreFound)
     EXPECT_EQ(std::count(names.begin(), names.end(), "in/caf\xE9.pdf"), 1);
 }
 
+TEST(SourceCollector, NamesThatReadTheSameComeInTheOrderOfTheirBytes)
+{
+    const TemporaryFolder folder;
+    Names expected;
+    for (const char *byte : {"\xE0", "\xE1", "\xE2", "\xE3", "\xE4", "\xE5", "\xE6", "\xE7"}) {
+        expected.push_back(std::string("in/") + byte + ".pdf");
+    }
+    fs::create_directory(folder / "in");
+    const std::vector<fs::path> items{folder / "in"};
+    for (const bool isReversed : {false, true}) { // Folders are read in no particular order.
+        const CollectedPdfs found =
+            collectPdfs(items, [&](const fs::path &, std::vector<FolderEntry> &entries) {
+                for (const std::string &name : expected) {
+                    entries.push_back({folder / name, false});
+                }
+                if (isReversed) {
+                    std::reverse(entries.begin(), entries.end());
+                }
+                return true;
+            });
+        Names names;
+        for (const fs::path &location : found.locations) {
+            names.push_back(location.lexically_relative(folder.path()).native());
+        }
+        EXPECT_EQ(names, expected);
+    }
+}
+
 TEST(SourceCollector, AFolderThatCannotBeReadIsToldAndTheOthersAreSearched)
 {
     const TemporaryFolder folder;

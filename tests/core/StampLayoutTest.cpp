@@ -28,6 +28,24 @@ TEST(StampLayout, LinesStandAtTheirMargins)
     EXPECT_EQ(placed[2].baseline, 18 + 2);
 }
 
+TEST(StampLayout, EverySpotHasItsPlaceAndItsBox)
+{
+    std::vector<MeasuredLine> lines;
+    for (const StampPosition position : allStampPositions) {
+        lines.push_back(line(position));
+    }
+    const std::vector<PlacedLine> placed = layOut(lines, letter, 18, 2.5);
+    ASSERT_EQ(placed.size(), 6U);
+    for (std::size_t index = 0; index < 6; ++index) {
+        const double x = index % 3 == 0 ? 18 : index % 3 == 1 ? 256 : 494;
+        const double baseline = index < 3 ? 766 : 20;
+        EXPECT_EQ(placed[index].index, index);
+        EXPECT_EQ(placed[index].x, x) << index;
+        EXPECT_EQ(placed[index].baseline, baseline) << index;
+        EXPECT_EQ(placed[index].box, (pdf::Rect{x - 2, baseline - 4, x + 102, baseline + 10})) << index;
+    }
+}
+
 TEST(StampLayout, LinesOfOneSpotStackDownwardInTheirOrder)
 {
     const std::vector<MeasuredLine> lines(3, line(StampPosition::bottomRight));

@@ -1,5 +1,7 @@
 #include "core/StampSettings.h"
 
+#include "core/Preset.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -55,6 +57,33 @@ TEST(StampSettings, EveryNewlineCharacterBecomesOneSpace)
     EXPECT_EQ(normal.prefix, QStringLiteral("AB C"));
     EXPECT_EQ(normal.suffix, QStringLiteral("A  B"));
     EXPECT_EQ(normal.legend, QStringLiteral("a b c d"));
+}
+
+TEST(StampSettings, EveryTextIsOneLineWhateverBreaksIt)
+{
+    for (QString StampSettings::*field : {&StampSettings::prefix, &StampSettings::suffix,
+                                          &StampSettings::legend, &StampSettings::pageOfTotalFormat}) {
+        for (const QChar newline : QStringLiteral("\n\v\f\r\u0085\u2028\u2029")) {
+            StampSettings settings;
+            settings.*field = u'a' + QString(newline) + u'b';
+            EXPECT_EQ(settings.normalized().*field, QStringLiteral("a b")) << int{newline.unicode()};
+        }
+        StampSettings settings;
+        settings.*field = QStringLiteral("a\t\x1F\u00A0b");
+        EXPECT_EQ(settings.normalized().*field, settings.*field) << "what breaks no line stays";
+    }
+}
+
+TEST(StampSettings, FormattersNormaliseWhatTheyAreGiven)
+{
+    StampSettings raw;
+    raw.prefix = QStringLiteral("A\nB") + QString(60, u'p');
+    raw.suffix = QString(41, u's');
+    raw.digits = 99;
+    EXPECT_EQ(raw.bates(7),
+              QStringLiteral("A B") + QString(37, u'p') + QStringLiteral("000000000007") + QString(40, u's'));
+    raw.pageOfTotalFormat = QStringLiteral("{page}\u2029of\f{total}") + QString(80, u'x');
+    EXPECT_EQ(raw.pageLabel(3, 12), QStringLiteral("3 of 12") + QString(63, u'x'));
 }
 
 TEST(StampSettings, TextsAreCutToSoManyPerceivedCharacters)
@@ -135,13 +164,18 @@ TEST(StampSettings, ReadyMadeSettingsDifferFromTheDefaultsOnlyWhereTheySay)
     EXPECT_EQ(StampSettings::exhibits(), exhibits);
 }
 
-TEST(StampSettings, EqualSettingsHashAlike)
+TEST(Preset, HoldsASettingThatCanBeUsedAndANameThatCanBeShown)
 {
-    StampSettings one;
-    StampSettings other;
-    EXPECT_EQ(hashValue(one), hashValue(other));
-    other.cover = CoverOption::skipNoNumber;
-    EXPECT_NE(hashValue(one), hashValue(other));
+    StampSettings raw;
+    raw.digits = 99;
+    raw.startNumber = -1;
+    raw.margin = 1000;
+    raw.prefix = QStringLiteral("a\nb");
+    const QUuid id = QUuid::createUuid();
+    const QString e = QStringLiteral("e\u0301");
+    const Preset preset = Preset::of(id, e.repeated(81), raw);
+    EXPECT_EQ(preset, (Preset{id, e.repeated(80), raw.normalized()}));
+    EXPECT_NE(preset.settings, raw);
 }
 
 TEST(StampPosition, TheFirstThreeAreAtTheTop)

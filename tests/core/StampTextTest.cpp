@@ -1,13 +1,18 @@
 #include "core/SourceClassifier.h"
 #include "core/Stamper.h"
+#include "tests/support/PdfBuilder.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Tool.h"
 
 #include <gtest/gtest.h>
 
+#include <iomanip>
 #include <regex>
 #include <set>
+#include <sstream>
+#include <utility>
+#include <vector>
 
 namespace tallyfold {
 
@@ -63,6 +68,51 @@ std::set<std::string> linesOf(const std::string &printed)
     return found;
 }
 
+/// What a text operator shows, and how high.
+struct ShownText {
+    std::string text;
+    double y = 0;
+};
+
+/// The texts of a file of one page in the order in which they are drawn.
+std::vector<ShownText> shownTexts(const fs::path &path)
+{
+    std::istringstream lines(tests::runTool({"mutool", "trace", path.string()}).output);
+    std::vector<ShownText> shown;
+    const std::regex glyph("<g unicode=\"([^\"]*)\".* y=\"([^\"]+)\"");
+    bool isFirst = false;
+    for (std::string line; std::getline(lines, line);) {
+        std::smatch match;
+        if (line.find("<fill_text") != std::string::npos) {
+            shown.emplace_back();
+            isFirst = true;
+        } else if (std::regex_search(line, match, glyph) && !shown.empty()) {
+            shown.back().text += match[1].str();
+            if (std::exchange(isFirst, false)) {
+                shown.back().y = std::stod(match[2].str());
+            }
+        }
+    }
+    return shown;
+}
+
+/// A page whose text at the height of the stamp runs from right to left, in letters from `first` on.
+fs::path pageFromTheRight(const TemporaryFolder &folder, char16_t first)
+{
+    tests::PdfBuilder builder;
+    std::ostringstream map;
+    map << "begincmap 1 begincodespacerange<00><ff>endcodespacerange 1 beginbfrange<61><68><" << std::hex
+        << std::setw(4) << std::setfill('0') << static_cast<unsigned>(first) << ">endbfrange endcmap";
+    const int toUnicode = builder.addStream("", map.str());
+    const int font = builder.add("<</Type/Font/Subtype/Type1/BaseFont/Helvetica/ToUnicode " +
+                                 tests::reference(toUnicode) + ">>");
+    const int content = builder.addStream("", "BT /F 10 Tf 300 20 Td (dcba) Tj 60 0 Td (hgfe) Tj ET");
+    builder.addPage("/MediaBox[0 0 612 792]/Contents " + tests::reference(content) +
+                    "/Resources<</Font<</F " + tests::reference(font) + ">>>>");
+    tests::writeFile(folder / "right.pdf", builder.file());
+    return folder / "right.pdf";
+}
+
 class LegendText : public testing::TestWithParam<Legend> {};
 
 } // namespace
@@ -109,6 +159,53 @@ TEST(StampText, ThaiIsFoundByPoppler)
     const TemporaryFolder folder;
     const fs::path copy = stampedWith(folder, QStringLiteral("ลับสุดยอดกำ"));
     EXPECT_TRUE(linesOf(tests::runTool({"pdftotext", copy.string(), "-"}).output).contains("ลับสุดยอดกำ"));
+}
+
+class BesideTextFromTheRight : public testing::TestWithParam<char16_t> {};
+
+TEST_P(BesideTextFromTheRight, ANumberIsFoundByReaders)
+{
+    const TemporaryFolder folder;
+    const fs::path source = pageFromTheRight(folder, GetParam());
+    const ProductionPlan plan({classify(source)}, {});
+    Stamper::write(plan.files.front(), plan.settings, folder / "copy.pdf", {});
+    const std::string copy = folder / "copy.pdf";
+    const std::string poppler = tests::runTool({"pdftotext", copy, "-"}).output;
+    EXPECT_TRUE(linesOf(poppler).contains("ABC000001")) << poppler;
+    const std::string mupdf = tests::runTool({"mutool", "draw", "-q", "-F", "txt", copy}).output;
+    EXPECT_TRUE(linesOf(mupdf).contains("ABC000001")) << mupdf;
+}
+
+INSTANTIATE_TEST_SUITE_P(Scripts, BesideTextFromTheRight, testing::Values(u'\u05d0', u'\u0628'));
+
+// Readers that put a line together of what is drawn at one height, one after the other, need something
+// between.
+TEST(StampText, NoLineOfTheStampFollowsTextOfItsOwnHeight)
+{
+    const TemporaryFolder folder;
+    StampSettings settings;
+    settings.legend = QStringLiteral("LEGEND");
+    settings.legendPosition = StampPosition::bottomLeft;
+    settings.pageOfTotal = true;
+    settings.pageOfTotalPosition = StampPosition::bottomCenter;
+    const fs::path source = pageFromTheRight(folder, u'\u05d0');
+    const ProductionPlan plan({classify(source)}, settings);
+    Stamper::write(plan.files.front(), plan.settings, folder / "copy.pdf", {});
+
+    std::set<std::string> lines = {"LEGEND", "ABC000001", "Page 1 of 1"};
+    std::set<double> heightsOfBreaks;
+    ShownText last;
+    for (const ShownText &text : shownTexts(folder / "copy.pdf")) {
+        if (lines.erase(text.text) == 1) {
+            EXPECT_EQ(last.text, "  ") << "before " << text.text;
+            EXPECT_LT(last.y, text.y - 700) << "before " << text.text;
+            heightsOfBreaks.insert(last.y);
+        }
+        last = text;
+    }
+    EXPECT_TRUE(lines.empty());
+    EXPECT_EQ(heightsOfBreaks.size(), 3U) << "what is drawn twice at one place is read once";
+    EXPECT_EQ(tests::soundPages(folder / "copy.pdf"), 1);
 }
 
 TEST(StampText, TheFontsOfTheFormAreThere)

@@ -1,12 +1,15 @@
 #include "core/Stamper.h"
 
 #include "core/SourceClassifier.h"
+#include "tests/support/Picture.h"
 #include "tests/support/Sample.h"
+#include "tests/support/SmallPdf.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Tool.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <map>
 #include <regex>
 
@@ -72,6 +75,14 @@ std::vector<std::vector<double>> operands(const std::string &content, const std:
     return found;
 }
 
+/// Where the lines of the stamp begin, without the white space below the page that keeps them apart.
+std::vector<std::vector<double>> placesOfLines(const std::string &content)
+{
+    auto places = operands(content, "Td");
+    std::erase_if(places, [](const auto &place) { return place[1] < 0; });
+    return places;
+}
+
 StampError errorOf(const std::function<void()> &action)
 {
     try {
@@ -125,7 +136,7 @@ TEST(Stamper, TurnedPagesComeOutUpright)
             stamped(folder, emptyPage(folder, std::string("/MediaBox[0 0 612 792]/Rotate ") + rotate));
         EXPECT_EQ(pageSize(copy), "792 x 612") << rotate;
         EXPECT_NE(tests::runTool({"pdfinfo", copy}).output.find("Page rot:        0"), std::string::npos);
-        const auto place = operands(contentOfPage(copy, 1), "Td");
+        const auto place = placesOfLines(contentOfPage(copy, 1));
         ASSERT_EQ(place.size(), 1U);
         EXPECT_GT(place[0][0], 792 / 2) << "the stamp is at the right of the upright page";
         EXPECT_LT(place[0][1], 50);
@@ -146,7 +157,7 @@ TEST(Stamper, AUserUnitKeepsThePagesRealSizeAndTheStampsOwn)
     EXPECT_EQ(pageSize(copy), "200 x 300") << "in units; a viewer makes points of them";
     const std::string content = contentOfPage(copy, 1);
     EXPECT_NE(content.find("0.5 0 0 0.5 0 0 cm"), std::string::npos) << content;
-    EXPECT_GT(operands(content, "Td")[0][0], 250) << "from a page 400 points wide";
+    EXPECT_GT(placesOfLines(content)[0][0], 250) << "from a page 400 points wide";
 }
 
 TEST(Stamper, AnUnstampedPageIsCopiedWithoutAnyText)
@@ -180,7 +191,7 @@ TEST(Stamper, LinesAreTheLegendTheNumberAndThePage)
 TEST(Stamper, ALegendOfSpacesTakesNoLineAndAStampedPageNeedsNoNumber)
 {
     StampSettings settings;
-    settings.legend = QStringLiteral("   ");
+    settings.legend = QStringLiteral(" \t\u00A0\u2003\u3000 ");
     settings.pageOfTotal = true;
     settings.pageOfTotalFormat = QStringLiteral("{page}/{total}");
     const std::vector<Stamper::Line> expected{{QStringLiteral("3/10"), StampPosition::bottomCenter}};
@@ -201,7 +212,7 @@ TEST(Stamper, BoxesAndBaselinesAreWhereTheLayoutPutsThem)
     const std::string content =
         contentOfPage(stamped(folder, emptyPage(folder, "/MediaBox[0 0 612 792]"), settings), 1);
     const auto boxes = operands(content, "re");
-    const auto places = operands(content, "Td");
+    const auto places = placesOfLines(content);
     ASSERT_EQ(boxes.size(), 3U);
     ASSERT_EQ(places.size(), 3U);
     for (std::size_t line = 0; line < 3; ++line) {
@@ -287,6 +298,89 @@ TEST(Stamper, WhatCannotBeOpenedIsToldByTheSourcesName)
     }
 }
 
+TEST(Stamper, OnlyEncryptionThatWithholdsNothingIsOpened)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 2);
+    const PlannedFile file = planned(folder / "a.pdf", {});
+    for (const char *length : {"128 --use-aes=y", "256"}) {
+        PlannedFile open = file;
+        open.source.url = folder / "open.pdf";
+        fs::remove(open.source.url);
+        tests::encrypt(folder / "a.pdf", open.source.url, std::string("'' owner ") + length);
+        fs::remove(folder / "copy.pdf");
+        Stamper::write(open, {}, folder / "copy.pdf", {});
+        EXPECT_EQ(soundPages(folder / "copy.pdf"), 2) << length;
+        EXPECT_NE(textOfPage(folder / "copy.pdf", 2).find("Page of the original 2"), std::string::npos)
+            << length;
+        EXPECT_NE(textOfPage(folder / "copy.pdf", 2).find("ABC000002"), std::string::npos) << length;
+    }
+    for (const char *restriction : {"--extract=n", "--print=none", "--modify=none"}) {
+        PlannedFile restricted = file;
+        restricted.source.url = folder / "restricted.pdf";
+        tests::encrypt(folder / "a.pdf", restricted.source.url, std::string("'' owner 256 ") + restriction);
+        EXPECT_EQ(errorOf([&] { (void)Stamper::open(restricted.source); }),
+                  StampError::encrypted(QStringLiteral("a.pdf")))
+            << restriction;
+    }
+}
+
+TEST(Stamper, SettingsAreNormalisedBeforeAnythingIsDrawn)
+{
+    const TemporaryFolder folder;
+    StampSettings raw;
+    raw.prefix = QStringLiteral("A\nB");
+    raw.digits = 99;
+    raw.legend = QStringLiteral("SECRET\u2028FILE");
+    raw.margin = -50;
+    raw.fontSize = 1000;
+    const PlannedFile file = planned(emptyPage(folder, "/MediaBox[0 0 3000 3000]"), raw);
+    Stamper::write(file, raw, folder / "copy.pdf", {});
+    const std::string content = contentOfPage(folder / "copy.pdf", 1);
+    double largest = 0;
+    for (const std::vector<double> &font : operands(content, "Tf")) {
+        largest = std::max(largest, font.back());
+    }
+    EXPECT_EQ(largest, 72) << content;
+    const auto boxes = operands(content, "re");
+    ASSERT_EQ(boxes.size(), 2U);
+    EXPECT_NEAR(boxes[0][0], -2, 0.001) << "a margin of nothing, less the padding of the box";
+    EXPECT_NEAR(boxes[0][1], -2, 0.001);
+    const std::string text = textOfPage(folder / "copy.pdf", 1);
+    EXPECT_NE(text.find("A B000000000001"), std::string::npos) << text;
+    EXPECT_NE(text.find("SECRET FILE"), std::string::npos) << text;
+
+    const std::vector<char> bytes = Stamper::data(file, raw, 1);
+    EXPECT_EQ(std::string(bytes.begin(), bytes.end()), tests::readFile(folder / "copy.pdf"));
+}
+
+TEST(Stamper, TheOpacityOfTheTextIsNotThatOfTheWhiteBox)
+{
+    const TemporaryFolder folder;
+    const std::string dark = "0 0 0.4 rg 0 0 300 300 re f";
+    writeFile(folder / "a.pdf", tests::smallPdf({{dark, "0 0 300 300"}}));
+    StampSettings settings;
+    settings.legend = QStringLiteral("LEGEND");
+    settings.fontSize = 40;
+    settings.color = StampColor::of(1, 0, 0, 0.3);
+    const fs::path copy = stamped(folder, folder / "a.pdf", settings);
+    const auto boxes = operands(contentOfPage(copy, 1), "re");
+    ASSERT_EQ(boxes.size(), 2U);
+    for (const auto tool : {tests::Picture::Tool::poppler, tests::Picture::Tool::mupdf}) {
+        const tests::Picture picture = tests::Picture::of(copy, tool);
+        for (const std::vector<double> &box : boxes) {
+            const double y = box[1] + 1;
+            EXPECT_TRUE(picture.at(std::max(box[0], 0.0) + 1, y).isPaper());
+        }
+        EXPECT_FALSE(picture.at(150, 150).isPaper());
+        // Red at 0.3 over white is no darker than this, whatever lies below the box.
+        const std::vector<double> &box = boxes.front();
+        for (double x = box[0]; x < box[0] + box[2]; x += 1) {
+            EXPECT_GT(picture.at(x, box[1] + box[3] / 2).green, 160) << x;
+        }
+    }
+}
+
 TEST(Stamper, AFileThatIsThereIsNotWrittenTo)
 {
     const TemporaryFolder folder;
@@ -295,6 +389,22 @@ TEST(Stamper, AFileThatIsThereIsNotWrittenTo)
     const PlannedFile file = planned(folder / "a.pdf", {});
     EXPECT_EQ(errorOf([&] { Stamper::write(file, {}, folder / "taken.pdf", {}); }),
               StampError::cannotWrite(QStringLiteral("taken.pdf")));
+    EXPECT_EQ(tests::readFile(folder / "taken.pdf"), "mine");
+}
+
+TEST(Stamper, ASourceThatCannotBeOpenedIsToldBeforeAnyFileIsMade)
+{
+    const TemporaryFolder folder;
+    writeSample(folder / "a.pdf", 1);
+    PlannedFile file = planned(folder / "a.pdf", {});
+    file.source.url = folder / "gone.pdf";
+    writeFile(folder / "taken.pdf", "mine");
+    for (const char *copy : {"copy.pdf", "taken.pdf", "no folder/copy.pdf"}) {
+        EXPECT_EQ(errorOf([&] { Stamper::write(file, {}, folder / copy, {}); }),
+                  StampError::unreadable(QStringLiteral("a.pdf")))
+            << copy;
+    }
+    EXPECT_FALSE(fs::exists(folder / "copy.pdf"));
     EXPECT_EQ(tests::readFile(folder / "taken.pdf"), "mine");
 }
 
@@ -361,6 +471,49 @@ TEST(Stamper, PreviewsAreAsWideAsAskedAndAsHighAsThePage)
     EXPECT_EQ(images[0].pixels[3], 255);
     EXPECT_LT(*std::min_element(images[0].pixels.begin(), images[0].pixels.end()), 128)
         << "something is printed on it";
+}
+
+TEST(Stamper, ThePreviewOfAFlatPageIsAPixelHigh)
+{
+    const TemporaryFolder folder;
+    const fs::path page = emptyPage(folder, "/MediaBox[0 0 1000 2]");
+    const std::vector<pdf::Bitmap> images = Stamper::previewImages(planned(page, {}), {}, 1, 100);
+    ASSERT_EQ(images.size(), 1U);
+    EXPECT_EQ(images[0].height, 1);
+}
+
+TEST(Stamper, TheHeightOfAPreviewIsCutOffAndBounded)
+{
+    constexpr int most = std::numeric_limits<int>::max();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(Stamper::previewHeight({612, 792}, 300), 388);
+    EXPECT_EQ(Stamper::previewHeight({100, 199.9}, 100), 199);
+    EXPECT_EQ(Stamper::previewHeight({1000, 2}, 100), 1);
+    for (const double height : {14'400.0, 1e300, infinity}) {
+        EXPECT_EQ(Stamper::previewHeight({0.001, height}, 1200), most) << height;
+    }
+    EXPECT_EQ(Stamper::previewHeight({1, most}, 1), most);
+    for (const pdf::Size &size : {pdf::Size{0, 1}, {1, 0}, {-1, 1}, {1, -1}, {nan, 1}, {1, nan}}) {
+        EXPECT_EQ(Stamper::previewHeight(size, 100), 0) << size.width << " by " << size.height;
+    }
+    EXPECT_EQ(Stamper::previewHeight({infinity, infinity}, 100), 0);
+    for (const std::int64_t width : {std::int64_t{0}, std::int64_t{-1}, std::int64_t{most} + 1}) {
+        EXPECT_EQ(Stamper::previewHeight({1, 1}, width), 0) << width;
+    }
+}
+
+TEST(Stamper, ThePageThatIsTooNarrowForAPictureIsLeftOut)
+{
+    const TemporaryFolder folder;
+    PdfBuilder builder;
+    builder.addPage("/MediaBox[0 0 0.001 14400]");
+    builder.addPage("/MediaBox[0 0 100 100]");
+    writeFile(folder / "a.pdf", builder.file());
+    const std::vector<pdf::Bitmap> images =
+        Stamper::previewImages(planned(folder / "a.pdf", {}), {}, 2, 1200);
+    ASSERT_EQ(images.size(), 1U);
+    EXPECT_EQ(images[0].height, 1200);
 }
 
 TEST(Stamper, NothingButWhatIsSeenGetsIntoTheCopy)

@@ -2,14 +2,18 @@
 #include "tests/support/SmallPdf.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Tool.h"
+#include "tests/support/UnreadableFolder.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 #include <fcntl.h>
+#include <map>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -116,7 +120,8 @@ TEST(Produce, ConflictsAreListedAndNothingIsWritten)
     EXPECT_EQ(jsonOf(result), json(R"({"conflicts": [{"exists": "10.pdf"}]})"));
     EXPECT_FALSE(fs::exists(inputs.out / "2.pdf"));
 
-    const ToolResult nothing = produce({inputs.folder / "nowhere", inputs.folder / "none.pdf"});
+    fs::create_directory(inputs.folder / "empty");
+    const ToolResult nothing = produce({inputs.folder / "nowhere", inputs.folder / "empty"});
     EXPECT_EQ(nothing.exitCode, 1);
     EXPECT_EQ(jsonOf(nothing), json(R"({"conflicts": [{"nothingToStamp": true}, {"folderMissing": true}]})"));
 }
@@ -138,12 +143,15 @@ TEST(Produce, ShowsTheSourcesWithAllTheirFields)
 {
     const Inputs inputs;
     writeFile(inputs.in / "broken.pdf", "not a document");
+    const std::array<timespec, 2> times{{{0, 0}, {1'234'567'890, 45}}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, (inputs.in / "2.pdf").c_str(), times.data(), 0), 0);
     const ToolResult result = produce({"--sources", inputs.in});
     EXPECT_EQ(result.exitCode, 0);
     const QJsonArray sources = jsonOf(result).array();
     ASSERT_EQ(sources.size(), 3);
     EXPECT_EQ(sources[0][u"name"], u"2.pdf"_s);
     EXPECT_EQ(sources[0][u"pageCount"], 2);
+    EXPECT_EQ(sources[0][u"modified"], u"2009-02-13T23:31:30.000000045Z"_s);
     EXPECT_EQ(sources[0][u"problem"], QJsonValue());
     EXPECT_EQ(sources[2][u"problem"], u"unreadable"_s);
     EXPECT_EQ(sources[0].toObject().keys(), (QStringList{u"existingBates"_s, u"id"_s, u"modified"_s,
@@ -165,6 +173,131 @@ TEST(Produce, ShowsThePlanAndWritesNothing)
     EXPECT_EQ(first[u"first"], u"ABC000007"_s);
     EXPECT_EQ(QJsonDocument(first[u"pages"].toArray()),
               json(R"([{"number": null, "stamped": false}, {"number": 7, "stamped": true}])"));
+    EXPECT_TRUE(fs::is_empty(inputs.out));
+}
+
+TEST(Produce, FilesAreOrderedByTheLocaleOfCollationAndNotByThatOfMessages)
+{
+    const TemporaryFolder folder;
+    for (const char *name : {"in/\xC3\xA4.pdf", "in/z.pdf"}) {
+        fs::create_directories(folder / "in");
+        writeSample(folder / name, 1);
+    }
+    const auto firstIn = [&folder](const std::string &collation, const std::string &messages) {
+        const ToolResult result =
+            runTool({"env", "LC_ALL=", "LC_COLLATE=" + collation, "LC_MESSAGES=" + messages,
+                     "LANG=" + messages, PRODUCE_PROGRAM, "--plan", folder / "in"});
+        return jsonOf(result)[u"files"].toArray().first()[u"source"].toString();
+    };
+    EXPECT_EQ(firstIn("sv_SE.UTF-8", "en_US.UTF-8"), u"z.pdf"_s);
+    EXPECT_EQ(firstIn("en_US.UTF-8", "sv_SE.UTF-8"), u"\u00E4.pdf"_s);
+    EXPECT_EQ(firstIn("xx_XX.UTF-8", "sv_SE.UTF-8"), u"\u00E4.pdf"_s);
+}
+
+TEST(Produce, AnInputThatIsNotThereIsAnErrorAndNothingIsWritten)
+{
+    const Inputs inputs;
+    const std::string missing = inputs.folder / "mis\xFFing.pdf";
+    const std::string link = inputs.folder / "link.pdf";
+    fs::create_symlink("nowhere", link);
+    const std::string inFile = inputs.in / "2.pdf/3.pdf";
+    const std::map<std::string, std::string> reasons{{missing, "No such file or directory"},
+                                                     {link, "No such file or directory"},
+                                                     {inFile, "Not a directory"}};
+    for (const auto &[input, reason] : reasons) {
+        for (const std::vector<std::string> &arguments :
+             {std::vector<std::string>{inputs.out, inputs.in, input},
+              {inputs.out, input, inputs.in},
+              {inputs.out, input}}) {
+            const ToolResult result = produce(arguments);
+            EXPECT_EQ(result.exitCode, 66) << input;
+            EXPECT_EQ(result.output, "") << input;
+            EXPECT_EQ(result.errors,
+                      input + ": " + reason +
+                          "\n"
+                          "Nothing was written: the production would lack what could not be read.\n");
+        }
+    }
+    EXPECT_TRUE(fs::is_empty(inputs.out));
+}
+
+TEST(Produce, AFolderThatCannotBeReadToItsEndIsAnErrorAndNothingIsWritten)
+{
+    const Inputs inputs;
+    makeUnreadableFolder(inputs.in / "sub");
+    const ToolResult result = produce({inputs.out, inputs.in});
+    EXPECT_EQ(result.exitCode, 66);
+    EXPECT_EQ(result.output, "");
+    EXPECT_TRUE(result.errors.starts_with((inputs.in / "sub").native())) << result.errors;
+    EXPECT_NE(result.errors.find(": not everything in this folder could be read\n"), std::string::npos);
+    EXPECT_TRUE(fs::is_empty(inputs.out));
+}
+
+TEST(Produce, WhatCouldBeReadIsShownBesideTheError)
+{
+    const Inputs inputs;
+    const std::string missing = inputs.folder / "none.pdf";
+    for (const char *task : {"--sources", "--plan"}) {
+        const ToolResult result = produce({task, missing, inputs.in});
+        EXPECT_EQ(result.exitCode, 66) << task;
+        EXPECT_EQ(result.errors, missing + ": No such file or directory\n") << task;
+        const QJsonDocument shown = jsonOf(result);
+        EXPECT_EQ((shown.isArray() ? shown.array() : shown[u"files"].toArray()).size(), 2) << task;
+    }
+}
+
+TEST(Produce, ASourceThatIsSkippedIsNamedWithItsReason)
+{
+    const Inputs inputs;
+    writeFile(inputs.in / "broken\n.pdf", "not a document");
+    writeFile(inputs.in / "empty.pdf", smallPdf({}));
+    encrypt(inputs.in / "10.pdf", inputs.in / "locked.pdf", "secret owner 256");
+    const ToolResult result = produce({inputs.out, inputs.in});
+    EXPECT_EQ(result.exitCode, 0) << "the index tells of them too";
+    const std::string in = inputs.in;
+    EXPECT_EQ(result.errors, in + "/broken\n.pdf: skipped: unreadable\n" + in +
+                                 "/empty.pdf: skipped: empty\n" + in +
+                                 "/locked.pdf: skipped: password-protected\n");
+    EXPECT_EQ(jsonOf(result)[u"written"].toArray().size(), 2);
+
+    const std::string record = inputs.settings(R"({"stamp": {"cover": "skipNoNumber"}})");
+    fs::create_directory(inputs.folder / "second");
+    const ToolResult covers =
+        produce({"--settings", record, inputs.folder / "second", inputs.in / "10.pdf", inputs.in / "2.pdf"});
+    EXPECT_EQ(covers.exitCode, 0);
+    EXPECT_EQ(covers.errors, in + "/10.pdf: skipped: cover page only, no number\n");
+}
+
+TEST(Produce, AFileWhoseNameIsNotAPdfsIsNamed)
+{
+    const Inputs inputs;
+    const std::string notes = inputs.folder / "notes.txt";
+    const std::string hidden = inputs.folder / ".hidden.pdf";
+    writeFile(notes, "notes");
+    writeSample(hidden, 1);
+    const ToolResult result = produce({inputs.out, notes, inputs.in, hidden});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.errors, notes + ": left out: hidden, or not called .pdf\n" + hidden +
+                                 ": left out: hidden, or not called .pdf\n");
+    EXPECT_EQ(jsonOf(result)[u"written"].toArray().size(), 2);
+}
+
+TEST(Produce, HelpIsNoError)
+{
+    const Inputs inputs;
+    for (const std::vector<std::string> &arguments : {std::vector<std::string>{"--help"},
+                                                      {"--plan", "--help"},
+                                                      {"--help", inputs.out, inputs.in},
+                                                      {"--no-index", "--help", "--unknown"}}) {
+        const ToolResult result = produce(arguments);
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_TRUE(result.output.starts_with("usage: produce ")) << result.output;
+        for (const char *told : {"--sources", "--plan", "66 ", "64 "}) {
+            EXPECT_NE(result.output.find(told), std::string::npos) << told;
+        }
+        EXPECT_EQ(result.errors, "");
+    }
+    EXPECT_EQ(produce({"--", "--help"}).exitCode, 64) << "after the options it is a folder like any other";
     EXPECT_TRUE(fs::is_empty(inputs.out));
 }
 

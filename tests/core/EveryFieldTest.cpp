@@ -1,0 +1,135 @@
+#include "tests/core/EveryField.h"
+
+#include "core/SettingsRecord.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <set>
+
+namespace tallyfold {
+
+using tests::everyField;
+using tests::SettingsField;
+using tests::settingsWithoutDefaults;
+using tests::withKey;
+
+namespace {
+
+QJsonObject recordOf(const StampSettings &settings)
+{
+    return QJsonDocument::fromJson(encode(settings).value()).object();
+}
+
+std::string text(const QJsonValue &value)
+{
+    return value.isUndefined()
+               ? "missing"
+               : QJsonDocument(QJsonObject{{QStringLiteral("_"), value}}).toJson().toStdString();
+}
+
+} // namespace
+
+TEST(EveryField, AllEighteenAreStoredAndNoneIsLeftAtItsDefault)
+{
+    std::set<std::string> keys;
+    StampSettings settings = settingsWithoutDefaults();
+    for (const SettingsField &field : everyField()) {
+        keys.insert(field.key);
+        const StampSettings before = settings;
+        field.reset(settings);
+        EXPECT_NE(settings, before) << field.key;
+    }
+    EXPECT_EQ(settings, StampSettings());
+    std::set<std::string> stored;
+    for (const QString &key : recordOf({}).keys()) {
+        stored.insert(key.toStdString());
+    }
+    EXPECT_EQ(keys.size(), 18U);
+    EXPECT_EQ(keys, stored);
+}
+
+TEST(EveryField, AllComeBackTogether)
+{
+    const StampSettings settings = settingsWithoutDefaults();
+    EXPECT_EQ(settings.normalized(), settings);
+    EXPECT_EQ(decodeStampSettings(recordOf(settings)), settings);
+}
+
+TEST(EveryField, EachComesBackAlone)
+{
+    for (const SettingsField &field : everyField()) {
+        StampSettings settings;
+        field.change(settings);
+        const QJsonObject record = recordOf(settings);
+        EXPECT_EQ(decodeStampSettings(record), settings) << field.key;
+        const QJsonObject alone = withKey({}, field.key, record.value(QString::fromStdString(field.key)));
+        EXPECT_EQ(decodeStampSettings(alone), settings) << field.key;
+    }
+}
+
+TEST(EveryField, WhateverStandsInPlaceOfOneAllOthersComeBack)
+{
+    const QJsonObject record = recordOf(settingsWithoutDefaults());
+    for (const SettingsField &field : everyField()) {
+        ASSERT_GE(field.readings.size(), 7U);
+        for (const SettingsField::Reading &reading : field.readings) {
+            StampSettings expected = settingsWithoutDefaults();
+            reading.apply(expected);
+            EXPECT_EQ(decodeStampSettings(withKey(record, field.key, reading.stored)), expected)
+                << field.key << ' ' << text(reading.stored);
+        }
+    }
+}
+
+TEST(EveryField, EachAloneTellsSettingsApartAndChangesTheirHash)
+{
+    for (const StampSettings &base : {StampSettings(), settingsWithoutDefaults()}) {
+        std::set<std::size_t> hashes{hashValue(base)};
+        for (const SettingsField &field : everyField()) {
+            StampSettings changed = base;
+            (base == StampSettings() ? field.change : field.reset)(changed);
+            EXPECT_FALSE(changed == base) << field.key;
+            EXPECT_TRUE(hashes.insert(hashValue(changed)).second) << field.key;
+            const StampSettings same = changed;
+            EXPECT_TRUE(same == changed) << field.key;
+            EXPECT_EQ(hashValue(same), hashValue(changed)) << field.key;
+        }
+    }
+}
+
+TEST(EveryField, EachTellsPresetsApart)
+{
+    const Preset base{QUuid::createUuid(), QStringLiteral("a"), {}};
+    std::set<std::size_t> hashes{hashValue(base)};
+    const auto differs = [&](const Preset &other) {
+        return other != base && hashes.insert(hashValue(other)).second;
+    };
+    for (const SettingsField &field : everyField()) {
+        Preset changed = base;
+        field.change(changed.settings);
+        EXPECT_TRUE(differs(changed)) << field.key;
+    }
+    EXPECT_TRUE(differs({QUuid::createUuid(), base.name, base.settings}));
+    EXPECT_TRUE(differs({base.id, QStringLiteral("b"), base.settings}));
+}
+
+TEST(EveryField, EachComponentOfTheColourTellsItApart)
+{
+    const StampColor base{0.1, 0.2, 0.3, 0.4};
+    std::set<std::size_t> hashes{hashValue(base)};
+    for (double StampColor::*component :
+         {&StampColor::red, &StampColor::green, &StampColor::blue, &StampColor::alpha}) {
+        StampColor changed = base;
+        changed.*component = 0.5;
+        EXPECT_NE(changed, base);
+        EXPECT_TRUE(hashes.insert(hashValue(changed)).second);
+        StampSettings settings;
+        settings.color = changed;
+        EXPECT_EQ(decodeStampSettings(recordOf(settings)), settings);
+    }
+}
+
+} // namespace tallyfold
