@@ -1,3 +1,4 @@
+#include "app/LooseTask.h"
 #include "app/Translations.h"
 #include "ui/shell/AppIdentity.h"
 #include "ui/shell/CommandLine.h"
@@ -13,6 +14,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <span>
 
 namespace {
@@ -48,9 +50,8 @@ int run(const CommandLine &line)
     const QDBusConnection bus = QDBusConnection::sessionBus();
     const ColorScheme scheme(bus);
     InstanceService instance(bus, identity::id);
-    const bool isFirst = instance.role() == InstanceService::Role::first;
     const bool isOther = instance.role() == InstanceService::Role::other;
-    if (line.task == Task::service && !isFirst) {
+    if (line.task == Task::service && instance.role() != InstanceService::Role::first) {
         std::fputs(isOther ? "" : "tallyfold: there is no session bus to wait on\n", stderr);
         return isOther ? done : unavailable; // The other one is asked in our place.
     }
@@ -58,11 +59,13 @@ int run(const CommandLine &line)
         return done;
     }
     TallyfoldApp app(TallyfoldApp::systemParts());
-    app.setReachable(isFirst);
+    app.setReachable(instance.role() == InstanceService::Role::first);
     const SleepInhibitor inhibitor(app.model(), bus);
     QObject::connect(&instance, &InstanceService::activated, &app,
                      [&app](const QString &token) { app.reopen({}, token); });
     QObject::connect(&instance, &InstanceService::opened, &app, &TallyfoldApp::reopen);
+    // Before anything is waited for: a start meanwhile is not to come here any more.
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &instance, &InstanceService::giveBack);
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::received, &app, &TallyfoldApp::quit);
     if (line.task == Task::service) {
@@ -73,11 +76,25 @@ int run(const CommandLine &line)
     return QApplication::exec();
 }
 
+/// Runs the application, which needs a screen, and takes it down again.
+int runOnScreen(int count, char **arguments)
+{
+    QApplication application(count, arguments); // Takes out the arguments that are Qt's.
+    introduce();
+    const CommandLine line = lineOf(count, arguments);
+    if (line.task == Task::usage) {
+        std::fprintf(stderr, "tallyfold: there is no option %s\n%s", line.unknown.c_str(),
+                     CommandLine::help());
+        return usage;
+    }
+    return run(line);
+}
+
 } // namespace
 
 int main(int count, char **arguments)
 {
-    // Before the application, which needs a screen.
+    // Before there is an application.
     switch (lineOf(count, arguments).task) {
     case Task::help:
         std::fputs(CommandLine::help(), stdout);
@@ -88,13 +105,9 @@ int main(int count, char **arguments)
     default:
         break;
     }
-    QApplication application(count, arguments); // Takes out the arguments that are Qt's.
-    introduce();
-    const CommandLine line = lineOf(count, arguments);
-    if (line.task == Task::usage) {
-        std::fprintf(stderr, "tallyfold: there is no option %s\n%s", line.unknown.c_str(),
-                     CommandLine::help());
-        return usage;
+    const int code = runOnScreen(count, arguments);
+    if (LooseTask::isAnyLeft()) {
+        std::_Exit(code); // What it works on has no way back, and its user is not to wait for it.
     }
-    return run(line);
+    return code;
 }

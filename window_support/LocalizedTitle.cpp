@@ -27,13 +27,12 @@ const QHash<QString, QHash<QString, QString>> &tables()
     return tables;
 }
 
-} // namespace
+/// What stands for no language in particular.
+const QString base = QStringLiteral("Base");
 
-QString applicationLanguage(const QStringList &available, const QStringList &preferred)
+/// The best of `available` for the user.
+QString bestOf(const QStringList &available, const QStringList &preferred)
 {
-    if (available.isEmpty()) {
-        return preferred.isEmpty() ? QStringLiteral("Base") : languageAlone(preferred.first());
-    }
     for (const QString &wanted : preferred) {
         if (available.contains(wanted)) {
             return wanted;
@@ -42,7 +41,15 @@ QString applicationLanguage(const QStringList &available, const QStringList &pre
             return languageAlone(wanted);
         }
     }
-    return available.first();
+    return available.isEmpty() ? base : available.first();
+}
+
+} // namespace
+
+QString applicationLanguage(const QStringList &available, const QStringList &preferred)
+{
+    const QString best = bestOf(available, preferred);
+    return best == base && !preferred.isEmpty() ? languageAlone(preferred.first()) : best;
 }
 
 QString localizedTitle(const QString &title, const QString &language)

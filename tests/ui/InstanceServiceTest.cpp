@@ -153,6 +153,35 @@ TEST_F(OneInstance, AFirstThatIsGoneLeavesThePlaceToTheNext)
     EXPECT_EQ(next.role(), InstanceService::Role::first);
 }
 
+TEST_F(OneInstance, OneThatEndsGivesItsPlaceBackWhileItIsStillThere)
+{
+    InstanceService first(bus.connection(QStringLiteral("first")), id);
+    ASSERT_EQ(first.role(), InstanceService::Role::first);
+    first.giveBack();
+    EXPECT_EQ(first.role(), InstanceService::Role::alone);
+    const InstanceService next(bus.connection(QStringLiteral("next")), id);
+    EXPECT_EQ(next.role(), InstanceService::Role::first);
+    first.giveBack(); // It has nothing any more that it could give back.
+    const InstanceService third(bus.connection(QStringLiteral("third")), id);
+    EXPECT_EQ(third.role(), InstanceService::Role::other);
+    QDBusConnection::disconnectFromBus(QStringLiteral("next"));
+    QDBusConnection::disconnectFromBus(QStringLiteral("third"));
+}
+
+TEST_F(OneInstance, AStartThatMeetsOneThatEndsTakesItsPlace)
+{
+    InstanceService first(bus.connection(QStringLiteral("first")), id);
+    InstanceService other(bus.connection(QStringLiteral("other")), id);
+    ASSERT_EQ(other.role(), InstanceService::Role::other);
+    first.giveBack(); // Between its start and its handing over.
+    EXPECT_FALSE(other.handOver({"/a.pdf"}));
+    EXPECT_EQ(other.role(), InstanceService::Role::first);
+    const InstanceService third(bus.connection(QStringLiteral("third")), id);
+    EXPECT_EQ(third.role(), InstanceService::Role::other) << "there are not two";
+    QDBusConnection::disconnectFromBus(QStringLiteral("other"));
+    QDBusConnection::disconnectFromBus(QStringLiteral("third"));
+}
+
 TEST(InstanceWithoutABus, RunsByItself)
 {
     const InstanceService service(QDBusConnection(QStringLiteral("none")), id);

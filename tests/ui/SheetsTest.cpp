@@ -147,6 +147,21 @@ TEST_F(SheetsTest, TheNextProductionClearsTheListAndGoesOnWithTheNumbers)
     EXPECT_TRUE(isFree());
 }
 
+TEST_F(SheetsTest, AFullSeriesIsNotPromisedToGoOn)
+{
+    edit([](StampSettings &settings) { settings.startNumber = StampSettings::maxStart; });
+    addPdfs({"a.pdf"});
+    produce();
+    EXPECT_EQ(text("resultRange"), "ABC999999999 – ABC999999999");
+    EXPECT_EQ(text("resultNext"), "This series is full: no production can start at ABC1000000000. Choose "
+                                  "another prefix or suffix for the next one.");
+    EXPECT_EQ(find<QPushButton>("startNext")->toolTip(),
+              QStringLiteral("Clears the list and leaves the start number as it is."));
+    click("startNext");
+    EXPECT_TRUE(model().sources().empty());
+    EXPECT_EQ(stamp().startNumber, StampSettings::maxStart);
+}
+
 TEST_F(SheetsTest, ARunStoppedBeforeItsFirstCopySaysSo)
 {
     restart([](const ProductionPlan &, const std::filesystem::path &, const ProductionOptions &,
@@ -166,9 +181,13 @@ TEST_F(SheetsTest, ARunStoppedBeforeItsFirstCopySaysSo)
 
 TEST_F(SheetsTest, FailuresAreListedInTheirOrder)
 {
+    restart([this](const ProductionPlan &plan, const std::filesystem::path &into,
+                   const ProductionOptions &options, const Production::OnPage &onPage) {
+        std::ofstream(folder / "sources" / "b.pdf") << "no PDF any more";
+        std::ofstream(folder / "sources" / "a.pdf") << "no PDF any more";
+        return Production::write(plan, into, options, onPage);
+    });
     addPdfs({"a.pdf", "b.pdf", "c.pdf"});
-    std::ofstream(folder / "sources" / "b.pdf") << "no PDF any more";
-    std::ofstream(folder / "sources" / "a.pdf") << "no PDF any more";
     QDialog *result = produce();
     QStringList lines;
     for (const SymbolLabel *line : result->findChildren<SymbolLabel *>(QStringLiteral("failure"))) {
@@ -177,6 +196,27 @@ TEST_F(SheetsTest, FailuresAreListedInTheirOrder)
     EXPECT_EQ(lines,
               QStringList({QStringLiteral("“a.pdf” couldn’t be stamped (marked “failed” in the index)."),
                            QStringLiteral("“b.pdf” couldn’t be stamped (marked “failed” in the index).")}));
+}
+
+TEST_F(SheetsTest, AFileThatChangedIsToldOfBeforeItIsStamped)
+{
+    addPdfs({"a.pdf"}, 2);
+    model().setOutputFolder(output);
+    model().setSelection({model().sources().front().id});
+    (void)pdf("a.pdf", 3);
+    QTest::keyClick(&app->mainView(), Qt::Key_Return, Qt::ControlModifier);
+    ASSERT_NE(current(), nullptr);
+    EXPECT_EQ(text("alertText"),
+              "“a.pdf” has changed since it was added: it had 2 pages and has 3 pages now. "
+              "Nothing was written: look at the list, then stamp again.");
+    EXPECT_EQ(model().selection().size(), 1);
+    QTest::keyClick(current(), Qt::Key_Return);
+    EXPECT_TRUE(isFree());
+    EXPECT_FALSE(model().isRunning());
+    EXPECT_TRUE(std::filesystem::is_empty(output));
+    QTest::keyClick(&app->mainView(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_TRUE(waitUntil([this] { return model().sheet() == Sheet::result; }));
+    EXPECT_EQ(model().summary()->pages, 3);
 }
 
 TEST_F(SheetsTest, AResultWaitsForAWindowThatWasClosed)

@@ -336,6 +336,23 @@ TEST_F(StampFormTest, TheOutputFolderIsShownByItsNameAndItsWholePath)
     EXPECT_FALSE(isShown("noOutputFolder"));
     EXPECT_EQ(text("outputFolder"), "output");
     EXPECT_EQ(find<QLabel>("outputFolder")->toolTip().toStdString(), output.native());
+    EXPECT_EQ(text("outputFolderPlace"), output.parent_path().native());
+}
+
+TEST_F(StampFormTest, TheTopmostFolderLiesNowhere)
+{
+    model().setOutputFolder("/");
+    EXPECT_EQ(text("outputFolder"), "/");
+    EXPECT_FALSE(isShown("outputFolderPlace"));
+}
+
+TEST_F(StampFormTest, NoOutputFolderWidensTheForm)
+{
+    const auto *form = find<QScrollArea>("stampForm");
+    const int width = form->widget()->minimumSizeHint().width();
+    model().setOutputFolder(folder.path() / std::string(200, 'n') / std::string(200, 'm'));
+    QTest::qWait(0);
+    EXPECT_EQ(form->widget()->minimumSizeHint().width(), width);
 }
 
 TEST_F(StampFormTest, WhatStandsInTheWayOfTheFolderIsToldUnderOutput)

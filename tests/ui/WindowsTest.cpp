@@ -6,6 +6,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
 
 namespace tallyfold {
 
@@ -66,7 +69,51 @@ TEST_F(Windows, TheMenusHaveTheirCommandsInOrder)
     EXPECT_EQ(entriesOf(production).join(u'|'),
               QStringLiteral("Stamp|Choose Output Folder…|-|Remove Selected Files|Remove All Files"));
     EXPECT_EQ(entriesOf(help).join(u'|'),
-              QStringLiteral("Tallyfold Help|Check for Updates…|About Tallyfold"));
+              QStringLiteral("Tallyfold Help|About Tallyfold|Check for Updates…"));
+}
+
+TEST_F(Windows, CommandsOfTheEditMenuAreForWhatHadTheFocusBeforeTheMenu)
+{
+    addPdfs({"a.pdf", "b.pdf"});
+    find<QWidget>("files")->setFocus();
+    app->mainView().menuBar()->setFocus(Qt::MenuBarFocusReason); // As the key Alt does it.
+    ASSERT_EQ(QApplication::focusWidget(), app->mainView().menuBar());
+    EXPECT_TRUE(entry(editMenu, QStringLiteral("Select All"))->isEnabled());
+    EXPECT_TRUE(entry(editMenu, QStringLiteral("Delete"))->isEnabled());
+    entry(editMenu, QStringLiteral("Select All"))->trigger();
+    entry(editMenu, QStringLiteral("Delete"))->trigger();
+    EXPECT_EQ(listed(), "");
+}
+
+TEST_F(Windows, TheFirstSizeHasRoomOnTheScreen)
+{
+    EXPECT_EQ(MainView::firstSizeOn({3840, 2160}), QSize(1240, 800));
+    EXPECT_EQ(MainView::firstSizeOn({1366, 768}).width(), 1240);
+    EXPECT_LE(MainView::firstSizeOn({1366, 768}).height(), 768 - 40) << "a title bar has to have room";
+    EXPECT_LT(MainView::firstSizeOn({1024, 768}).width(), 1024);
+    EXPECT_EQ(MainView::firstSizeOn({640, 480}), app->mainView().minimumSize());
+}
+
+TEST_F(Windows, WhatHasTheFocusIsInSightWhereverAStepLeads)
+{
+    addPdfs({"a.pdf"});
+    edit([](StampSettings &settings) { settings.legend = QStringLiteral("SECRET"); });
+    app->mainView().activateWindow();
+    const auto *form = find<QScrollArea>("stampForm");
+    form->verticalScrollBar()->setValue(form->verticalScrollBar()->maximum());
+    find<QWidget>("files")->setFocus();
+    int steps = 0;
+    for (int step = 0; step < 60; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        const QWidget *focus = QApplication::focusWidget();
+        ASSERT_NE(focus, nullptr);
+        if (form->widget()->isAncestorOf(focus)) {
+            const QRect place(focus->mapTo(form->viewport(), QPoint(0, 0)), focus->size());
+            EXPECT_TRUE(form->viewport()->rect().contains(place)) << focus->objectName().toStdString();
+            ++steps;
+        }
+    }
+    EXPECT_GT(steps, 10);
 }
 
 TEST_F(Windows, CommandsAnswerToTheirKeys)
@@ -152,6 +199,18 @@ TEST_F(Windows, TheFirstPagesOfTheChosenFileAreShown)
     EXPECT_TRUE(waitUntil([&] { return pane->currentIndex() == 0; }));
 }
 
+TEST_F(Windows, NoNameOfAFileWidensThePreview)
+{
+    auto *pane = find<PreviewPane>("previewPane");
+    addPdfs({std::string(200, 'n') + ".pdf"});
+    EXPECT_TRUE(waitUntil([&] { return pane->currentIndex() == 1; }));
+    const auto *scroll = find<QScrollArea>("previewScroll");
+    EXPECT_TRUE(waitUntil([&] { return scroll->widget()->width() <= scroll->viewport()->width(); }));
+    EXPECT_EQ(find<QLabel>("previewHeader")->text().size(),
+              200 + QStringLiteral("First pages of “.pdf”").size());
+    EXPECT_LE(find<PreviewImage>("page1")->width(), scroll->viewport()->width());
+}
+
 TEST_F(Windows, PresetsAreOfferedInSections)
 {
     EXPECT_EQ(
@@ -192,6 +251,28 @@ TEST_F(Windows, SavingUnderANameThatIsThereReplacesThePreset)
     ASSERT_EQ(model().settings().presets.size(), 1U);
     EXPECT_EQ(model().settings().presets.front().name, QStringLiteral("Case 12"));
     EXPECT_EQ(model().settings().presets.front().settings.prefix, QStringLiteral("TWO"));
+}
+
+TEST_F(Windows, ANameTakesEightyCharactersAndNoMore)
+{
+    app->mainView().presetMenu().askForName();
+    auto *field = find<QLineEdit>("presetName");
+    const QString family =
+        QStringLiteral("👨‍👩‍👧"); // One character to whoever reads it, eight to a computer.
+    field->insert(family.repeated(79));
+    field->insert(QStringLiteral("xyz"));
+    EXPECT_EQ(field->text(), family.repeated(79) + u'x');
+    field->home(false);
+    QTest::keyClicks(field, QStringLiteral("y"));
+    EXPECT_EQ(field->text(), family.repeated(79) + u'x') << "what stands behind the cursor stays";
+    EXPECT_EQ(field->cursorPosition(), 0);
+    QTest::keyClick(field, Qt::Key_Delete);
+    QTest::keyClicks(field, QStringLiteral("yz"));
+    EXPECT_EQ(field->text(), u'y' + family.repeated(78) + u'x');
+    EXPECT_EQ(field->cursorPosition(), 1);
+    QTest::keyClick(app->mainView().presetMenu().prompt(), Qt::Key_Return);
+    ASSERT_EQ(model().settings().presets.size(), 1U);
+    EXPECT_EQ(model().settings().presets.front().name, u'y' + family.repeated(78) + u'x');
 }
 
 TEST_F(Windows, ThePromptForANameCanBeCancelled)
@@ -286,6 +367,32 @@ TEST_F(Windows, FilesHandedOverOpenTheWindowAndJoinTheList)
     EXPECT_EQ(listed(), "a.pdf b.pdf c.pdf");
 }
 
+TEST_F(Windows, AHandOverLeavesTheFocusInWhatLiesOverTheWindow)
+{
+    const auto hasFocus = [this](const QWidget *over) {
+        for (const std::vector<std::filesystem::path> &files :
+             {std::vector<std::filesystem::path>{}, {pdf("a.pdf")}}) {
+            app->reopen(files);
+            waitUntil([&] { return QApplication::activeWindow() == over; });
+            EXPECT_EQ(QApplication::activeWindow(), over);
+            EXPECT_NE(QApplication::focusWidget(), nullptr);
+        }
+    };
+    model().setSheet(Sheet::welcome);
+    ASSERT_NE(app->mainView().sheets().current(), nullptr);
+    hasFocus(app->mainView().sheets().current());
+    model().setProblem(QStringLiteral("It did not work.")); // Over the sheet.
+    hasFocus(app->mainView().sheets().current());
+    model().setProblem(std::nullopt);
+    hasFocus(app->mainView().sheets().current());
+    model().setSheet(std::nullopt);
+    app->mainView().presetMenu().askForName();
+    hasFocus(app->mainView().presetMenu().prompt());
+    QTest::keyClick(app->mainView().presetMenu().prompt(), Qt::Key_Escape);
+    app->reopen({});
+    EXPECT_TRUE(waitUntil([this] { return QApplication::activeWindow() == &app->mainView(); }));
+}
+
 TEST_F(Windows, AWindowThatComesBackHasTheSameListAndUndo)
 {
     addPdfs({"a.pdf"});
@@ -346,6 +453,30 @@ TEST_F(Windows, AboutSaysWhatTheProgramIsAndWhomToAsk)
               QStringLiteral("Bates numbers, legends and a production index for folders of PDFs"));
     EXPECT_TRUE(AboutPanel::credits()[1].contains(QStringLiteral("never uploaded. Questions: support@")));
     find<QDialog>("about")->close();
+}
+
+TEST_F(Windows, ThereIsOneAboutPanel)
+{
+    const auto shownCount = [] {
+        int count = 0;
+        for (const QWidget *window : QApplication::topLevelWidgets()) {
+            count += window->isVisible() && qobject_cast<const AboutPanel *>(window) ? 1 : 0;
+        }
+        return count;
+    };
+    QAction *about = entry(help, QStringLiteral("About Tallyfold"));
+    about->trigger();
+    auto *first = find<AboutPanel>("about");
+    app->mainView().activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&app->mainView()));
+    about->trigger();
+    EXPECT_EQ(shownCount(), 1);
+    EXPECT_TRUE(waitUntil([&] { return QApplication::activeWindow() == first; }));
+    first->close();
+    about->trigger(); // Before the closed one is gone.
+    EXPECT_EQ(shownCount(), 1);
+    EXPECT_TRUE(waitUntil([&] { return isShown("about"); }));
+    find<AboutPanel>("about")->close();
 }
 
 TEST_F(Windows, ACheckForUpdatesIsAnsweredInTheWindow)

@@ -28,6 +28,7 @@ TEST(CloseGuard, KeepsAWindowOpenThatMayNotClose)
     window.show();
     EXPECT_FALSE(window.close());
     EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(window.isEnabled());
     EXPECT_EQ(asked, 1);
 }
 

@@ -49,6 +49,9 @@ TEST(MenuBaseline, OpensTheHelpAndListsFurtherEntries)
     EXPECT_EQ(menu.actions()[1], &further);
     menu.actions()[0]->trigger();
     EXPECT_EQ(calls.helped, 1);
+    QMenu german;
+    baseline(calls, QStringLiteral("de")).addHelpTo(german);
+    EXPECT_EQ(german.actions()[0]->text(), QStringLiteral("Tallyfold-Hilfe"));
 }
 
 TEST(MenuBaseline, WithoutHelpThereIsNoEntryForIt)
@@ -69,6 +72,12 @@ TEST(LocalizedTitle, IsInTheApplicationsLanguage)
     EXPECT_EQ(applicationLanguage(available, {QStringLiteral("fr-FR")}), QStringLiteral("en"));
     EXPECT_EQ(applicationLanguage({}, {QStringLiteral("es-MX")}), QStringLiteral("es"));
     EXPECT_EQ(applicationLanguage({}, {}), QStringLiteral("Base"));
+    const QStringList base{QStringLiteral("Base")}; // Of an application that was never translated.
+    EXPECT_EQ(applicationLanguage(base, {QStringLiteral("de-AT"), QStringLiteral("fr")}),
+              QStringLiteral("de"));
+    EXPECT_EQ(applicationLanguage(base, {}), QStringLiteral("Base"));
+    EXPECT_EQ(applicationLanguage({QStringLiteral("Base"), QStringLiteral("fr")}, {QStringLiteral("fr-CA")}),
+              QStringLiteral("fr"));
     EXPECT_EQ(localizedTitle(QStringLiteral("Close Window"), QStringLiteral("de")),
               QStringLiteral("Fenster schließen"));
     EXPECT_EQ(localizedTitle(QStringLiteral("Close Window"), QStringLiteral("es-MX")),

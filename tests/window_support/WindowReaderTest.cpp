@@ -22,6 +22,12 @@ TEST(WindowReader, TellsTheWindowItComesInto)
     EXPECT_EQ(found, (std::vector<QWidget *>{&first, &second}));
     reader->setParent(nullptr);
     EXPECT_EQ(found.size(), 2U);
+    reader->setParent(&second);
+    EXPECT_EQ(found.size(), 3U) << "it had left it";
+    QWidget within(&second);
+    reader->setParent(&within);
+    EXPECT_EQ(found.size(), 3U) << "it is still in it";
+    reader->setParent(nullptr);
 }
 
 TEST(WindowReader, TellsOfAWindowThatWhatHoldsItIsMovedInto)
@@ -47,6 +53,8 @@ TEST(WindowUndoManagerReader, TellsTheUndoStackOfTheWindow)
 TEST(WindowUndoManagerReader, TellsWhenThereIsNone)
 {
     QWidget window;
+    QWidget part(&window);
+    const QUndoStack ofThePart(&part);
     std::vector<QUndoStack *> found;
     const WindowUndoManagerReader reader([&found](QUndoStack *stack) { found.push_back(stack); }, &window);
     EXPECT_EQ(found, (std::vector<QUndoStack *>{nullptr}));

@@ -1,4 +1,5 @@
 #include "ui/controls/Buttons.h"
+#include "ui/controls/ElidedLabel.h"
 #include "ui/controls/StyledLabel.h"
 #include "ui/controls/SymbolLabel.h"
 #include "ui/form/Sections.h"
@@ -7,6 +8,7 @@
 #include "ui/theme/Spacing.h"
 
 #include <QHBoxLayout>
+#include <QVBoxLayout>
 
 namespace tallyfold {
 
@@ -23,6 +25,13 @@ QString lastComponent(const std::filesystem::path &folder)
     const std::filesystem::path name =
         folder.has_filename() ? folder.filename() : folder.parent_path().filename();
     return name.empty() ? shown(folder) : shown(name);
+}
+
+/// Where the folder lies; empty for the topmost one.
+QString placeOf(const std::filesystem::path &folder)
+{
+    const std::filesystem::path named = folder.has_filename() ? folder : folder.parent_path();
+    return named.has_filename() ? shown(named.parent_path()) : QString();
 }
 
 } // namespace
@@ -48,29 +57,38 @@ void OutputSection::addFolder()
 {
     const QString title = words(QT_TRANSLATE_NOOP("Words", "Output folder"));
     auto *content = new QWidget;
-    auto *folder = new StyledLabel(TextStyle::body);
+    auto *folder = new ElidedLabel(TextStyle::body);
+    auto *place = new ElidedLabel(TextStyle::caption, Tone::secondary);
     auto *none =
         new StyledLabel(words(QT_TRANSLATE_NOOP("Words", "Not chosen")), TextStyle::body, Tone::secondary);
     auto *button = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Choose…")));
     folder->setObjectName(QStringLiteral("outputFolder"));
+    place->setObjectName(QStringLiteral("outputFolderPlace"));
     none->setObjectName(QStringLiteral("noOutputFolder"));
     button->setObjectName(QStringLiteral("chooseOutputFolder"));
     button->setAccessibleName(title + QStringLiteral(": ") + button->text());
     auto *layout = new QHBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing::normal);
-    layout->addWidget(folder, 1);
+    auto *names = new QVBoxLayout;
+    names->setSpacing(0);
+    names->addWidget(folder);
+    names->addWidget(place);
+    layout->addLayout(names, 1);
     layout->addWidget(none, 1);
     layout->addWidget(button);
     content->setFocusProxy(button);
     card().addStacked(title, content);
     connect(button, &QPushButton::clicked, this, [this] { environment().model.chooseOutputFolder(); });
-    const auto show = [this, folder, none] {
+    const auto show = [this, folder, place, none] {
         const auto &chosen = environment().model.outputFolder();
         folder->setVisible(chosen.has_value());
         none->setVisible(!chosen);
         folder->setText(chosen ? lastComponent(*chosen) : QString());
         folder->setToolTip(chosen ? shown(*chosen) : QString());
+        place->setText(chosen ? placeOf(*chosen) : QString());
+        place->setToolTip(folder->toolTip());
+        place->setVisible(!place->text().isEmpty());
     };
     show();
     connect(&environment().model, &AppModel::outputFolderChanged, this, show);

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLineEdit>
 
 #include <system_error>
 
@@ -32,6 +33,27 @@ std::filesystem::path folderCalled(const QString &text)
         }
     }
     return named;
+}
+
+/// The folder that an accepted dialog means: the one in its field, typed or put there by a choice. Qt's own
+/// dialog also selects in its list what is being typed, keeps what it met on the way, and then gives several.
+/// Empty when there is none.
+std::filesystem::path chosenFolder(const QFileDialog &dialog)
+{
+    const auto *field = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    QString text = field != nullptr ? field->text() : QString();
+    if (text == u"~" || text.startsWith(u"~/")) {
+        text.replace(0, 1, QDir::homePath());
+    }
+    std::error_code error;
+    if (!text.isEmpty()) {
+        const auto named = folderCalled(QDir::cleanPath(dialog.directory().absoluteFilePath(text)));
+        if (std::filesystem::is_directory(named, error)) {
+            return named;
+        }
+    }
+    const QStringList selected = dialog.selectedFiles();
+    return selected.size() == 1 ? folderCalled(selected.constFirst()) : std::filesystem::path();
 }
 
 } // namespace
@@ -66,10 +88,11 @@ std::vector<std::filesystem::path> WindowPanels::chooseFolder(const OpenPanel &p
     dialog.setOption(QFileDialog::ShowDirsOnly);
     dialog.setOption(QFileDialog::ReadOnly, !panel.canCreateDirectories);
     dialog.setLabelText(QFileDialog::Accept, panel.prompt);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+    const bool isAccepted = dialog.exec() == QDialog::Accepted;
+    const std::filesystem::path folder = isAccepted ? chosenFolder(dialog) : std::filesystem::path();
+    if (folder.empty()) {
         return {};
     }
-    const std::filesystem::path folder = folderCalled(dialog.selectedFiles().constFirst());
     m_state->setBytes(folderKey, QByteArray::fromStdString(folder.parent_path().native()));
     return {folder};
 }

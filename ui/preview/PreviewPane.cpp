@@ -11,7 +11,7 @@ namespace tallyfold {
 PreviewPane::PreviewPane(const Environment &environment, QWidget *parent)
     : QStackedWidget(parent),
       m_environment(environment),
-      m_header(new StyledLabel(TextStyle::headline, Tone::secondary)),
+      m_header(new ElidedLabel(TextStyle::headline, Tone::secondary)),
       m_closeUpBox(new QWidget),
       m_closeUp(new PreviewImage),
       m_column(nullptr)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/Environment.h"
-#include "ui/controls/StyledLabel.h"
+#include "ui/controls/ElidedLabel.h"
 #include "ui/preview/PreviewImage.h"
 
 #include <QList>
@@ -23,7 +23,7 @@ private:
     void showName();
 
     Environment m_environment;
-    StyledLabel *m_header;
+    ElidedLabel *m_header;
     QWidget *m_closeUpBox;
     PreviewImage *m_closeUp;
     QVBoxLayout *m_column;

@@ -1,8 +1,7 @@
 #include "ui/settings/GeneralSettings.h"
 
 #include "app/RunMessages.h"
-#include "ui/controls/StyledLabel.h"
-#include "ui/shell/UndoablePreset.h"
+#include "ui/controls/ElidedLabel.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
@@ -69,7 +68,7 @@ void GeneralSettings::addGettingStarted(QVBoxLayout &layout)
 QWidget *GeneralSettings::rowOf(const Preset &preset)
 {
     auto *row = new QWidget;
-    auto *name = new StyledLabel(preset.name, TextStyle::body);
+    auto *name = new ElidedLabel(preset.name, TextStyle::body);
     name->setObjectName(QStringLiteral("presetName"));
     const auto button = [&](const QString &title, const char *objectName, auto run) {
         auto *made = new QPushButton(title);
@@ -85,7 +84,7 @@ QWidget *GeneralSettings::rowOf(const Preset &preset)
     layout->setSpacing(spacing::normal);
     layout->addWidget(name, 1);
     layout->addWidget(button(words(QT_TRANSLATE_NOOP("Words", "Apply")), "applyPreset",
-                             [this, preset] { applyUndoably(m_environment, preset); }));
+                             [this, preset] { m_environment.model.applyPresetUndoably(preset); }));
     layout->addWidget(button(words(QT_TRANSLATE_NOOP("Words", "Delete")), "deletePreset",
                              [this, id = preset.id] { m_environment.model.deletePreset(id); }));
     return row;

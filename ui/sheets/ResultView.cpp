@@ -95,17 +95,23 @@ void ResultView::addRows(QVBoxLayout &layout)
     } else {
         delete card;
     }
+    const bool isFull = m_summary.isSeriesFull();
     QString text;
     if (m_summary.cancelled) {
         text =
             words(QT_TRANSLATE_NOOP("Words", "%1 were finished before you stopped; the one in progress was "
                                              "removed and no index was written."))
                 .arg(countText(m_summary.files, Counted::stampedCopies));
+    } else if (isFull) {
+        text = words(QT_TRANSLATE_NOOP("Words", "This series is full: no production can start at %1. Choose "
+                                                "another prefix or suffix for the next one."))
+                   .arg(m_summary.nextBates);
     } else {
         text = words(QT_TRANSLATE_NOOP("Words", "Next production starts at %1 to continue this series."))
                    .arg(m_summary.nextBates);
     }
-    auto *next = new StyledLabel(text, TextStyle::body, m_summary.cancelled ? Tone::warning : Tone::text);
+    auto *next =
+        new StyledLabel(text, TextStyle::body, m_summary.cancelled || isFull ? Tone::warning : Tone::text);
     next->setObjectName(QStringLiteral("resultNext"));
     layout.addWidget(next);
 }
@@ -149,8 +155,11 @@ void ResultView::addButtons(QVBoxLayout &layout)
     if (!m_summary.cancelled) {
         next = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Start Next Production")));
         next->setObjectName(QStringLiteral("startNext"));
-        next->setToolTip(words(QT_TRANSLATE_NOOP("Words", "Clears the list and sets the start number to %1."))
-                             .arg(m_summary.nextBates));
+        next->setToolTip(
+            m_summary.isSeriesFull()
+                ? words(QT_TRANSLATE_NOOP("Words", "Clears the list and leaves the start number as it is."))
+                : words(QT_TRANSLATE_NOOP("Words", "Clears the list and sets the start number to %1."))
+                      .arg(m_summary.nextBates));
         connect(next, &QPushButton::clicked, this, [this] {
             m_environment.model.startNextProduction();
             accept();

@@ -85,7 +85,7 @@ void AppCommands::addTo(QMenuBar &bar, QWidget *window)
     baseline.close.run = [window] { window->close(); };
     baseline.help = MenuHelp{displayedName(), QKeySequence(Qt::CTRL | Qt::Key_Question),
                              [this] { m_environment.openWindow(WindowId::help); }};
-    baseline.helpItems = {m_checkForUpdates, m_about};
+    baseline.helpItems = {m_about, m_checkForUpdates};
     baseline.language = applicationLanguage({QStringLiteral("en")}, QLocale().uiLanguages());
 
     QMenu *file = bar.addMenu(words(QT_TRANSLATE_NOOP("Words", "&File")));

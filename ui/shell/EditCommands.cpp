@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMetaObject>
 #include <QMimeData>
 
@@ -16,19 +17,10 @@ namespace tallyfold {
 
 namespace {
 
-QLineEdit *focusedField()
+/// A menu that is opened with the keyboard has the focus itself, and is not what its commands are for.
+bool isMenu(const QWidget *widget)
 {
-    return qobject_cast<QLineEdit *>(QApplication::focusWidget());
-}
-
-FileListView *focusedList()
-{
-    return qobject_cast<FileListView *>(QApplication::focusWidget());
-}
-
-QLabel *focusedLabel()
-{
-    return qobject_cast<QLabel *>(QApplication::focusWidget());
+    return qobject_cast<const QMenuBar *>(widget) || qobject_cast<const QMenu *>(widget);
 }
 
 /// "Undo" with what it takes back.
@@ -50,7 +42,7 @@ EditCommands::EditCommands(QUndoStack &undo, std::function<void()> remove, QObje
       m_paste(add(QT_TRANSLATE_NOOP("Words", "Paste"), QKeySequence::Paste, [this] { send("paste"); })),
       m_delete(add(QT_TRANSLATE_NOOP("Words", "Delete"), QKeySequence::Delete,
                    [this] {
-                       if (QLineEdit *field = focusedField()) {
+                       if (QLineEdit *field = target<QLineEdit>()) {
                            field->del();
                        } else {
                            m_remove();
@@ -60,8 +52,19 @@ EditCommands::EditCommands(QUndoStack &undo, std::function<void()> remove, QObje
                       [this] { send("selectAll"); }))
 {
     connect(m_undoStack, &QUndoStack::indexChanged, this, &EditCommands::update);
-    connect(qApp, &QApplication::focusChanged, this, &EditCommands::update);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
+        if (!isMenu(now)) {
+            m_target = now;
+        }
+        update();
+    });
+    m_target = QApplication::focusWidget();
     update();
+}
+
+template <typename Widget> Widget *EditCommands::target() const
+{
+    return qobject_cast<Widget *>(m_target.data());
 }
 
 QAction *EditCommands::add(const char *title, const QKeySequence &keys, std::function<void()> run)
@@ -84,7 +87,7 @@ void EditCommands::addTo(QMenu &menu)
 
 void EditCommands::undo()
 {
-    QLineEdit *field = focusedField();
+    QLineEdit *field = target<QLineEdit>();
     if (field && field->isUndoAvailable()) {
         field->undo();
     } else {
@@ -94,7 +97,7 @@ void EditCommands::undo()
 
 void EditCommands::redo()
 {
-    QLineEdit *field = focusedField();
+    QLineEdit *field = target<QLineEdit>();
     if (field && field->isRedoAvailable()) {
         field->redo();
     } else {
@@ -104,22 +107,22 @@ void EditCommands::redo()
 
 void EditCommands::send(const char *slot)
 {
-    if (const QLabel *label = focusedLabel()) {
+    if (const QLabel *label = target<QLabel>()) {
         if (qstrcmp(slot, "copy") == 0) {
             QApplication::clipboard()->setText(label->selectedText());
         }
         return;
     }
-    if (QWidget *target = QApplication::focusWidget()) {
-        QMetaObject::invokeMethod(target, slot);
+    if (m_target) {
+        QMetaObject::invokeMethod(m_target, slot);
     }
 }
 
 void EditCommands::update()
 {
-    const QLineEdit *field = focusedField();
-    const FileListView *list = focusedList();
-    const QLabel *label = focusedLabel();
+    const QLineEdit *field = target<QLineEdit>();
+    const FileListView *list = target<FileListView>();
+    const QLabel *label = target<QLabel>();
     const bool isTypingUndoable = field && field->isUndoAvailable();
     const bool isTypingRedoable = field && field->isRedoAvailable();
     const QString typing = words(QT_TRANSLATE_NOOP("Words", "Typing"));

@@ -28,9 +28,12 @@ private:
     void undo();
     void redo();
     void send(const char *slot);
+    /// What has the focus, or had it before a menu did, if it is a `Widget`.
+    template <typename Widget> [[nodiscard]] Widget *target() const;
 
     QUndoStack *m_undoStack;
     std::function<void()> m_remove;
+    QPointer<QWidget> m_target;
     QAction *m_undo;
     QAction *m_redo;
     QAction *m_cut;

@@ -43,13 +43,26 @@ InstanceService::InstanceService(const QDBusConnection &bus, const QString &id, 
     }
     new InstanceAdaptor(this);
     if (m_bus.registerObject(pathOf(m_id), this, QDBusConnection::ExportAdaptors)) {
-        m_role = m_bus.registerService(m_id) ? Role::first : Role::other;
+        m_role = takePlace();
     }
+}
+
+InstanceService::Role InstanceService::takePlace()
+{
+    return m_bus.registerService(m_id) ? Role::first : Role::other;
 }
 
 InstanceService::Role InstanceService::role() const
 {
     return m_role;
+}
+
+void InstanceService::giveBack()
+{
+    if (m_role == Role::first) {
+        m_bus.unregisterService(m_id);
+        m_role = Role::alone;
+    }
 }
 
 bool InstanceService::handOver(const std::vector<std::filesystem::path> &files)
@@ -65,7 +78,11 @@ bool InstanceService::handOver(const std::vector<std::filesystem::path> &files)
         call << uris;
     }
     call << platformData();
-    return m_bus.call(call, QDBus::Block, answerTime).type() == QDBusMessage::ReplyMessage;
+    if (m_bus.call(call, QDBus::Block, answerTime).type() == QDBusMessage::ReplyMessage) {
+        return true;
+    }
+    m_role = takePlace();
+    return false;
 }
 
 InstanceAdaptor::InstanceAdaptor(InstanceService *service) : QDBusAbstractAdaptor(service), m_service(service)

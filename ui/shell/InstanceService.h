@@ -25,13 +25,17 @@ public:
     enum class Role {
         first, ///< Others will be told to come here.
         other, ///< One is running already; `handOver` reaches it.
-        alone, ///< There is no bus.
+        alone, ///< There is no bus, or the name on it was given back.
     };
     [[nodiscard]] Role role() const;
 
     /// Gives `files` to the program that runs already and brings it to the front. False when it does not
-    /// answer.
+    /// answer. Where it has gone meanwhile, its place is taken: `role` then says so.
     bool handOver(const std::vector<std::filesystem::path> &files);
+
+    /// Gives the name back, so that the next start is the first. For a program that ends: whoever it still
+    /// told to come here would not be heard.
+    void giveBack();
 
 Q_SIGNALS:
     /// Another start asks to be shown; `token` lets a window come to the front (XDG activation).
@@ -40,6 +44,8 @@ Q_SIGNALS:
     void opened(const std::vector<std::filesystem::path> &files, const QString &token);
 
 private:
+    [[nodiscard]] Role takePlace();
+
     QDBusConnection m_bus;
     QString m_id;
     Role m_role = Role::alone;

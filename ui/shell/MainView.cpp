@@ -8,6 +8,7 @@
 #include "ui/theme/Symbols.h"
 #include "window_support/WindowUndoManagerReader.h"
 
+#include <QScreen>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -21,8 +22,15 @@ const QString columnsKey = QStringLiteral("main/columns");
 
 constexpr QSize firstSize(1240, 800);
 constexpr QSize leastSize(860, 520);
+/// What a window manager puts around a window, at most.
+constexpr QSize frame(16, 56);
 
 } // namespace
+
+QSize MainView::firstSizeOn(QSize available)
+{
+    return firstSize.boundedTo(available - frame).expandedTo(leastSize);
+}
 
 MainView::MainView(const Environment &environment, QWidget *parent)
     : QMainWindow(parent),
@@ -123,7 +131,7 @@ PresetMenu &MainView::presetMenu()
 void MainView::restorePlace()
 {
     if (!restoreGeometry(m_environment.windowState.bytes(geometryKey))) {
-        resize(firstSize);
+        resize(firstSizeOn(screen()->availableSize()));
     }
     m_columns->restoreState(m_environment.windowState.bytes(columnsKey));
     m_columns->setHandleWidth(1); // The state remembers this as well, and must not.

@@ -19,6 +19,10 @@ public:
     ~MainView() override;
 
     /// The window's undoable changes.
+    /// The size at which the window first opens on a screen that leaves it `available`: the usual one, or
+    /// what there is room for with a frame around it.
+    [[nodiscard]] static QSize firstSizeOn(QSize available);
+
     [[nodiscard]] QUndoStack &undoStack();
     [[nodiscard]] const Sheets &sheets() const;
     [[nodiscard]] PresetMenu &presetMenu();

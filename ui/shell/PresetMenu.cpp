@@ -1,9 +1,9 @@
 #include "ui/shell/PresetMenu.h"
 
+#include "ui/controls/LengthLimit.h"
 #include "ui/controls/StyledLabel.h"
 #include "ui/controls/TextField.h"
 #include "ui/sheets/Alert.h"
-#include "ui/shell/UndoablePreset.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
@@ -41,7 +41,7 @@ Alert *PresetMenu::prompt() const
 
 void PresetMenu::addPreset(const Preset &preset)
 {
-    addAction(plain(preset.name), this, [this, preset] { applyUndoably(m_environment, preset); });
+    addAction(plain(preset.name), this, [this, preset] { m_environment.model.applyPresetUndoably(preset); });
 }
 
 void PresetMenu::fill()
@@ -71,6 +71,7 @@ void PresetMenu::askForName()
     label->setBuddy(field);
     field->setObjectName(QStringLiteral("presetName"));
     field->setAccessibleName(label->text());
+    field->setValidator(new LengthLimit(Preset::longestName, field));
     auto *layout = new QHBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing::wide);

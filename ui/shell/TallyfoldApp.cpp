@@ -4,12 +4,12 @@
 #include "ui/SystemDesktop.h"
 #include "ui/controls/Buttons.h"
 #include "ui/sheets/Alert.h"
-#include "ui/shell/AboutPanel.h"
 #include "ui/shell/FirstPaint.h"
 #include "ui/text/Words.h"
 #include "ui/updates/StoredLastCheck.h"
 #include "ui/updates/UpdateMessages.h"
 #include "window_support/CloseGuard.h"
+#include "window_support/FocusInView.h"
 #include "window_support/WindowReader.h"
 
 #include <QApplication>
@@ -21,6 +21,14 @@ namespace tallyfold {
 
 namespace {
 
+bool isOver(const QWidget &window, const QWidget *above)
+{
+    while (above && above != &window) {
+        above = above->parentWidget();
+    }
+    return above;
+}
+
 void bringForward(QWidget &window)
 {
     if (window.isMinimized()) {
@@ -29,7 +37,11 @@ void bringForward(QWidget &window)
         window.show();
     }
     window.raise();
-    window.activateWindow();
+    // A window that waits for an answer takes no keys: those are for what asks.
+    QWidget *const asking = QApplication::activeModalWidget();
+    QWidget &front = isOver(window, asking) ? *asking : window;
+    front.raise();
+    front.activateWindow();
 }
 
 /// To the window that is brought forward next: Qt takes the token from there. An earlier one is worth
@@ -76,6 +88,7 @@ TallyfoldApp::TallyfoldApp(Parts parts, QObject *parent)
                     [this](WindowId window) { openWindow(window); }},
       m_delegate(m_environment)
 {
+    new FocusInView(this);
     CloseGuard::shared().shouldClose = [this] { return mayClose(); };
     connect(m_updater.get(), &Updater::finished, this, &TallyfoldApp::tellOfUpdate);
     connect(m_updater.get(), &Updater::newerFound, this,
@@ -164,12 +177,20 @@ void TallyfoldApp::makeMainView()
 {
     m_mainView = std::make_unique<MainView>(m_environment);
     m_windowPanels.setWindow(m_mainView.get());
-    m_commands = std::make_unique<AppCommands>(
-        m_environment, *m_updater, m_mainView->undoStack(),
-        AppCommands::Application{[this] { (new AboutPanel(m_mainView.get()))->show(); }, [this] { quit(); }});
+    m_commands =
+        std::make_unique<AppCommands>(m_environment, *m_updater, m_mainView->undoStack(),
+                                      AppCommands::Application{[this] { showAbout(); }, [this] { quit(); }});
     m_commands->addTo(*m_mainView->menuBar(), m_mainView.get());
     new WindowReader([](QWidget *found) { CloseGuard::shared().install(found); },
                      m_mainView->centralWidget());
+}
+
+void TallyfoldApp::showAbout()
+{
+    if (!m_about || !m_about->isVisible()) { // One that was closed is about to go.
+        m_about = new AboutPanel(m_mainView.get());
+    }
+    bringForward(*m_about);
 }
 
 void TallyfoldApp::tellOfUpdate(const UpdateOutcome &outcome)

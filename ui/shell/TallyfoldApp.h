@@ -8,12 +8,14 @@
 #include "ui/help/HelpView.h"
 #include "ui/panels/WindowPanels.h"
 #include "ui/settings/SettingsView.h"
+#include "ui/shell/AboutPanel.h"
 #include "ui/shell/AppCommands.h"
 #include "ui/shell/AppDelegate.h"
 #include "ui/shell/MainView.h"
 #include "ui/updates/Updater.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <chrono>
 #include <filesystem>
@@ -68,6 +70,7 @@ public:
 
 private:
     void makeMainView();
+    void showAbout();
     void guardMainView();
     void tellOfUpdate(const UpdateOutcome &outcome);
     [[nodiscard]] bool mayClose();
@@ -86,6 +89,7 @@ private:
     std::unique_ptr<MainView> m_mainView;
     std::unique_ptr<HelpView> m_help;
     std::unique_ptr<SettingsView> m_settings;
+    QPointer<AboutPanel> m_about;
     std::unique_ptr<AppCommands> m_commands; ///< Before the window whose stack they use.
     bool m_isReachable = true;
     bool m_isLaunched = false;
