@@ -23,6 +23,7 @@ import time
 from kill_sweep import COPIES, TABLES, digests_of, may_trace, state_of, write_pdf
 
 MEGABYTE = 1 << 20
+INPUT_MISSING = 66  # What the program ends with before it writes anything.
 
 
 class Bench:
@@ -195,7 +196,7 @@ def folders_within_folders(bench):
 
 
 def folders_without_end(bench):
-    """What lies deeper than paths may be long is told, and the rest is written."""
+    """What lies deeper than paths may be long is told, and nothing is written that would lack it."""
     top = bench.new_folder()
     for name in COPIES:
         os.link(os.path.join(bench.sources, name), os.path.join(top, name))
@@ -208,9 +209,10 @@ def folders_without_end(bench):
     os.close(here)
     output = bench.new_folder()
     ended = bench.run(output, top)
-    faults = bench.faults(output, ended)
-    if b"not everything in this folder could be read" not in ended.stderr:
-        faults.append("a folder that cannot be read is not told")
+    is_told = b"not everything in this folder could be read" in ended.stderr
+    faults = bench.faults(output, expected=[])
+    if ended.returncode != INPUT_MISSING or not is_told or os.listdir(output):
+        faults.append(f"a folder that cannot be read to its end: {ended.returncode} {ended.stderr[-100:]} {os.listdir(output)}")
     with contextlib.suppress(OSError):
         subprocess.run(["rm", "-rf", top], check=False)
     return faults
@@ -313,7 +315,8 @@ def rights_are_those_of_new_files(bench):
 
 
 def what_is_not_for_this_user(bench):
-    """A folder that may not be written to, or not be looked into, is told; a source that may not be read costs itself."""
+    """A folder that may not be written to, or not be looked into, is told before anything is written; a source that may
+    not be read costs itself."""
     plain = []
     if os.geteuid() == 0:  # Who may do everything, unless this is taken away.
         plain = ["setpriv", "--inh-caps=-all", "--bounding-set=-dac_override,-dac_read_search"]
@@ -341,14 +344,16 @@ def what_is_not_for_this_user(bench):
     os.mkdir(closed, 0)
     output = bench.new_folder()
     ended = subprocess.run([*plain, *bench.command(output, sources)], capture_output=True, check=False)
-    os.chmod(closed, 0o700)
+    os.rmdir(closed)
+    is_told = b"closed: not everything in this folder could be read" in ended.stderr
+    if ended.returncode != INPUT_MISSING or not is_told or os.listdir(output):
+        faults.append(f"a folder that may not be read: {ended} {os.listdir(output)}")
+    ended = subprocess.run([*plain, *bench.command(output, sources)], capture_output=True, check=False)
     named = sorted(set(digests_of(output)) - set(TABLES))
     with open(os.path.join(output, TABLES[0]), encoding="utf-8") as file:
         rows = file.read().splitlines()
     if ended.returncode != 0 or named != list(COPIES[:-1]) or not rows[-1].startswith(f"{last},,,,0,"):
         faults.append(f"a source that may not be read: {ended} {named} {rows}")
-    if b"closed: not everything in this folder could be read" not in ended.stderr:
-        faults.append("a folder that may not be read is not told")
     return faults + bench.faults(output, expected=[])
 
 

@@ -33,7 +33,8 @@ def wait_until(condition, what):
 class Session:
     """A screen with a window manager and a session bus, and the program on it."""
 
-    def __init__(self, program, home):
+    def __init__(self, program, home, *arguments, **variables):
+        """Starts `program` with `arguments`, and with `variables` of the environment besides those of the session."""
         self.program = program
         self.children = []
         read, write = os.pipe()
@@ -52,7 +53,8 @@ class Session:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
         self.start(["openbox"], stdout=subprocess.DEVNULL)
         wait_until(lambda: self.xdotool("get_num_desktops").isdigit(), "the window manager")
-        self.main = self.start([program])
+        self.environment.update(variables)
+        self.main = self.start([program, *arguments])
 
     def start(self, command, **options):
         child = subprocess.Popen(command, stderr=subprocess.DEVNULL, env=getattr(self, "environment", None), **options)
