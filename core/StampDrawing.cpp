@@ -16,6 +16,8 @@ constexpr int coordinateDecimals = 4;
 
 /// Two, for some readers pass over a single space.
 constexpr auto spaces = "  ";
+constexpr double belowAnyPage = -32000;
+constexpr double nextBreak = 9; // Points further down.
 
 void appendNumbers(std::string &out, std::initializer_list<double> numbers)
 {
@@ -44,15 +46,29 @@ StampDrawing::StampDrawing(const StampSettings &settings, pdf::CopyWriter &copy)
     }
 }
 
-void StampDrawing::appendBreak(double y, std::string &content)
+std::string_view StampDrawing::lineBreak()
 {
-    if (!m_spaces) {
-        m_spaces = m_copy->fonts().shape(QString::fromLatin1(spaces), m_settings->fontName, 1);
-        m_spaces->spoken.clear(); // The empty text aside below stands for them.
+    if (m_break.empty()) {
+        pdf::ShapedLine white = m_copy->fonts().shape(QString::fromLatin1(spaces), m_settings->fontName, 1);
+        white.spoken.clear(); // The empty text aside stands for them.
+        std::string content = "/Span<</ActualText()>>BDC\n";
+        m_copy->fonts().show(white, 0, belowAnyPage, content);
+        content.append("EMC\n");
+        m_break = m_copy->overlayForm({0, belowAnyPage - 1, white.width + 1, belowAnyPage + 1}, content);
     }
-    content.append("/Span<</ActualText()>>BDC\n");
-    m_copy->fonts().show(*m_spaces, 0, y, content);
-    content.append("EMC\n");
+    return m_break;
+}
+
+void StampDrawing::appendBreak(double down, std::string &content)
+{
+    const std::string_view form = lineBreak();
+    if (down == 0) {
+        content.append(form).append(" Do\n");
+        return;
+    }
+    content.append("q ");
+    appendNumbers(content, {1, 0, 0, 1, 0, -down});
+    content.append("cm ").append(form).append(" Do Q\n");
 }
 
 std::string StampDrawing::content(std::span<const Stamper::Line> lines, const pdf::Size &page)
@@ -68,9 +84,11 @@ std::string StampDrawing::content(std::span<const Stamper::Line> lines, const pd
         const pdf::ShapedLine &last = shaped.back();
         measured.push_back({line.position, last.width, last.ascent, last.descent});
     }
-    double y = 0; // Of the next break; some readers pass over what stands twice at one place.
+    double down = 0; // Of the next break; some readers pass over what stands twice at one place.
     for (const PlacedLine &line :
          layOut(measured, page, m_settings->margin, m_settings->fontSize * lineGap)) {
+        appendBreak(down, content);
+        down += nextBreak;
         content.append("q ");
         if (m_settings->background) {
             content.append("1 g ");
@@ -78,8 +96,6 @@ std::string StampDrawing::content(std::span<const Stamper::Line> lines, const pd
             content.append("re f\n");
         }
         content.append(m_ink);
-        y -= page.height;
-        appendBreak(y, content);
         m_copy->fonts().show(shaped[line.index], line.x, line.baseline, content);
         content.append("Q\n");
     }

@@ -4,9 +4,9 @@
 #include "pdf/CopyWriter.h"
 #include "pdf/ShapedLine.h"
 
-#include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace tallyfold {
 
@@ -20,15 +20,19 @@ public:
     [[nodiscard]] std::string content(std::span<const Stamper::Line> lines, const pdf::Size &page);
 
 private:
-    /// Appends white space at the height `y`, far below the page. Readers that make one line of the text that
-    /// follows at one height end it there; else the stamp would be part of the page's line, and where that
-    /// runs from right to left, a number's digits would come before its letters.
-    void appendBreak(double y, std::string &content);
+    /// Name of a form that draws white space far below any page, in an empty text aside, and nothing else.
+    /// Readers that make one line of the text that follows at one height end it there; else the stamp would
+    /// be part of the page's line, and where that runs from right to left, a number's digits would come
+    /// before its letters. And a text aside that the page has left open, which would stand for the stamp as
+    /// well in some readers, ends there.
+    std::string_view lineBreak();
+    /// Draws it, `down` points further below.
+    void appendBreak(double down, std::string &content);
 
     const StampSettings *m_settings;
     pdf::CopyWriter *m_copy;
     std::string m_ink; ///< Operators that choose the text's colour and opacity.
-    std::optional<pdf::ShapedLine> m_spaces;
+    std::string_view m_break; ///< Once there is one.
 };
 
 } // namespace tallyfold

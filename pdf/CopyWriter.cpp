@@ -85,14 +85,15 @@ CopyWriter::Step CopyWriter::endPageUnchecked(std::string_view overlay)
     appendReference(objects, "/P", form);
     appendAnnotations(m_content, objects, properties);
     if (!overlay.empty()) {
-        // A text aside that the page has left open would stand for the stamp as well in some readers: this
-        // ends it.
-        m_content.append("/Span<</ActualText()>>BDC EMC\nq ");
+        m_content.append("q ");
         if (m_geometry.userUnit != 1) {
             appendMatrix(m_content, {1 / m_geometry.userUnit, 0, 0, 1 / m_geometry.userUnit, 0, 0});
             m_content.append(" cm ");
         }
         m_content.append(overlay).append("Q\n");
+        if (m_overlayForm != 0) {
+            appendReference(objects, "/F", m_overlayForm);
+        }
     }
     const int content = m_output.reserve();
     m_output.writeStream(content, {}, m_content);
@@ -197,6 +198,20 @@ std::string_view CopyWriter::overlayState(double alpha)
         m_output.writeObject(m_overlayState, state);
     }
     return "/G";
+}
+
+std::string_view CopyWriter::overlayForm(const Rect &box, std::string_view content)
+{
+    if (m_overlayForm == 0) {
+        m_overlayForm = m_output.reserve();
+        std::string entries = "/Type/XObject/Subtype/Form/BBox";
+        appendRect(entries, box);
+        entries.append("/Resources<<");
+        appendReference(entries, "/Font", m_fonts.resources());
+        entries.append(">>");
+        m_output.writeStream(m_overlayForm, entries, content);
+    }
+    return "/F";
 }
 
 CopyWriter::Step CopyWriter::finish()

@@ -42,13 +42,17 @@ public:
     [[nodiscard]] Size pageSize() const;
 
     /// Writes the page reached by `nextPage`. `overlay` is a content stream in points from the lower left
-    /// corner of the upright page, which may use `fonts` and the graphics state `overlayState`; empty for
-    /// none.
+    /// corner of the upright page, which may use `fonts`, the graphics state `overlayState` and the form
+    /// `overlayForm`; empty for none.
     [[nodiscard]] Step endPage(std::string_view overlay);
 
     /// Name of the graphics state, for the operator `gs`, that gives fills the opacity `alpha` (0…1);
     /// one opacity serves the whole copy.
     [[nodiscard]] std::string_view overlayState(double alpha);
+
+    /// Name of the form, for the operator `Do`, that draws `content` inside `box`, both in points as those of an
+    /// overlay; `content` may use `fonts`. One form serves the whole copy.
+    [[nodiscard]] std::string_view overlayForm(const Rect &box, std::string_view content);
 
     /// Writes what the pages share and the end of the file; the file is complete after it, however many pages
     /// it has. Not called when the file is given up.
@@ -71,6 +75,7 @@ private:
     PageGeometry m_geometry;
     std::string m_content;
     int m_overlayState = 0;
+    int m_overlayForm = 0;
 };
 
 } // namespace tallyfold::pdf

@@ -80,16 +80,19 @@ std::vector<ShownText> shownTexts(const fs::path &path)
     std::istringstream lines(tests::runTool({"mutool", "trace", path.string()}).output);
     std::vector<ShownText> shown;
     const std::regex glyph("<g unicode=\"([^\"]*)\".* y=\"([^\"]+)\"");
+    const std::regex begin("<fill_text .*transform=\"1 0 0 -1 0 ([^\"]+)\"");
+    double top = 0; // Of the page, from where the text has its zero.
     bool isFirst = false;
     for (std::string line; std::getline(lines, line);) {
         std::smatch match;
-        if (line.find("<fill_text") != std::string::npos) {
+        if (std::regex_search(line, match, begin)) {
             shown.emplace_back();
+            top = std::stod(match[1].str());
             isFirst = true;
         } else if (std::regex_search(line, match, glyph) && !shown.empty()) {
             shown.back().text += match[1].str();
             if (std::exchange(isFirst, false)) {
-                shown.back().y = std::stod(match[2].str());
+                shown.back().y = std::stod(match[2].str()) - top;
             }
         }
     }
@@ -177,6 +180,25 @@ TEST_P(BesideTextFromTheRight, ANumberIsFoundByReaders)
 }
 
 INSTANTIATE_TEST_SUITE_P(Scripts, BesideTextFromTheRight, testing::Values(u'\u05d0', u'\u0628'));
+
+TEST(StampText, IsNoPartOfATextAsideThatThePageLeavesOpen)
+{
+    for (const char *open :
+         {"/Span<</ActualText(aside)>>BDC", "/Span<</ActualText()>>BDC /Span<</ActualText(a)>>BDC"}) {
+        const TemporaryFolder folder;
+        tests::PdfBuilder builder;
+        const int font = builder.add("<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>");
+        const int content =
+            builder.addStream("", std::string(open) + " BT /F 10 Tf 300 20 Td (Left open) Tj ET");
+        builder.addPage("/MediaBox[0 0 612 792]/Contents " + tests::reference(content) +
+                        "/Resources<</Font<</F " + tests::reference(font) + ">>>>");
+        tests::writeFile(folder / "open.pdf", builder.file());
+        const ProductionPlan plan({classify(folder / "open.pdf")}, {});
+        Stamper::write(plan.files.front(), plan.settings, folder / "copy.pdf", {});
+        const std::string poppler = tests::runTool({"pdftotext", folder / "copy.pdf", "-"}).output;
+        EXPECT_TRUE(linesOf(poppler).contains("ABC000001")) << poppler;
+    }
+}
 
 // Readers that put a line together of what is drawn at one height, one after the other, need something
 // between.

@@ -104,6 +104,17 @@ def leftovers():
     yield "leftover-mark.pdf", page("/A /B BMC BT /F 12 Tf 72 700 Td (Marked) Tj ET EMC /C /D MP")
 
 
+def open_asides():
+    """Texts that stand for others and are never ended: of the page, of a form it draws, and one in another."""
+    text = "/Span<</ActualText(aside)>>BDC BT /F 12 Tf 72 20 Td (Left open) Tj ET"
+    form = ("/Type/XObject/Subtype/Form/BBox[0 0 612 792]/Resources<</Font<</F<</Type/Font/Subtype/Type1"
+            "/BaseFont/Helvetica>>>>>>", text)
+    yield "aside-page.pdf", page(text)
+    yield "aside-twice.pdf", page("/Span<</ActualText()>>BDC " + text)
+    # The page's fonts are the last entry of its resources.
+    yield "aside-form.pdf", page("/D Do", fonts=">>/XObject<</D 5 0 R", further=[form])
+
+
 def samples():
     """Pairs of a name and the file's bytes."""
     yield "plain.pdf", page("BT /F 12 Tf 72 700 Td (Plain) Tj ET")
@@ -111,3 +122,4 @@ def samples():
     yield from highlights()
     yield from fractions()
     yield from leftovers()
+    yield from open_asides()
