@@ -20,14 +20,18 @@ Exit code 1 when there is anything it does not explain, or an exception that not
 """
 import argparse
 import csv
-import multiprocessing
+import math
 import os
 import sys
+import tempfile
 from functools import partial
 
 from copies import Options, examine
+from workers import Limits, results
 
 NOTHING_TO_TEST = 77
+SECONDS_OF_A_FILE = 900
+MEGABYTES_OF_A_FILE = 4096
 PROBLEM_OF_STATE = {"locked": "locked", "restricted": "encrypted", "unreadable": "unreadable", "empty": "empty"}
 
 
@@ -122,8 +126,14 @@ def main():
     exceptions = Exceptions(os.path.join(os.path.dirname(os.path.abspath(__file__)), "exceptions.tsv"))
     print("file\tstate\tproblem\tpages\tpoppler differs\tmupdf differs\tseconds\tbytes more")
     unexplained = pages = 0
-    with multiprocessing.Pool(max(1, arguments.jobs)) as pool:
-        for report in pool.imap(partial(examine_one, arguments.folder, options), entries):
+    with tempfile.TemporaryDirectory() as temporary:
+        limits = Limits(arguments.jobs, SECONDS_OF_A_FILE, math.inf,
+                        0 if arguments.no_memory_limit else MEGABYTES_OF_A_FILE, temporary)
+        for entry, report in results(partial(examine_one, arguments.folder, options), entries, limits):
+            if report is None:
+                print(f"{entry[0]}: its examination did not end, or took more than {limits.seconds} seconds")
+                unexplained += 1
+                continue
             unexplained += print_report(report, exceptions)
             pages += report.pages if report.problem == "-" else 0
     tools = {tool for _, tool, _ in exceptions.causes}

@@ -5,6 +5,7 @@ from decimal import Decimal
 
 import pikepdf
 
+from filters import decoded
 from left_out import NAMES, is_left_out
 
 # Objects that may be drawn without resources of their own take those of what draws them (PDF 1.7, 7.8.3).
@@ -46,8 +47,8 @@ class Comparison:
             self._encoding(path, originals[0].stream_dict, copy.stream_dict, None)
             self._drain()
             return
-        joined = b"".join(_decoded(stream) + b"\n" for stream in originals)
-        if _decoded(copy) != joined:
+        joined = b"".join(decoded(stream) + b"\n" for stream in originals)
+        if decoded(copy) != joined:
             self.find(path, "joined content differs")
 
     def _compare(self, path, original, copy, step, resources):
@@ -244,7 +245,7 @@ def _names_resources(value):
     else:
         glyphs = value.get("/CharProcs")
         streams = [glyphs[name] for name in glyphs.keys()] if isinstance(glyphs, pikepdf.Dictionary) else []
-    return any(NAMING.search(_decoded(stream)) for stream in streams if isinstance(stream, pikepdf.Stream))
+    return any(NAMING.search(decoded(stream)) for stream in streams if isinstance(stream, pikepdf.Stream))
 
 
 def _identity(value):
@@ -274,13 +275,6 @@ def _listed(value):
     if value is None:
         return []
     return list(value) if isinstance(value, pikepdf.Array) else [value]
-
-
-def _decoded(stream):
-    try:
-        return stream.read_bytes(decode_level=pikepdf.StreamDecodeLevel.specialized)
-    except pikepdf.PdfError:
-        return stream.read_raw_bytes()
 
 
 def _short(value):

@@ -61,6 +61,8 @@ def draw(engine, path, first, last, dpi):
     pictures = _draw_at_once(engine, path, first, last, dpi)
     if len(pictures) == last - first + 1:
         return pictures
+    if first == last:
+        return [None]
     alone = (_draw_at_once(engine, path, number, number, dpi) for number in range(first, last + 1))
     return [pictures[0] if len(pictures) == 1 else None for pictures in alone]
 

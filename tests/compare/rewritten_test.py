@@ -20,7 +20,6 @@ in rewritten_exceptions.tsv beside this file. Exit code 1 when anything else is,
 """
 import argparse
 import collections
-import multiprocessing
 import os
 import random
 import shlex
@@ -32,8 +31,9 @@ import compare_copies
 from rewriting.kinds import KINDS, conflict_of
 from rewritten import choice, made_files
 from rewritten.exceptions import Exceptions
-from rewritten.examination import (DRAWN_OTHERWISE, FAILED, HELD, NOT_REWRITTEN, NOT_STAMPED, Options, Variant,
+from rewritten.examination import (DRAWN_OTHERWISE, FAILED, HELD, NOT_REWRITTEN, NOT_STAMPED, Options, Outcome, Variant,
                                    examine)
+from workers import Limits, results
 
 NOTHING_TO_TEST = 77
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -41,6 +41,8 @@ SAMPLES = os.path.join(os.path.dirname(os.path.dirname(HERE)), "samples")
 SEED = 20240229
 PAGES_OF_A_SAMPLE = 1
 VARIANTS_AT_ONCE = 6
+SECONDS_OF_A_BATCH = 240
+MEGABYTES_OF_A_BATCH = 4096
 
 
 def files_of(made, folder):
@@ -70,6 +72,15 @@ def batches(variants, files, options, seed):
 
 def examine_batch(batch):
     return examine(*batch)
+
+
+def outcomes_of(work, limits):
+    """The outcomes of each batch of `work`, as they come."""
+    for batch, outcomes in results(examine_batch, work, limits):
+        if outcomes is None:
+            reason = f"the examination of {len(batch[-1])} variants did not end, or took more than {limits.seconds} seconds"
+            outcomes = [Outcome(variant, FAILED, [reason]) for variant in batch[-1]]
+        yield outcomes
 
 
 def command(variant, arguments):
@@ -122,7 +133,7 @@ def main():
                       0 if arguments.everything or arguments.kind else PAGES_OF_A_SAMPLE, arguments.keep)
     exceptions = Exceptions(os.path.join(HERE, "rewritten_exceptions.tsv"))
     outcomes, unexplained = [], 0
-    with tempfile.TemporaryDirectory() as made, multiprocessing.Pool(max(1, arguments.jobs)) as pool:
+    with tempfile.TemporaryDirectory() as made, tempfile.TemporaryDirectory() as temporary:
         files = files_of(made, arguments.folder)
         for name in arguments.file:
             if name not in files:
@@ -130,17 +141,17 @@ def main():
         files = {name: path for name, path in files.items() if not arguments.file or name in arguments.file}
         variants = chosen(arguments, list(files))
         work = batches(variants, files, options, arguments.seed)
-        end = time.monotonic() + arguments.minutes * 60
-        for examined in pool.imap_unordered(examine_batch, work):
+        limits = Limits(arguments.jobs, SECONDS_OF_A_BATCH, time.monotonic() + arguments.minutes * 60,
+                        0 if arguments.no_memory_limit else MEGABYTES_OF_A_BATCH, temporary)
+        for examined in outcomes_of(work, limits):
             outcomes += examined
             for outcome in examined:
                 if outcome.outcome == FAILED:
                     unexplained += report(outcome, arguments, exceptions)
                 elif arguments.verbose and outcome.outcome in (DRAWN_OTHERWISE, NOT_REWRITTEN):
                     report(outcome, arguments, exceptions)
-            if time.monotonic() > end:
-                print(f"{len(variants) - len(outcomes)} rewritten files were not come to in {arguments.minutes:g} minutes")
-                break
+    if len(outcomes) < len(variants):
+        print(f"{len(variants) - len(outcomes)} rewritten files were not come to in {arguments.minutes:g} minutes")
     stale = exceptions.not_needed(outcomes) if not arguments.no_pictures else []
     for key in stale:
         print(f"This exception explains nothing any more: {' '.join(key)}")

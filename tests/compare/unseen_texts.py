@@ -1,6 +1,7 @@
 """What objects of an original say that are seen on no page: none of it may be in a copy."""
 import pikepdf
 
+from filters import decoded
 from left_out import NAMES
 from object_graph import CARRIERS
 
@@ -35,13 +36,6 @@ def _is_drawn(dictionary, key):
     return key not in ("/Contents", "/RC") or dictionary.get("/Subtype") == pikepdf.Name.FreeText
 
 
-def _decoded(stream):
-    try:
-        return stream.read_bytes(decode_level=pikepdf.StreamDecodeLevel.specialized)
-    except pikepdf.PdfError:
-        return stream.read_raw_bytes()
-
-
 def _sample(data):
     middle = max(0, (len(data) - SAMPLE) // 2)
     sample = data[middle:middle + SAMPLE]
@@ -59,7 +53,7 @@ def findings_in(original, copy, comparison):
         place = "{} {} R".format(*value.objgen)
         unseen.update({text: place for text in _strings_in(value) if len(text) >= SHORTEST})
         if isinstance(value, pikepdf.Stream) and value.get("/Type") not in CARRIERS:
-            sample = _sample(_decoded(value))
+            sample = _sample(decoded(value))
             if sample is not None:
                 unseen[sample] = place
     if not unseen:
@@ -68,7 +62,7 @@ def findings_in(original, copy, comparison):
     hits = [text for text in unseen if text in said]
     if not hits:
         return []
-    seen = b"\0".join(comparison.strings) + b"\0".join(map(_decoded, comparison.streams))
+    seen = b"\0".join(comparison.strings) + b"\0".join(map(decoded, comparison.streams))
     return [f"the copy says what only {unseen[text]} of the original says: {text[:40]!r}" for text in hits
             if text not in seen]
 
@@ -80,5 +74,5 @@ def _all_of(pdf):
         if isinstance(value, (pikepdf.String, pikepdf.Array, pikepdf.Dictionary, pikepdf.Stream)):
             parts += _strings_in(value)
         if isinstance(value, pikepdf.Stream) and value.get("/Type") not in CARRIERS:
-            parts.append(_decoded(value))
+            parts.append(decoded(value))
     return b"\0".join(parts)

@@ -6,6 +6,7 @@ import tempfile
 
 import pikepdf
 
+from filters import without_filters
 from limited import run
 
 from .parser import NotParsed, parse
@@ -139,6 +140,6 @@ class Document:
         if self._parsed is None:
             self._parsed = pikepdf.open(io.BytesIO(self._file))
         try:
-            return self._parsed.get_object(number, 0).read_bytes(decode_level=pikepdf.StreamDecodeLevel.specialized)
-        except pikepdf.PdfError:
+            return without_filters(self._parsed.get_object(number, 0))
+        except (pikepdf.PdfError, MemoryError):
             return None

@@ -77,6 +77,10 @@ class Examination:
         sizes = [page.size for page in copies.pages_of(base, self._last)[self._first - 1:] if page.size]
         self._dpi = resolution(sizes)
         self._shown, self._copy_shown = original.shown(self._first, self._last, self._dpi)
+        self._engines = [engine for engine in pictures.ENGINES if options.with_pictures and self._draws(engine)]
+
+    def _draws(self, engine):
+        return any(picture is not None for picture in self._shown.pages(engine))
 
     def _new_folder(self):
         return tempfile.mkdtemp(dir=self._folder)
@@ -128,7 +132,7 @@ class Examination:
 
     def _differences(self, variant, shown, known, what):
         found = []
-        for engine in pictures.ENGINES:
+        for engine in self._engines:
             for page in shown.differences_from(known, engine):
                 found.append(f"{engine}: page {page} of the {what} is drawn otherwise")
                 if self._options.keep:
