@@ -7,10 +7,10 @@
 #include "core/ProductionPlan.h"
 #include "core/SourceClassifier.h"
 #include "core/SourceCollector.h"
-#include "pdf/CopyProof.h"
-#include "pdf/Descriptor.h"
-#include "pdf/FileCalls.h"
-#include "pdf/WrittenFile.h"
+#include "files/Descriptor.h"
+#include "files/FileCalls.h"
+#include "files/WrittenFile.h"
+#include "pdf/copy/CopyProof.h"
 
 #include <algorithm>
 #include <array>
@@ -63,13 +63,13 @@ void produce(const ProductionPlan &plan, const fs::path &output)
 /// As the production does before it names a copy.
 void proveAll(const ProductionPlan &plan, const fs::path &output)
 {
-    const pdf::Descriptor folder = pdf::Descriptor::ofFile(output);
+    const files::Descriptor folder = files::Descriptor::ofFile(output);
     pdf::CopyProof proof;
-    pdf::FileCalls calls;
+    files::FileCalls calls;
     for (const PlannedFile *file : plan.stampedFiles()) {
         const std::uint64_t size = fs::file_size(output / file->outputName.toStdString());
         const auto written =
-            pdf::WrittenFile::open(folder.number(), file->outputName.toStdString(), size, calls);
+            files::WrittenFile::open(folder.number(), file->outputName.toStdString(), size, calls);
         if (!written || !proof.holds(*written, static_cast<std::int64_t>(file->pages.size()))) {
             fail("a copy has no proof");
         }

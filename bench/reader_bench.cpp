@@ -4,7 +4,7 @@
 /// Usage: reader_bench WORKLOADS, the folder that make_workloads.py made.
 
 #include "core/EarlierNumber.h"
-#include "pdf/PageReader.h"
+#include "pdf/viewing/PageReader.h"
 #include "reader/PopplerReader.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/Geometry.h"
+#include "pdf/syntax/Geometry.h"
 
 #include <QString>
 

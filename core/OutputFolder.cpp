@@ -1,7 +1,7 @@
 #include "core/OutputFolder.h"
 
-#include "core/ExclusiveMove.h"
 #include "core/StampError.h"
+#include "files/ExclusiveMove.h"
 
 #include <QUuid>
 
@@ -11,7 +11,7 @@
 
 namespace tallyfold {
 
-using pdf::uninterrupted;
+using files::uninterrupted;
 
 namespace {
 
@@ -23,10 +23,10 @@ std::string temporaryName(const char *ending)
 
 } // namespace
 
-std::unique_ptr<OutputFolder> OutputFolder::open(const std::filesystem::path &path, pdf::FileCalls &calls,
+std::unique_ptr<OutputFolder> OutputFolder::open(const std::filesystem::path &path, files::FileCalls &calls,
                                                  std::error_code &error)
 {
-    const int descriptor = uninterrupted(
+    const int descriptor = files::uninterrupted(
         [&] { return calls.openAt(AT_FDCWD, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); });
     if (descriptor < 0) {
         error = {errno, std::generic_category()};
@@ -35,7 +35,7 @@ std::unique_ptr<OutputFolder> OutputFolder::open(const std::filesystem::path &pa
     return std::unique_ptr<OutputFolder>(new OutputFolder(descriptor, calls));
 }
 
-OutputFolder::OutputFolder(int descriptor, pdf::FileCalls &calls) : m_descriptor(descriptor), m_calls(calls)
+OutputFolder::OutputFolder(int descriptor, files::FileCalls &calls) : m_descriptor(descriptor), m_calls(calls)
 {
 }
 
@@ -46,13 +46,13 @@ OutputFolder::~OutputFolder()
 
 void OutputFolder::remove(const std::string &name) const
 {
-    (void)uninterrupted([&] { return m_calls.unlink(m_descriptor, name.c_str()); });
+    (void)files::uninterrupted([&] { return m_calls.unlink(m_descriptor, name.c_str()); });
 }
 
 OutputFolder::HiddenFile::HiddenFile(const OutputFolder &folder, const char *ending, std::error_code &error)
     : m_folder(&folder),
       m_name(temporaryName(ending)),
-      m_sink(pdf::FileSink::create(folder.m_descriptor, m_name, folder.m_calls, error))
+      m_sink(files::FileSink::create(folder.m_descriptor, m_name, folder.m_calls, error))
 {
 }
 
@@ -69,7 +69,7 @@ const std::string &OutputFolder::HiddenFile::name() const
     return m_name;
 }
 
-pdf::ByteSink &OutputFolder::HiddenFile::sink()
+files::ByteSink &OutputFolder::HiddenFile::sink()
 {
     return *m_sink;
 }
@@ -80,7 +80,7 @@ std::error_code OutputFolder::HiddenFile::prove(const Proof &proof) const
         return {};
     }
     const auto file =
-        pdf::WrittenFile::open(m_folder->m_descriptor, m_name, m_sink->size(), m_folder->m_calls);
+        files::WrittenFile::open(m_folder->m_descriptor, m_name, m_sink->size(), m_folder->m_calls);
     return file && proof(*file) ? std::error_code() : std::make_error_code(std::errc::io_error);
 }
 
@@ -94,7 +94,7 @@ std::error_code OutputFolder::HiddenFile::publish(const QString &name, const Pro
         return error;
     }
     const int error =
-        ExclusiveMove::move(m_folder->m_calls, m_folder->m_descriptor, m_name, name.toStdString());
+        files::ExclusiveMove::move(m_folder->m_calls, m_folder->m_descriptor, m_name, name.toStdString());
     m_isPublished = error == 0;
     return {error, std::generic_category()};
 }
@@ -106,7 +106,7 @@ OutputFolder::TemporaryFile::TemporaryFile(const OutputFolder &folder) : m_file(
     }
 }
 
-pdf::ByteSink &OutputFolder::TemporaryFile::sink()
+files::ByteSink &OutputFolder::TemporaryFile::sink()
 {
     return m_file.sink();
 }
@@ -133,7 +133,7 @@ void OutputFolder::writeNewFile(const QString &name, const QByteArray &contents)
 void OutputFolder::flush() const
 {
     // Some network file systems cannot flush a folder, and say so; there is nothing better to do there.
-    if (uninterrupted([this] { return m_calls.sync(m_descriptor); }) != 0 && errno != EINVAL &&
+    if (files::uninterrupted([this] { return m_calls.sync(m_descriptor); }) != 0 && errno != EINVAL &&
         errno != ENOTSUP) {
         throw FileError{QStringLiteral("."), std::error_code(errno, std::generic_category())};
     }

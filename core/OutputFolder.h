@@ -1,9 +1,9 @@
 #pragma once
 
 #include "core/FileError.h"
-#include "pdf/ByteSink.h"
-#include "pdf/FileSink.h"
-#include "pdf/WrittenFile.h"
+#include "files/ByteSink.h"
+#include "files/FileSink.h"
+#include "files/WrittenFile.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,14 +24,14 @@ public:
     /// The folder at `path`; null, with the reason in `error`, when it is not there, is not a folder or
     /// cannot be opened. `calls` must outlive it.
     [[nodiscard]] static std::unique_ptr<OutputFolder> open(const std::filesystem::path &path,
-                                                            pdf::FileCalls &calls, std::error_code &error);
+                                                            files::FileCalls &calls, std::error_code &error);
 
     ~OutputFolder();
     OutputFolder(const OutputFolder &) = delete;
     OutputFolder &operator=(const OutputFolder &) = delete;
 
     /// Whether what was read back of a file is what was to be written.
-    using Proof = std::function<bool(const pdf::WrittenFile &file)>;
+    using Proof = std::function<bool(const files::WrittenFile &file)>;
 
     /// A hidden file of a random name in which something is made before it gets its own name, so that only
     /// what is whole ever has one, whatever happens on the way. Removed with this object when it was not
@@ -46,7 +46,7 @@ public:
         HiddenFile &operator=(const HiddenFile &) = delete;
 
         [[nodiscard]] const std::string &name() const;
-        [[nodiscard]] pdf::ByteSink &sink();
+        [[nodiscard]] files::ByteSink &sink();
 
         /// Brings the file to the disk, lets `proof`, if there is any, look at it, and then gives it the
         /// name `name`. What kept it from that: there may be something of that name, and what has no proof
@@ -58,7 +58,7 @@ public:
 
         const OutputFolder *m_folder;
         std::string m_name;
-        std::unique_ptr<pdf::FileSink> m_sink;
+        std::unique_ptr<files::FileSink> m_sink;
         bool m_isPublished = false;
     };
 
@@ -68,7 +68,7 @@ public:
         /// Throws `StampError` `cannotWrite` with the file's name when it cannot be made.
         explicit TemporaryFile(const OutputFolder &folder);
 
-        [[nodiscard]] pdf::ByteSink &sink();
+        [[nodiscard]] files::ByteSink &sink();
 
         /// As of `HiddenFile`; false when it failed.
         [[nodiscard]] bool publish(const QString &name, const Proof &proof = {});
@@ -86,11 +86,11 @@ public:
     void flush() const;
 
 private:
-    OutputFolder(int descriptor, pdf::FileCalls &calls);
+    OutputFolder(int descriptor, files::FileCalls &calls);
     void remove(const std::string &name) const;
 
     int m_descriptor;
-    pdf::FileCalls &m_calls;
+    files::FileCalls &m_calls;
 };
 
 } // namespace tallyfold

@@ -3,7 +3,7 @@
 #include "core/OutputFolder.h"
 #include "core/ProductionIndex.h"
 #include "core/Stamper.h"
-#include "pdf/CopyProof.h"
+#include "pdf/copy/CopyProof.h"
 
 #include <QHashFunctions>
 #include <QSet>
@@ -80,7 +80,8 @@ bool isTaken(const fs::path &path)
 /// One production on its way.
 class Run {
 public:
-    Run(const ProductionPlan &plan, fs::path folder, const Production::OnPage &onPage, pdf::FileCalls &calls)
+    Run(const ProductionPlan &plan, fs::path folder, const Production::OnPage &onPage,
+        files::FileCalls &calls)
         : m_plan(plan),
           m_path(std::move(folder)),
           m_folder(OutputFolder::open(m_path, calls, m_refusal)),
@@ -157,7 +158,7 @@ private:
             m_isStopped = m_onPage && !m_onPage(m_result.pages);
             return !m_isStopped;
         });
-        const auto isWhole = [this, &file](const pdf::WrittenFile &written) {
+        const auto isWhole = [this, &file](const files::WrittenFile &written) {
             return m_proof.holds(written, static_cast<std::int64_t>(file.pages.size()));
         };
         if (!temporary.publish(file.outputName, isWhole)) {
@@ -241,12 +242,12 @@ std::vector<ProductionConflict> Production::findConflicts(const ProductionPlan &
 ProductionResult Production::write(const ProductionPlan &plan, const fs::path &folder,
                                    const ProductionOptions &options, const OnPage &onPage)
 {
-    return write(plan, folder, options, onPage, pdf::FileCalls::system());
+    return write(plan, folder, options, onPage, files::FileCalls::system());
 }
 
 ProductionResult Production::write(const ProductionPlan &plan, const fs::path &folder,
                                    const ProductionOptions &options, const OnPage &onPage,
-                                   pdf::FileCalls &calls)
+                                   files::FileCalls &calls)
 {
     const std::vector<ProductionConflict> conflicts = findConflicts(plan, folder, options);
     if (!conflicts.empty()) {

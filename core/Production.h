@@ -3,7 +3,7 @@
 #include "core/FileError.h"
 #include "core/ProductionPlan.h"
 #include "core/StampError.h"
-#include "pdf/FileCalls.h"
+#include "files/FileCalls.h"
 
 #include <QMap>
 #include <QString>
@@ -95,7 +95,7 @@ using OnPage = std::function<bool(std::int64_t pages)>;
 /// The same with the file calls it is given, which tests let fail.
 [[nodiscard]] ProductionResult write(const ProductionPlan &plan, const std::filesystem::path &folder,
                                      const ProductionOptions &options, const OnPage &onPage,
-                                     pdf::FileCalls &calls);
+                                     files::FileCalls &calls);
 
 } // namespace Production
 

@@ -1,8 +1,8 @@
 #include "core/SourceClassifier.h"
 
 #include "core/EarlierNumber.h"
-#include "pdf/Document.h"
-#include "pdf/PageReader.h"
+#include "pdf/source/Document.h"
+#include "pdf/viewing/PageReader.h"
 
 #include <sys/stat.h>
 #include <variant>

@@ -1,7 +1,7 @@
 #include "core/StampDrawing.h"
 
 #include "core/StampLayout.h"
-#include "pdf/NumberFormat.h"
+#include "pdf/syntax/NumberFormat.h"
 
 #include <algorithm>
 

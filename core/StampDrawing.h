@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/Stamper.h"
-#include "pdf/CopyWriter.h"
-#include "pdf/ShapedLine.h"
+#include "pdf/copy/CopyWriter.h"
+#include "pdf/text/ShapedLine.h"
 
 #include <span>
 #include <string>
@@ -31,7 +31,7 @@ private:
 
     const StampSettings *m_settings;
     pdf::CopyWriter *m_copy;
-    std::string m_ink; ///< Operators that choose the text's colour and opacity.
+    std::string m_ink;        ///< Operators that choose the text's colour and opacity.
     std::string_view m_break; ///< Once there is one.
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/StampSettings.h"
-#include "pdf/Geometry.h"
+#include "pdf/syntax/Geometry.h"
 
 #include <cstddef>
 #include <span>

@@ -2,10 +2,10 @@
 
 #include "core/OuterSpaces.h"
 #include "core/StampDrawing.h"
-#include "pdf/CopyWriter.h"
-#include "pdf/FileSink.h"
-#include "pdf/MemorySink.h"
-#include "pdf/PageReader.h"
+#include "files/FileSink.h"
+#include "files/MemorySink.h"
+#include "pdf/copy/CopyWriter.h"
+#include "pdf/viewing/PageReader.h"
 
 #include <algorithm>
 #include <cmath>
@@ -63,7 +63,7 @@ std::optional<StampError> drawPages(pdf::CopyWriter &copy, const PlannedFile &fi
 }
 
 void writeCopy(const PlannedFile &file, pdf::Document &source, const StampSettings &settings,
-               pdf::ByteSink &sink, std::int64_t limit, const PageDone &pageDone)
+               files::ByteSink &sink, std::int64_t limit, const PageDone &pageDone)
 {
     pdf::CopyWriter copy(source, sink);
     std::optional<StampError> failure = drawPages(copy, file, settings.normalized(), limit, pageDone);
@@ -84,7 +84,7 @@ std::vector<char> firstPages(const PlannedFile &file, const StampSettings &setti
                              const PageDone &pageDone)
 {
     const std::unique_ptr<pdf::Document> source = open(file.source);
-    pdf::MemorySink sink;
+    files::MemorySink sink;
     writeCopy(file, *source, settings, sink, pages, pageDone);
     return std::move(sink).bytes();
 }
@@ -147,15 +147,15 @@ void write(const PlannedFile &file, const StampSettings &settings, const std::fi
            const PageDone &pageDone)
 {
     const std::unique_ptr<pdf::Document> source = open(file.source);
-    const std::unique_ptr<pdf::FileSink> sink = pdf::FileSink::create(path);
+    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(path);
     if (!sink) {
         throw StampError::cannotWrite(displayName(path));
     }
     write(file, *source, settings, *sink, pageDone);
 }
 
-void write(const PlannedFile &file, pdf::Document &source, const StampSettings &settings, pdf::ByteSink &sink,
-           const PageDone &pageDone)
+void write(const PlannedFile &file, pdf::Document &source, const StampSettings &settings,
+           files::ByteSink &sink, const PageDone &pageDone)
 {
     writeCopy(file, source, settings, sink, std::numeric_limits<std::int64_t>::max(), pageDone);
 }

@@ -4,10 +4,10 @@
 #include "core/SourceFile.h"
 #include "core/StampError.h"
 #include "core/StampSettings.h"
-#include "pdf/Bitmap.h"
-#include "pdf/ByteSink.h"
-#include "pdf/Document.h"
-#include "pdf/PageGeometry.h"
+#include "files/ByteSink.h"
+#include "pdf/source/Document.h"
+#include "pdf/source/PageGeometry.h"
+#include "pdf/viewing/Bitmap.h"
 
 #include <QString>
 
@@ -61,8 +61,8 @@ void write(const PlannedFile &file, const StampSettings &settings, const std::fi
 
 /// The same from `source`, which `open` gave for it, into `sink`, which gets a complete PDF file whether all
 /// pages were written or not.
-void write(const PlannedFile &file, pdf::Document &source, const StampSettings &settings, pdf::ByteSink &sink,
-           const PageDone &pageDone);
+void write(const PlannedFile &file, pdf::Document &source, const StampSettings &settings,
+           files::ByteSink &sink, const PageDone &pageDone);
 
 /// The stamped copy's first `pages` pages, as the bytes of a PDF file.
 [[nodiscard]] std::vector<char> data(const PlannedFile &file, const StampSettings &settings,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/Descriptor.h"
+#include "files/Descriptor.h"
 
 #include <cstddef>
 #include <string>
@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    pdf::Descriptor m_file{::memfd_create("input", MFD_CLOEXEC)};
+    files::Descriptor m_file{::memfd_create("input", MFD_CLOEXEC)};
     bool m_isSound;
 };
 

@@ -1,7 +1,7 @@
 // Any bytes as a message of the reader process: a text, numbers, an area, whatever is there or not.
 
-#include "pdf/Geometry.h"
-#include "pdf/ReaderMessages.h"
+#include "pdf/syntax/Geometry.h"
+#include "pdf/viewing/ReaderMessages.h"
 
 #include <cstddef>
 #include <cstdint>

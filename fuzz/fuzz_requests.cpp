@@ -2,7 +2,7 @@
 // where it should not, and has an answer as long as it can be taken at all.
 
 #include "fuzz/FileInMemory.h"
-#include "pdf/ReaderMessages.h"
+#include "pdf/viewing/ReaderMessages.h"
 #include "reader/Answers.h"
 
 #include <algorithm>

@@ -42,7 +42,7 @@ bool Answers::next(int socket)
     if (!pdf::ReaderMessages::receive(socket, m_message, received, noDeadline)) {
         return false;
     }
-    const pdf::Descriptor descriptor(received);
+    const files::Descriptor descriptor(received);
     const bool isTimed = m_longestAnswer > std::chrono::seconds::zero();
     if (isTimed && !endAfter(m_longestAnswer)) {
         return false;
@@ -87,7 +87,7 @@ Writer Answers::to(std::string_view message, int descriptor)
 void Answers::open(int descriptor)
 {
     m_pages.reset();
-    m_file = pdf::Descriptor(descriptor < 0 ? -1 : ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
+    m_file = files::Descriptor(descriptor < 0 ? -1 : ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
     if (m_file.isOpen()) {
         m_pages = openWithPoppler("/proc/self/fd/" + std::to_string(m_file.number()));
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "pdf/Descriptor.h"
-#include "pdf/ReaderMessages.h"
+#include "files/Descriptor.h"
+#include "pdf/viewing/ReaderMessages.h"
 #include "reader/LentRooms.h"
 #include "reader/PopplerReader.h"
 
@@ -37,7 +37,7 @@ private:
 
     std::chrono::seconds m_longestAnswer;
     std::unique_ptr<LocalReader> m_pages;
-    pdf::Descriptor m_file;
+    files::Descriptor m_file;
     LentRooms m_rooms;
     std::string m_message;
 };

@@ -34,7 +34,7 @@ std::span<std::uint8_t> LentRooms::bytesOf(int descriptor, std::size_t size)
     }
     makeSpaceFor(size);
     // Shared memory: a file size limit of nothing does not let it be written to as a file.
-    std::optional<pdf::Mapping> memory = pdf::Mapping::sharedWith(descriptor, size);
+    std::optional<files::Mapping> memory = files::Mapping::sharedWith(descriptor, size);
     if (!memory) {
         return {};
     }

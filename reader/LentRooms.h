@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/Mapping.h"
+#include "files/Mapping.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,7 +23,7 @@ private:
         // Which file it is: none other can have this number as long as it is mapped here.
         dev_t device;
         ino_t number;
-        pdf::Mapping memory;
+        files::Mapping memory;
     };
     void makeSpaceFor(std::size_t size);
 

@@ -1,6 +1,6 @@
 #include "reader/Limits.h"
 
-#include "pdf/UnderSanitizer.h"
+#include "files/UnderSanitizer.h"
 
 #include <csignal>
 #include <sys/prctl.h>
@@ -25,7 +25,7 @@ bool limitResources()
     // A write beyond the limit fails; it need not end the process.
     return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && ::signal(SIGXFSZ, SIG_IGN) != SIG_ERR &&
            limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, 0) && limit(RLIMIT_CPU, mostTime) &&
-           (pdf::isUnderSanitizer || limit(RLIMIT_AS, mostMemory));
+           (isUnderSanitizer || limit(RLIMIT_AS, mostMemory));
 }
 
 } // namespace tallyfold::reader

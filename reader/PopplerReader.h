@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/PageReader.h"
+#include "pdf/viewing/PageReader.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "reader/Sandbox.h"
 
-#include "pdf/UnderSanitizer.h"
+#include "files/UnderSanitizer.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -145,7 +145,7 @@ SandboxEntry enterSandbox(int socket)
     for (const char *call : freeCalls) {
         filter.allow(call);
     }
-    if (pdf::isUnderSanitizer) {
+    if (isUnderSanitizer) {
         for (const char *call : callsOfSanitizers) {
             filter.allow(call);
         }

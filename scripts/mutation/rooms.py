@@ -19,8 +19,9 @@ READER = ("tallyfold-reader",)
 # Headers are left out: they hold little that decides, and one that is broken has all compiled anew that includes it.
 ROOMS = {
     "core": Room(("core/*.cpp",), ("tallyfold_core_tests",), READER, 300, 95),
-    "pdf": Room(tuple(f"pdf/{name}.cpp" for name in DECIDING),
+    "pdf": Room(tuple(f"pdf/*/{name}.cpp" for name in DECIDING),
                 ("tallyfold_pdf_tests", "tallyfold_core_tests"), READER, 300, 90),
+    "files": Room(("files/*.cpp",), ("tallyfold_files_tests", "tallyfold_core_tests"), READER, 50, 90),
     "app": Room(("app/*.cpp",), ("tallyfold_app_tests",), READER, 200, 90),
     "window_support": Room(("window_support/*.cpp",), ("tallyfold_window_support_tests",), (), 50, 90),
     "reader": Room(("reader/*.cpp",), ("tallyfold_reader_tests", "tallyfold_pdf_tests"), READER, 50, 90),

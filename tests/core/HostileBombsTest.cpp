@@ -1,5 +1,5 @@
-#include "pdf/Deflater.h"
-#include "pdf/UnderSanitizer.h"
+#include "files/UnderSanitizer.h"
+#include "pdf/syntax/Deflater.h"
 #include "tests/core/StampOutcome.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"
@@ -111,7 +111,7 @@ TEST(HostileBombs, AnObjectStreamThatExpandsWithoutEndIsRefused)
     // Under a sanitizer the limit is higher, and may let one through that has no pages.
     const std::optional<SourceProblem> problem = outcomeOf(file).problem;
     EXPECT_TRUE(problem == SourceProblem::unreadable ||
-                (pdf::isUnderSanitizer && problem == SourceProblem::empty));
+                (isUnderSanitizer && problem == SourceProblem::empty));
     EXPECT_LT(peak.megabytes(), 600);
 }
 

@@ -1,7 +1,7 @@
 #include "core/Production.h"
 #include "core/SourceClassifier.h"
 #include "core/Stamper.h"
-#include "pdf/Deflater.h"
+#include "pdf/syntax/Deflater.h"
 #include "tests/core/StampOutcome.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"

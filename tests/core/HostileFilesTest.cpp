@@ -1,6 +1,6 @@
 #include "core/SourceClassifier.h"
 #include "core/Stamper.h"
-#include "pdf/Deflater.h"
+#include "pdf/syntax/Deflater.h"
 #include "tests/core/StampOutcome.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"

@@ -41,7 +41,7 @@ private:
 };
 
 /// Nothing is brought to the disk: the order of that has tests of its own, and ten thousand waits are long.
-class WithoutWaiting final : public pdf::FileCalls {
+class WithoutWaiting final : public files::FileCalls {
 public:
     int syncData(int) override
     {

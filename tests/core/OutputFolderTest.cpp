@@ -135,7 +135,7 @@ TEST(OutputFolder, ACopyIsLookedAtWhenItIsOnTheDiskAndBeforeItGetsItsName)
     OutputFolder::TemporaryFile file(*output.folder);
     ASSERT_TRUE(file.sink().write(contents));
     std::string found;
-    ASSERT_TRUE(file.publish(u"copy.pdf"_s, [&found](const pdf::WrittenFile &written) {
+    ASSERT_TRUE(file.publish(u"copy.pdf"_s, [&found](const files::WrittenFile &written) {
         return written.size() == contents.size() && written.readEnd(100, found);
     }));
     EXPECT_EQ(found, contents);
@@ -155,7 +155,7 @@ TEST(OutputFolder, ACopyWithoutProofGetsNoNameAndIsRemoved)
             OutputFolder::TemporaryFile file(*output.folder);
             ASSERT_TRUE(file.sink().write(contents));
             output.failOn(kind, EIO);
-            EXPECT_FALSE(file.publish(u"copy.pdf"_s, [&kind](const pdf::WrittenFile &written) {
+            EXPECT_FALSE(file.publish(u"copy.pdf"_s, [&kind](const files::WrittenFile &written) {
                 std::string end;
                 return written.readEnd(100, end) && !kind.empty();
             })) << kind;

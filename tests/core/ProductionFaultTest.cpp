@@ -106,7 +106,7 @@ private:
     std::map<std::string, std::string> m_copies;
 };
 
-Outcome outcomeOf(const ProductionPlan &plan, const fs::path &folder, pdf::FileCalls &calls,
+Outcome outcomeOf(const ProductionPlan &plan, const fs::path &folder, files::FileCalls &calls,
                   const Production::OnPage &onPage = goOn)
 {
     try {
@@ -397,7 +397,7 @@ TEST(ProductionFault, AFolderThatVanishesMeanwhileFailsTheRest)
     const TemporaryFolder folder;
     fs::create_directory(folder / "out");
     const Outcome outcome =
-        outcomeOf(sources.plan(), folder / "out", pdf::FileCalls::system(), [&](std::int64_t pages) {
+        outcomeOf(sources.plan(), folder / "out", files::FileCalls::system(), [&](std::int64_t pages) {
             if (pages == 3) {
                 fs::remove_all(folder / "out");
             }
@@ -476,7 +476,7 @@ TEST(ProductionFault, ASourceThatIsReplacedByADamagedOneMeanwhileFailsAlone)
         writeSample(folder / name, 2);
         found.push_back(classify(folder / name));
     }
-    const Outcome outcome = outcomeOf(ProductionPlan(found, {}), folder / "out", pdf::FileCalls::system(),
+    const Outcome outcome = outcomeOf(ProductionPlan(found, {}), folder / "out", files::FileCalls::system(),
                                       [&](std::int64_t pages) {
                                           if (pages == 2) {
                                               writeFile(folder / "b.pdf", "no longer a document");
@@ -493,7 +493,7 @@ TEST(ProductionFault, WithoutACallbackTheProductionRunsToItsEnd)
 {
     const Sources sources;
     const TemporaryFolder folder;
-    const Outcome outcome = outcomeOf(sources.plan(), folder.path(), pdf::FileCalls::system(), {});
+    const Outcome outcome = outcomeOf(sources.plan(), folder.path(), files::FileCalls::system(), {});
     EXPECT_EQ(std::get<ProductionResult>(outcome).pages, 6);
 }
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Holds the sources to the layers: who may include whom, and which libraries each layer may name.
+"""Holds the sources to their rooms: who may include whom, and which libraries each room may name.
 
 Usage: check_sources.py ROOT QT_INCLUDE_FOLDER, the one that QtCore is in
 Prints one line per fault and exits 1 when there is any.
@@ -8,19 +8,30 @@ import os
 import re
 import sys
 
-# Folder: the folders of ours it may include from, and the library headers it may name besides the standard ones.
-LAYERS = {
-    "pdf": (("pdf",), r"Q\w+|qpdf/.+|harfbuzz/.+|fontconfig/.+|unicode/.+|zlib\.h"),
-    "reader": (("pdf", "reader"), r"Q\w+|poppler-.+|seccomp\.h"),
-    "core": (("pdf", "core"), r"Q\w+|unicode/.+"),
+NONE = r"(?!)"
+# What the rooms of pdf/ offer to those outside of it.
+PDF = ("pdf/copy/CopyProof.h", "pdf/copy/CopyWriter.h", "pdf/source/Document.h", "pdf/source/PageGeometry.h",
+       "pdf/syntax/Geometry.h", "pdf/syntax/NumberFormat.h", "pdf/text/ShapedLine.h", "pdf/viewing/Bitmap.h",
+       "pdf/viewing/PageReader.h", "pdf/viewing/ReaderMessages.h")
+# Room: the rooms and headers of ours it may include, and the library headers it may name besides the standard ones.
+ROOMS = {
+    "files": (("files",), NONE),
+    "pdf/syntax": (("files", "pdf/syntax"), r"QCryptographicHash|zlib\.h"),
+    "pdf/source": (("files", "pdf/syntax", "pdf/source"), r"Q\w+|qpdf/.+"),
+    "pdf/text": (("pdf/syntax", "pdf/text"), r"Q\w+|harfbuzz/.+|fontconfig/.+|unicode/.+"),
+    "pdf/annotations": (("pdf/syntax", "pdf/source", "pdf/text", "pdf/annotations"), r"Q\w+|qpdf/.+"),
+    "pdf/copy": (("files", "pdf/syntax", "pdf/source", "pdf/text", "pdf/annotations", "pdf/copy"), r"qpdf/.+"),
+    "pdf/viewing": (("files", "pdf/syntax", "pdf/viewing"), r"Q\w+"),
+    "reader": (("files", *PDF, "reader"), r"Q\w+|poppler-.+|seccomp\.h"),
+    "core": (("files", *PDF, "core"), r"Q\w+|unicode/.+"),
     "app": (("core", "app"), r"Q\w+"),
     "window_support": (("window_support",), r"Q\w+"),
     "ui": (("core", "app", "window_support", "ui"), r"Q\w+"),
     "packaging": ((), r"Q\w+"),
-    "examples": (("pdf", "core", "examples"), r"Q\w+"),
-    "fuzz": (("pdf", "reader", "core", "app", "ui", "fuzz"), r"Q\w+"),
+    "examples": (("core", "examples"), r"Q\w+"),
+    "fuzz": (("files", *PDF, "reader", "core", "app", "ui", "fuzz"), r"Q\w+"),
 }
-# Parts of Qt that a layer may see besides Qt Core.
+# Parts of Qt that a room may see besides Qt Core.
 FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets"),
               "ui": ("QtDBus", "QtGui", "QtNetwork", "QtSvg", "QtWidgets"),
               "packaging": ("QtGui", "QtSvg")}
@@ -38,11 +49,23 @@ def is_own_header_first(path, lines):
     return not path.endswith(".cpp") or header not in includes or includes[0] == header
 
 
+def room_of(path):
+    """The room that `path`, relative to the root, lies in; None for a folder that is none."""
+    return next((room for room in ROOMS if path.startswith(room + "/")), None)
+
+
+def may_include(rooms_and_headers, name):
+    """Whether `name` is one of these headers, or lies in one of these rooms."""
+    return any(name == item or name.startswith(item + "/") for item in rooms_and_headers)
+
+
 def faults_of(path, text, qt_headers):
-    """The faults of the source at `path`, which is relative to the root and begins with its layer and may include
+    """The faults of the source at `path`, which is relative to the root and lies in a room and may include
     `qt_headers` of Qt."""
-    layer = path.split("/", 1)[0]
-    own_folders, libraries = LAYERS[layer]
+    room = room_of(path)
+    if room is None:
+        return [f"{path}: lies in no room"]
+    own, libraries = ROOMS[room]
     lines = text.splitlines()
     faults = []
     if path.endswith(".h") and "#pragma once" not in lines:
@@ -58,19 +81,19 @@ def faults_of(path, text, qt_headers):
             continue
         quote, name = match.groups()
         if quote == '"':
-            if name.split("/", 1)[0] not in own_folders:
-                faults.append(f'{place}: {layer}/ may not include "{name}"')
+            if not may_include(own, name):
+                faults.append(f'{place}: {room}/ may not include "{name}"')
         elif re.fullmatch(libraries, name):
             if name.startswith("Q") and name not in qt_headers:
-                faults.append(f"{place}: <{name}> is not of the parts of Qt that {layer}/ may see")
+                faults.append(f"{place}: <{name}> is not of the parts of Qt that {room}/ may see")
         elif not STANDARD.match(name) or LIBRARIES.match(name):
-            faults.append(f"{place}: {layer}/ may not include <{name}>")
+            faults.append(f"{place}: {room}/ may not include <{name}>")
     return faults
 
 
 def sources_under(root):
-    for layer in LAYERS:
-        for folder, _, names in os.walk(os.path.join(root, layer)):
+    for top in sorted({room.split("/")[0] for room in ROOMS}):
+        for folder, _, names in os.walk(os.path.join(root, top)):
             for name in sorted(names):
                 if name.endswith((".h", ".cpp")):
                     yield os.path.relpath(os.path.join(folder, name), root)
@@ -79,8 +102,8 @@ def sources_under(root):
 def main():
     root, qt = sys.argv[1:]
 
-    def qt_headers(layer):
-        parts = ("QtCore", *FURTHER_QT.get(layer, ()))
+    def qt_headers(room):
+        parts = ("QtCore", *FURTHER_QT.get(room, ()))
         return {name for part in parts for name in os.listdir(os.path.join(qt, part))}
 
     faults = []
@@ -88,7 +111,7 @@ def main():
     for path in sources_under(root):
         count += 1
         with open(os.path.join(root, path), encoding="utf-8") as file:
-            faults += faults_of(path, file.read(), qt_headers(path.split("/")[0]))
+            faults += faults_of(path, file.read(), qt_headers(room_of(path)))
     print("\n".join(faults + [f"{count} sources, {len(faults)} faults"]))
     return 1 if faults or count == 0 else 0
 

@@ -1,6 +1,6 @@
 #include "reader/Answers.h"
 
-#include "pdf/Descriptor.h"
+#include "files/Descriptor.h"
 #include "tests/reader/Child.h"
 #include "tests/support/SmallPdf.h"
 
@@ -25,9 +25,9 @@ using tests::inChild;
 namespace {
 
 /// A file in memory of these bytes.
-pdf::Descriptor fileOf(const std::string &bytes)
+files::Descriptor fileOf(const std::string &bytes)
 {
-    pdf::Descriptor file(::memfd_create("file", MFD_CLOEXEC));
+    files::Descriptor file(::memfd_create("file", MFD_CLOEXEC));
     EXPECT_EQ(::write(file.number(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
     return file;
 }
@@ -49,7 +49,7 @@ std::string answer(Answers &answers, const std::string &message, int descriptor 
 /// Opens a file of one page, 100 by 100 points.
 void open(Answers &answers)
 {
-    const pdf::Descriptor file =
+    const files::Descriptor file =
         fileOf(tests::smallPdf({{tests::showText(20, 20, "ABC000001"), "0 0 100 100"}}));
     const std::string bytes = answer(answers, request(Request::open, 0), file.number());
     Reader reader(bytes);
@@ -115,7 +115,7 @@ TEST(Answers, APictureThatHasNoRoomIsNotWritten)
     const auto draw = [&](int width, int height, int descriptor) {
         return answer(answers, request(Request::render, 0, width, height, 1.0), descriptor);
     };
-    const pdf::Descriptor picture = fileOf(std::string(std::size_t{10} * 10 * 4, '\0'));
+    const files::Descriptor picture = fileOf(std::string(std::size_t{10} * 10 * 4, '\0'));
     EXPECT_EQ(draw(10, 10, picture.number()), std::string(1, '\1'));
     EXPECT_EQ(draw(100, 100, picture.number()), std::string(1, '\0'));
     EXPECT_EQ(draw(10, 10, -1), std::string(1, '\0'));
@@ -130,7 +130,7 @@ TEST(Answers, APictureThatHasNoRoomIsNotWritten)
 
 TEST(Answers, WithoutAFileOrASizeNothingIsDrawn)
 {
-    const pdf::Descriptor picture = fileOf(std::string(400, '\0'));
+    const files::Descriptor picture = fileOf(std::string(400, '\0'));
     const auto draw = [&picture](Answers &answers, int width, int height) {
         return answer(answers, request(Request::render, 0, width, height, 1.0), picture.number());
     };
@@ -151,8 +151,8 @@ TEST(Answers, EachPictureIsWrittenWhereItIsWanted)
     Answers answers;
     open(answers);
     const std::string room(std::size_t{10} * 10 * 4, '\0');
-    const pdf::Descriptor first = fileOf(room);
-    const pdf::Descriptor second = fileOf(room);
+    const files::Descriptor first = fileOf(room);
+    const files::Descriptor second = fileOf(room);
     for (const int descriptor : {first.number(), first.number(), second.number()}) {
         ASSERT_EQ(::pwrite(descriptor, room.data(), room.size(), 0), static_cast<ssize_t>(room.size()));
         EXPECT_EQ(answer(answers, request(Request::render, 0, 10, 10, 1.0), descriptor),

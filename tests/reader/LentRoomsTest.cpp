@@ -1,6 +1,6 @@
 #include "reader/LentRooms.h"
 
-#include "pdf/PictureRooms.h"
+#include "pdf/viewing/PictureRooms.h"
 
 #include <gtest/gtest.h>
 

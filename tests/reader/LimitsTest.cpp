@@ -1,6 +1,6 @@
 #include "reader/Limits.h"
 
-#include "pdf/UnderSanitizer.h"
+#include "files/UnderSanitizer.h"
 #include "tests/reader/Child.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"
@@ -55,7 +55,7 @@ TEST(Limits, AddressesAreAGigabyte)
     const auto error = [](std::size_t size) {
         return ::mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0) == MAP_FAILED ? errno : 0;
     };
-    const int tooMuch = pdf::isUnderSanitizer ? 0 : ENOMEM; // Sanitizers need all they can get.
+    const int tooMuch = isUnderSanitizer ? 0 : ENOMEM; // Sanitizers need all they can get.
     EXPECT_EQ(limited([&] { return error(std::size_t{1} << 30U); }), (ChildEnd{tooMuch, 0}));
     EXPECT_EQ(limited([&] { return error(std::size_t{1} << 28U); }), (ChildEnd{0, 0}));
     EXPECT_EQ(inChild([&] { return error(std::size_t{1} << 30U); }), (ChildEnd{0, 0}));

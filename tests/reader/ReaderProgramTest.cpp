@@ -1,8 +1,8 @@
 // The reader as it is installed: what holds it, and that it reads inside what does.
 
-#include "pdf/PageReader.h"
-#include "pdf/ReaderProcess.h"
-#include "pdf/UnderSanitizer.h"
+#include "files/UnderSanitizer.h"
+#include "pdf/viewing/PageReader.h"
+#include "pdf/viewing/ReaderProcess.h"
 #include "reader/PopplerReader.h"
 #include "reader/Sandbox.h"
 #include "tests/reader/Child.h"
@@ -153,7 +153,7 @@ TEST(ReaderProgram, IsHeldByAFilterAndLimits)
     EXPECT_EQ(limit("Max file size"), "0");
     EXPECT_EQ(limit("Max core file size"), "0");
     EXPECT_EQ(limit("Max cpu time"), "3600");
-    EXPECT_EQ(limit("Max address space"), pdf::isUnderSanitizer ? "unlimited" : "1073741824");
+    EXPECT_EQ(limit("Max address space"), isUnderSanitizer ? "unlimited" : "1073741824");
 }
 
 TEST(ReaderProgram, HasOnlyTheFilesItIsHanded)

@@ -1,6 +1,6 @@
 #include "reader/Sandbox.h"
 
-#include "pdf/UnderSanitizer.h"
+#include "files/UnderSanitizer.h"
 #include "tests/reader/Child.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"

@@ -21,27 +21,27 @@ bool FaultyCalls::fails(const char *kind, const char *name)
 
 int FaultyCalls::openAt(int folder, const char *name, int flags, mode_t mode)
 {
-    return fails("open", name) ? -1 : FileCalls::openAt(folder, name, flags, mode);
+    return fails("open", name) ? -1 : files::FileCalls::openAt(folder, name, flags, mode);
 }
 
 ssize_t FaultyCalls::read(int descriptor, char *bytes, std::size_t count)
 {
-    return fails("read") ? -1 : FileCalls::read(descriptor, bytes, count);
+    return fails("read") ? -1 : files::FileCalls::read(descriptor, bytes, count);
 }
 
 ssize_t FaultyCalls::readAt(int descriptor, char *bytes, std::size_t count, off_t offset)
 {
-    return fails("readAt") ? -1 : FileCalls::readAt(descriptor, bytes, count, offset);
+    return fails("readAt") ? -1 : files::FileCalls::readAt(descriptor, bytes, count, offset);
 }
 
 ssize_t FaultyCalls::write(int descriptor, const char *bytes, std::size_t count)
 {
-    return fails("write") ? -1 : FileCalls::write(descriptor, bytes, count);
+    return fails("write") ? -1 : files::FileCalls::write(descriptor, bytes, count);
 }
 
 ssize_t FaultyCalls::copyRange(int from, off_t offset, int to, std::size_t count)
 {
-    return fails("copy") ? -1 : FileCalls::copyRange(from, offset, to, count);
+    return fails("copy") ? -1 : files::FileCalls::copyRange(from, offset, to, count);
 }
 
 int FaultyCalls::syncData(int /*descriptor*/)
@@ -56,23 +56,23 @@ int FaultyCalls::sync(int /*descriptor*/)
 
 int FaultyCalls::close(int descriptor)
 {
-    const int closed = FileCalls::close(descriptor);
+    const int closed = files::FileCalls::close(descriptor);
     return fails("close") ? -1 : closed;
 }
 
 int FaultyCalls::renameWithoutReplacing(int folder, const char *from, const char *to)
 {
-    return fails("rename", to) ? -1 : FileCalls::renameWithoutReplacing(folder, from, to);
+    return fails("rename", to) ? -1 : files::FileCalls::renameWithoutReplacing(folder, from, to);
 }
 
 int FaultyCalls::link(int folder, const char *from, const char *to)
 {
-    return fails("link", to) ? -1 : FileCalls::link(folder, from, to);
+    return fails("link", to) ? -1 : files::FileCalls::link(folder, from, to);
 }
 
 int FaultyCalls::unlink(int folder, const char *name)
 {
-    return fails("unlink", name) ? -1 : FileCalls::unlink(folder, name);
+    return fails("unlink", name) ? -1 : files::FileCalls::unlink(folder, name);
 }
 
 } // namespace tallyfold::tests

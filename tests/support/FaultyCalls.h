@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/FileCalls.h"
+#include "files/FileCalls.h"
 
 #include <functional>
 #include <string>
@@ -19,7 +19,7 @@ struct FileCall {
 
 /// File calls that fail where a rule says so, and are noted down. Nothing is really brought to the disk,
 /// which no test could see and many would wait for.
-class FaultyCalls final : public pdf::FileCalls {
+class FaultyCalls final : public files::FileCalls {
 public:
     /// The error number a call fails with; 0 to let it through. A failing close closes all the same.
     std::function<int(const FileCall &)> rule = [](const FileCall &) { return 0; };

@@ -1,8 +1,8 @@
 #include "tests/support/FlatCopy.h"
 
-#include "pdf/CopyWriter.h"
-#include "pdf/Document.h"
-#include "pdf/MemorySink.h"
+#include "files/MemorySink.h"
+#include "pdf/copy/CopyWriter.h"
+#include "pdf/source/Document.h"
 #include "tests/support/PdfBuilder.h"
 
 #include <cstdlib>
@@ -32,7 +32,7 @@ std::filesystem::path flatCopy(const std::filesystem::path &folder, std::string_
     writeFile(folder / "original.pdf", source);
     pdf::Document::Opened opened = pdf::Document::open(folder / "original.pdf");
     auto *document = std::get_if<std::unique_ptr<pdf::Document>>(&opened);
-    pdf::MemorySink sink;
+    files::MemorySink sink;
     bool isWritten = false;
     if (document != nullptr) {
         pdf::CopyWriter writer(**document, sink);

@@ -1,0 +1,62 @@
+#include "files/WrittenFile.h"
+
+#include <algorithm>
+#include <fcntl.h>
+
+namespace tallyfold::files {
+
+std::unique_ptr<WrittenFile> WrittenFile::open(int folder, const std::string &name, std::uint64_t size,
+                                               FileCalls &calls)
+{
+    const int descriptor = uninterrupted([&] {
+        return calls.openAt(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK, 0);
+    });
+    return descriptor < 0 ? nullptr : std::unique_ptr<WrittenFile>(new WrittenFile(descriptor, size, calls));
+}
+
+WrittenFile::WrittenFile(int descriptor, std::uint64_t size, FileCalls &calls)
+    : m_descriptor(descriptor), m_size(size), m_calls(calls)
+{
+}
+
+WrittenFile::~WrittenFile()
+{
+    static_cast<void>(m_calls.close(m_descriptor));
+}
+
+std::uint64_t WrittenFile::size() const
+{
+    return m_size;
+}
+
+bool WrittenFile::read(std::uint64_t offset, std::span<char> bytes) const
+{
+    return readUpTo(offset, bytes) == bytes.size();
+}
+
+bool WrittenFile::readEnd(std::uint64_t count, std::string &bytes) const
+{
+    const std::uint64_t length = std::min(count, m_size);
+    bytes.resize(length + 1); // Asking for one more tells whether there is more.
+    const std::size_t got = readUpTo(m_size - length, bytes);
+    bytes.resize(length);
+    return got == length;
+}
+
+std::size_t WrittenFile::readUpTo(std::uint64_t offset, std::span<char> bytes) const
+{
+    std::size_t have = 0;
+    while (have < bytes.size()) {
+        const ssize_t got = uninterrupted([&] {
+            return m_calls.readAt(m_descriptor, bytes.data() + have, bytes.size() - have,
+                                  static_cast<off_t>(offset + have));
+        });
+        if (got <= 0) {
+            break;
+        }
+        have += static_cast<std::size_t>(got);
+    }
+    return have;
+}
+
+} // namespace tallyfold::files

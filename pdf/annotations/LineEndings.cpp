@@ -1,0 +1,92 @@
+#include "pdf/annotations/LineEndings.h"
+
+#include "pdf/annotations/AnnotationStyle.h"
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <span>
+
+namespace tallyfold::pdf {
+
+namespace {
+
+enum class Shape { open, closed };
+
+/// Draws through `points`, given along the line (x away from its end, back toward its start) and across it.
+void appendShape(std::string &out, std::span<const Point> points, const Matrix &place, Shape shape,
+                 bool isFilled)
+{
+    const char *step = "m ";
+    for (const Point &point : points) {
+        const Point placed = transform(place, point);
+        appendNumbers(out, {placed.x, placed.y});
+        out.append(step);
+        step = "l ";
+    }
+    out.append(shape == Shape::open ? "S\n" : isFilled ? "b\n" : "s\n");
+}
+
+} // namespace
+
+std::string endingAt(QPDFObjectHandle endings, int index)
+{
+    QPDFObjectHandle name = endings;
+    if (endings.isArray()) {
+        name = index < endings.getArrayNItems() ? endings.getArrayItem(index) : QPDFObjectHandle::newNull();
+    }
+    return name.isName() ? name.getName() : "/None";
+}
+
+double lineEndingSize(double lineWidth)
+{
+    return 6 * std::max(lineWidth, 1.0);
+}
+
+void appendLineEnding(std::string &out, const std::string &name, Point end, Point from, double lineWidth,
+                      bool isFilled)
+{
+    const double length = std::hypot(from.x - end.x, from.y - end.y);
+    if (length == 0 || name == "/None") {
+        return;
+    }
+    const double cosine = (from.x - end.x) / length;
+    const double sine = (from.y - end.y) / length;
+    const Matrix place{cosine, sine, -sine, cosine, end.x, end.y};
+    const double size = lineEndingSize(lineWidth);
+    const double half = size / 2;
+    const auto draw = [&](std::initializer_list<Point> points, Shape shape) {
+        appendShape(out, std::span(points.begin(), points.size()), place, shape, isFilled);
+    };
+    if (name == "/OpenArrow") {
+        draw({{size, half}, {0, 0}, {size, -half}}, Shape::open);
+    } else if (name == "/ClosedArrow") {
+        draw({{size, half}, {0, 0}, {size, -half}}, Shape::closed);
+    } else if (name == "/ROpenArrow") {
+        draw({{-size, half}, {0, 0}, {-size, -half}}, Shape::open);
+    } else if (name == "/RClosedArrow") {
+        draw({{-size, half}, {0, 0}, {-size, -half}}, Shape::closed);
+    } else if (name == "/Butt") {
+        draw({{0, half}, {0, -half}}, Shape::open);
+    } else if (name == "/Slash") {
+        draw({{-half / 2, half}, {half / 2, -half}}, Shape::open);
+    } else if (name == "/Square") {
+        draw({{-half, -half}, {half, -half}, {half, half}, {-half, half}}, Shape::closed);
+    } else if (name == "/Diamond") {
+        draw({{-half, 0}, {0, -half}, {half, 0}, {0, half}}, Shape::closed);
+    } else if (name == "/Circle") {
+        constexpr double diagonal = 0.7071;
+        const double corner = half * diagonal;
+        draw({{half, 0},
+              {corner, corner},
+              {0, half},
+              {-corner, corner},
+              {-half, 0},
+              {-corner, -corner},
+              {0, -half},
+              {corner, -corner}},
+             Shape::closed);
+    }
+}
+
+} // namespace tallyfold::pdf

@@ -1,0 +1,40 @@
+#include "pdf/annotations/MarkupForm.h"
+
+#include "pdf/syntax/NumberFormat.h"
+
+#include <algorithm>
+
+namespace tallyfold::pdf {
+
+void Extent::add(double x, double y)
+{
+    m_bounds = m_isEmpty ? Rect{x, y, x, y}
+                         : Rect{std::min(m_bounds.minX, x), std::min(m_bounds.minY, y),
+                                std::max(m_bounds.maxX, x), std::max(m_bounds.maxY, y)};
+    m_isEmpty = false;
+}
+
+Rect Extent::with(double room) const
+{
+    return {m_bounds.minX - room, m_bounds.minY - room, m_bounds.maxX + room, m_bounds.maxY + room};
+}
+
+GeneratedForm markupForm(QPDFObjectHandle annotation, const std::string &content, const Rect &bounds,
+                         Blending blending)
+{
+    std::string state = "<</ExtGState<</S<</CA ";
+    const double opacity = opacityOf(annotation);
+    appendNumber(state, opacity);
+    state.append("/ca ");
+    appendNumber(state, opacity);
+    state.append(blending == Blending::multiply ? "/BM/Multiply>>>>>>" : ">>>>>>");
+    return {"/S gs " + content, bounds, {}, QPDFObjectHandle::parse(state), false};
+}
+
+std::string colorOr(QPDFObjectHandle annotation, const char *key, Paint paint, const char *otherwise)
+{
+    const std::string color = colorOperators(annotation.getKey(key), paint);
+    return color.empty() ? otherwise : color;
+}
+
+} // namespace tallyfold::pdf

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "pdf/annotations/AnnotationStyle.h"
+#include "pdf/annotations/VisibleAnnotations.h"
+#include "pdf/syntax/Geometry.h"
+
+#include <qpdf/QPDFObjectHandle.hh>
+
+#include <string>
+
+namespace tallyfold::pdf {
+
+/// Grows with the points that are drawn.
+class Extent {
+public:
+    void add(double x, double y);
+
+    /// The points with `room` around them.
+    [[nodiscard]] Rect with(double room) const;
+
+private:
+    Rect m_bounds;
+    bool m_isEmpty = true;
+};
+
+/// Whether what lies below a form shows through its colours.
+enum class Blending { normal, multiply };
+
+/// A form in page coordinates that draws `content` with the opacity of `annotation`.
+[[nodiscard]] GeneratedForm markupForm(QPDFObjectHandle annotation, const std::string &content,
+                                       const Rect &bounds, Blending blending = Blending::normal);
+
+/// The operators that choose the colour under `key` of `annotation`, or `otherwise` when it has none.
+[[nodiscard]] std::string colorOr(QPDFObjectHandle annotation, const char *key, Paint paint,
+                                  const char *otherwise);
+
+} // namespace tallyfold::pdf

@@ -1,0 +1,85 @@
+#include "pdf/copy/PageForms.h"
+
+#include "pdf/source/PageContent.h"
+#include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/Syntax.h"
+
+#include <functional>
+
+namespace tallyfold::pdf {
+
+namespace {
+
+/// Shorter resource dictionaries are not worth an object of their own.
+constexpr std::size_t shortResources = 40;
+
+} // namespace
+
+PageForms::PageForms(Document &source, ObjectCopier &copier, StreamingOutput &output)
+    : m_source(&source), m_copier(&copier), m_output(&output)
+{
+}
+
+void PageForms::appendSharedResources(std::string &entries, const QPDFObjectHandle &resources)
+{
+    QPDFObjectHandle handle = resources;
+    int number = 0;
+    if (handle.isIndirect() && handle.isDictionary()) {
+        number = m_copier->copyResources(handle);
+    } else {
+        std::string syntax;
+        m_copier->appendResources(syntax, handle);
+        if (syntax.size() <= shortResources) {
+            entries.append("/Resources").append(syntax);
+            return;
+        }
+        // Many writers repeat the same dictionary on every page, and all pages may inherit one.
+        int &known = m_resources[syntax];
+        if (known == 0) {
+            known = m_output->reserve();
+            m_output->writeObject(known, syntax);
+        }
+        number = known;
+    }
+    entries.append("/Resources ");
+    appendInteger(entries, number);
+    entries.append(" 0 R");
+}
+
+int PageForms::formFor(const SourcePage &page, const PageGeometry &geometry)
+{
+    std::string entries = "/Type/XObject/Subtype/Form/BBox";
+    appendRect(entries, geometry.visibleBox);
+    const Matrix matrix = geometry.toUpright();
+    if (matrix != Matrix{}) {
+        entries.append("/Matrix[");
+        appendMatrix(entries, matrix);
+        entries.push_back(']');
+    }
+    appendSharedResources(entries, page.resources);
+
+    const std::vector<QPDFObjectHandle> streams =
+        contentStreams(*m_source, QPDFObjectHandle(page.dictionary).getKey("/Contents"));
+    std::string identity = entries;
+    for (const QPDFObjectHandle &stream : streams) {
+        identity.push_back(' ');
+        appendInteger(identity, stream.getObjGen().getObj());
+    }
+    const auto [place, isNew] = m_forms.try_emplace(std::hash<std::string>{}(identity), 0);
+    if (!isNew) {
+        return place->second;
+    }
+    place->second = m_output->reserve();
+    if (streams.size() == 1) {
+        m_copier->appendStreamEntries(entries, streams.front(), ObjectCopier::StreamEntries::encodingOnly);
+        m_copier->writeStreamData(place->second, entries, streams.front());
+    } else {
+        m_output->writeStream(place->second, entries, joinedContent(streams));
+    }
+    for (const QPDFObjectHandle &stream : streams) {
+        m_source->release(stream);
+    }
+    return place->second;
+}
+
+} // namespace tallyfold::pdf

@@ -1,0 +1,96 @@
+#include "pdf/source/PageTree.h"
+
+#include "pdf/source/Document.h"
+
+#include <utility>
+
+namespace tallyfold::pdf {
+
+namespace {
+
+/// `inherited`, with what `dictionary` says itself in its place.
+SourcePage withOwnAttributes(const QPDFObjectHandle &dictionary, SourcePage inherited)
+{
+    QPDFObjectHandle source = dictionary;
+    const auto take = [&source](const char *key, QPDFObjectHandle &attribute) {
+        QPDFObjectHandle own = source.getKey(key);
+        if (!own.isNull()) {
+            attribute = own;
+        }
+    };
+    take("/Resources", inherited.resources);
+    take("/MediaBox", inherited.mediaBox);
+    take("/CropBox", inherited.cropBox);
+    take("/Rotate", inherited.rotate);
+    inherited.dictionary = dictionary;
+    return inherited;
+}
+
+/// The root of the tree that `node` is in: some catalogs name the first page, or a node, instead.
+QPDFObjectHandle topmost(QPDFObjectHandle node)
+{
+    std::set<QPDFObjGen> visited;
+    while (node.isDictionary() && node.getKey("/Parent").isDictionary() &&
+           visited.insert(node.getObjGen()).second) {
+        node = node.getKey("/Parent");
+    }
+    return node;
+}
+
+} // namespace
+
+PageTree::PageTree(Document &document) : m_document(&document)
+{
+    QPDFObjectHandle root = document.parsed().getRoot();
+    const QPDFObjectHandle null = QPDFObjectHandle::newNull();
+    const SourcePage nothing{null, null, null, null, null};
+    QPDFObjectHandle pages = topmost(root.getKey("/Pages"));
+    if (!pages.isDictionary()) {
+        return;
+    }
+    if (pages.getKey("/Kids").isArray()) {
+        // What it counts is not believed, but no viewer shows a page of a tree that does not count at all.
+        if (pages.getKey("/Count").isNumber()) {
+            enter(pages, nothing);
+        }
+    } else if (pages.isDictionaryOfType("/Page")) { // Seen in the wild: a catalog that names its only page.
+        m_onlyPage = withOwnAttributes(pages, nothing);
+    }
+}
+
+void PageTree::enter(const QPDFObjectHandle &node, const SourcePage &inherited)
+{
+    if (QPDFObjectHandle(node).isIndirect() && !m_visited.insert(node.getObjGen()).second) {
+        return;
+    }
+    QPDFObjectHandle kids = QPDFObjectHandle(node).getKey("/Kids");
+    m_path.push_back({kids, kids.getArrayNItems(), 0, withOwnAttributes(node, inherited)});
+}
+
+std::optional<SourcePage> PageTree::next()
+{
+    if (m_onlyPage) {
+        return std::exchange(m_onlyPage, std::nullopt);
+    }
+    while (!m_path.empty() && m_pages < maximumPages) {
+        Node &node = m_path.back();
+        if (node.index == node.count) {
+            m_path.pop_back();
+            continue;
+        }
+        QPDFObjectHandle kid = m_document->fetch(node.kids.getArrayItem(node.index++));
+        if (!kid.isDictionary()) { // Viewers count a lost page, and so must its neighbours' numbers.
+            kid = QPDFObjectHandle::newDictionary();
+        }
+        if (kid.getKey("/Kids").isArray()) {
+            const SourcePage inherited = node.inherited;
+            enter(kid, inherited);
+            continue;
+        }
+        ++m_pages;
+        return withOwnAttributes(kid, node.inherited);
+    }
+    return std::nullopt;
+}
+
+} // namespace tallyfold::pdf

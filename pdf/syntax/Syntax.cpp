@@ -1,0 +1,81 @@
+#include "pdf/syntax/Syntax.h"
+
+#include "pdf/syntax/NumberFormat.h"
+
+#include <cctype>
+
+namespace tallyfold::pdf {
+
+namespace {
+
+/// Boxes come back as they were given, to a millionth of a point.
+constexpr int boxDecimals = 6;
+
+bool isRegular(char ch)
+{
+    return ch > ' ' && ch < '\x7f' && std::string_view("#()<>[]{}/%").find(ch) == std::string_view::npos;
+}
+
+bool isHexDigit(char ch)
+{
+    return std::isxdigit(static_cast<unsigned char>(ch)) != 0;
+}
+
+/// How the parser gives a "#" in a name that no two hexadecimal digits follow. Viewers take it as it stands,
+/// and content that uses the name writes it so.
+constexpr char strayNumberSign = '\0';
+
+void appendEscaped(std::string &out, char ch)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    const auto byte = static_cast<unsigned char>(ch);
+    out.push_back('#');
+    out.push_back(digits[byte >> 4U]);
+    out.push_back(digits[byte & 0xfU]);
+}
+
+} // namespace
+
+void appendName(std::string &out, std::string_view name)
+{
+    out.push_back('/');
+    name.remove_prefix(name.empty() ? 0 : 1);
+    while (!name.empty()) {
+        const char ch = name.front();
+        name.remove_prefix(1);
+        if (ch == strayNumberSign) {
+            out.push_back('#');
+            // Two digits here were not plain in the source, or the sign would not have been a stray one.
+            if (name.size() >= 2 && isHexDigit(name[0]) && isHexDigit(name[1])) {
+                appendEscaped(out, name.front());
+                name.remove_prefix(1);
+            }
+        } else if (isRegular(ch)) {
+            out.push_back(ch);
+        } else {
+            appendEscaped(out, ch);
+        }
+    }
+}
+
+void appendRect(std::string &out, const Rect &rect)
+{
+    out.push_back('[');
+    appendNumber(out, rect.minX, boxDecimals);
+    for (const double value : {rect.minY, rect.maxX, rect.maxY}) {
+        out.push_back(' ');
+        appendNumber(out, value, boxDecimals);
+    }
+    out.push_back(']');
+}
+
+void appendMatrix(std::string &out, const Matrix &matrix)
+{
+    appendNumber(out, matrix.a, boxDecimals);
+    for (const double value : {matrix.b, matrix.c, matrix.d, matrix.e, matrix.f}) {
+        out.push_back(' ');
+        appendNumber(out, value, boxDecimals);
+    }
+}
+
+} // namespace tallyfold::pdf

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "pdf/syntax/Geometry.h"
+
+#include <string>
+#include <string_view>
+
+namespace tallyfold::pdf {
+
+/// Appends a name as it is written in a file; `name` begins with its slash and is otherwise plain
+/// (PDF 1.7, 7.3.5: other than regular characters are written as # and two digits).
+void appendName(std::string &out, std::string_view name);
+
+/// Appends "[minX minY maxX maxY]".
+void appendRect(std::string &out, const Rect &rect);
+
+/// Appends the six numbers of `matrix`, separated by spaces.
+void appendMatrix(std::string &out, const Matrix &matrix);
+
+} // namespace tallyfold::pdf

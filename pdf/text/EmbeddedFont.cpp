@@ -1,0 +1,217 @@
+#include "pdf/text/EmbeddedFont.h"
+
+#include "pdf/syntax/Deflater.h"
+#include "pdf/syntax/NumberFormat.h"
+#include "pdf/text/CharacterMaps.h"
+#include "pdf/text/FontProgram.h"
+#include "pdf/text/RecentResults.h"
+#include "pdf/text/TextOperators.h"
+
+#include <QCryptographicHash>
+
+#include <algorithm>
+#include <harfbuzz/hb.h>
+#include <set>
+
+namespace tallyfold::pdf {
+
+namespace {
+
+/// Widths in the file, in thousandths of the font size.
+constexpr int widthDecimals = 3;
+
+/// Six capitals that tell subsets of one font apart (PDF 1.7, 9.6.4), the same for the same subset.
+std::string subsetTag(const FontProgram &program)
+{
+    const QByteArray digest = QCryptographicHash::hash(
+        QByteArrayView(program.bytes.data(), static_cast<qsizetype>(program.bytes.size())),
+        QCryptographicHash::Md5);
+    std::string tag;
+    for (int index = 0; index < 6; ++index) {
+        tag.push_back(static_cast<char>('A' + static_cast<unsigned char>(digest[index]) % 26));
+    }
+    return tag;
+}
+
+void appendReference(std::string &out, int number)
+{
+    appendInteger(out, number);
+    out.append(" 0 R");
+}
+
+void appendRounded(std::string &out, double value)
+{
+    appendNumber(out, value, 0);
+}
+
+int writeProgram(OutputObjects &objects, const FontProgram &program, bool isCff)
+{
+    const int number = objects.reserve();
+    std::string entries = "/Filter/FlateDecode";
+    if (isCff) {
+        entries.append("/Subtype/CIDFontType0C");
+    } else {
+        entries.append("/Length1 ");
+        appendInteger(entries, static_cast<std::int64_t>(program.length));
+    }
+    objects.writeEncodedStream(number, entries, program.bytes);
+    return number;
+}
+
+/// `program` is the font's object number, or 0 for a font that could be shaped with and yet not be cut: its
+/// text is still there to be found.
+int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::string &name, int program)
+{
+    const bool isCff = face.outlines() == FontFace::Outlines::cff;
+    // The characters are not those of a standard Latin set (PDF 1.7, 9.8.2).
+    constexpr int symbolic = 4;
+    constexpr int fixedPitch = 1;
+    std::string syntax = "<</Type/FontDescriptor/FontName/" + name + "/Flags ";
+    appendInteger(syntax, symbolic + (face.isFixedPitch() ? fixedPitch : 0));
+    const FontFace::Box box = face.box();
+    syntax.append("/FontBBox[");
+    for (const double side : {box.left, box.bottom, box.right, box.top}) {
+        appendRounded(syntax, side);
+        syntax.push_back(' ');
+    }
+    syntax.back() = ']';
+    syntax.append("/ItalicAngle ");
+    appendNumber(syntax, face.italicAngle(), 1);
+    syntax.append("/Ascent ");
+    appendRounded(syntax, face.ascent());
+    syntax.append("/Descent ");
+    appendRounded(syntax, -face.descent());
+    syntax.append("/CapHeight ");
+    appendRounded(syntax, face.capHeight());
+    syntax.append("/StemV 80"); // Only for finding a substitute, and the font is in the file.
+    if (program != 0) {
+        syntax.append(isCff ? "/FontFile3 " : "/FontFile2 ");
+        appendReference(syntax, program);
+    }
+    const int number = objects.reserve();
+    objects.writeObject(number, syntax + ">>");
+    return number;
+}
+
+/// Writes a character map, compressed once for all the files that have the same; gives its number.
+int writeMap(OutputObjects &objects, std::string_view entries, const std::string &map)
+{
+    static RecentResults<std::string, std::string> maps;
+    const std::string compressed =
+        maps.valueFor(map, [&map] { return std::string(Deflater().compress(map)); });
+    const int number = objects.reserve();
+    objects.writeEncodedStream(number, std::string(entries) + "/Filter/FlateDecode", compressed);
+    return number;
+}
+
+/// Widths by CID as `/W` has them (PDF 1.7, 9.7.4.3).
+std::string widthTable(const std::map<std::uint16_t, double> &widths)
+{
+    std::string table = "[";
+    int last = -2;
+    for (const auto &[cid, width] : widths) {
+        if (cid == last + 1) {
+            table.push_back(' ');
+        } else {
+            table.append(last < 0 ? "" : "]");
+            appendInteger(table, cid);
+            table.push_back('[');
+        }
+        appendNumber(table, width, widthDecimals);
+        last = cid;
+    }
+    return table + (widths.empty() ? "]" : "]]");
+}
+
+} // namespace
+
+EmbeddedFont::EmbeddedFont(std::shared_ptr<const FontFace> face) : m_face(std::move(face)) {}
+
+const FontFace &EmbeddedFont::face() const
+{
+    return *m_face;
+}
+
+const EmbeddedFont::Place &EmbeddedFont::add(std::uint32_t glyph, const std::u16string &text)
+{
+    const auto [known, isNew] = m_places.try_emplace({glyph, text});
+    if (isNew) {
+        const std::uint16_t layerNumber = m_layersOfGlyph[glyph]++;
+        if (m_layers.size() <= layerNumber) {
+            m_layers.emplace_back();
+        }
+        Layer &layer = m_layers[layerNumber];
+        layer.glyphs.push_back(glyph);
+        layer.texts.push_back(text);
+        // A layer has no more codes than the font has glyphs, which are at most 65,535.
+        known->second = {layerNumber, static_cast<std::uint16_t>(layer.glyphs.size()),
+                         m_face->advance(glyph)};
+    }
+    return known->second;
+}
+
+const EmbeddedFont::Place &EmbeddedFont::placeOf(std::uint32_t glyph, const std::u16string &text)
+{
+    const bool isDigit = text.size() == 1 && text.front() >= u'0' && text.front() <= u'9';
+    if (isDigit && !m_hasDigits) {
+        m_hasDigits = true;
+        for (char16_t digit = u'0'; digit <= u'9'; ++digit) {
+            hb_codepoint_t nominal = 0;
+            if (hb_font_get_nominal_glyph(m_face->font(), digit, &nominal) != 0) {
+                add(nominal, std::u16string(1, digit));
+            }
+        }
+    }
+    return add(glyph, text);
+}
+
+void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, std::string &resources) const
+{
+    std::set<std::uint32_t> wanted;
+    for (const Layer &layer : m_layers) {
+        wanted.insert(layer.glyphs.begin(), layer.glyphs.end());
+    }
+    const std::vector<std::uint32_t> glyphs(wanted.begin(), wanted.end());
+    const std::shared_ptr<const FontProgram> program = subset(m_face, glyphs);
+    std::map<std::uint32_t, std::uint16_t> cids;
+    std::map<std::uint16_t, double> widths;
+    for (std::size_t index = 0; program && index < glyphs.size(); ++index) {
+        cids[glyphs[index]] = program->cids[index];
+        widths[program->cids[index]] = m_face->advance(glyphs[index]);
+    }
+    const bool isCff = m_face->outlines() == FontFace::Outlines::cff;
+    const std::string name = (program ? subsetTag(*program) + "+" : std::string()) + m_face->postScriptName();
+
+    const int programNumber = program ? writeProgram(objects, *program, isCff) : 0;
+    const int descriptor = writeDescriptor(objects, *m_face, name, programNumber);
+    const int descendant = objects.reserve();
+    std::string cidFont =
+        isCff ? "<</Type/Font/Subtype/CIDFontType0/BaseFont/" : "<</Type/Font/Subtype/CIDFontType2/BaseFont/";
+    cidFont.append(name).append(
+        "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/FontDescriptor ");
+    appendReference(cidFont, descriptor);
+    cidFont.append(isCff ? "/W" : "/CIDToGIDMap/Identity/W").append(widthTable(widths)).append(">>");
+    objects.writeObject(descendant, cidFont);
+
+    for (std::size_t index = 0; index < m_layers.size(); ++index) {
+        std::vector<std::uint16_t> layerCids;
+        for (const std::uint32_t glyph : m_layers[index].glyphs) {
+            layerCids.push_back(cids[glyph]);
+        }
+        const int encoding = writeMap(objects, encodingEntries(), encodingMap(layerCids));
+        const int toUnicode = writeMap(objects, {}, toUnicodeMap(m_layers[index].texts));
+        const int number = objects.reserve();
+        std::string syntax = "<</Type/Font/Subtype/Type0/BaseFont/" + name + "/Encoding ";
+        appendReference(syntax, encoding);
+        syntax.append("/DescendantFonts[");
+        appendReference(syntax, descendant);
+        syntax.append("]/ToUnicode ");
+        appendReference(syntax, toUnicode);
+        objects.writeObject(number, syntax + ">>");
+
+        resources.append("/").append(fontResourceName(ownNumber, index)).push_back(' ');
+        appendReference(resources, number);
+    }
+}
+
+} // namespace tallyfold::pdf

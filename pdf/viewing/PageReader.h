@@ -1,0 +1,51 @@
+#pragma once
+
+#include "pdf/syntax/Geometry.h"
+#include "pdf/viewing/Bitmap.h"
+
+#include <QString>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <span>
+#include <stop_token>
+#include <vector>
+
+namespace tallyfold::pdf {
+
+/// What can be seen on the pages of a PDF: their text and their picture. Behind an interface because it runs
+/// on files of any origin, in a process of its own. Nothing here throws.
+class PageReader {
+public:
+    virtual ~PageReader() = default;
+
+    /// A reader of the file at `path`, or of a file in memory; null when it cannot be read or needs a
+    /// password. Once a stop is requested, on any thread, a file in memory has no answers any more, and none
+    /// is waited for.
+    [[nodiscard]] static std::unique_ptr<PageReader> open(const std::filesystem::path &path);
+    [[nodiscard]] static std::unique_ptr<PageReader> open(std::vector<char> bytes,
+                                                          const std::stop_token &givenUp = {});
+
+    /// Number of pages.
+    [[nodiscard]] virtual int pageCount() const = 0;
+
+    /// The crop box of the page as far as its media box reaches, in its own coordinates; nothing when there
+    /// is no such page.
+    [[nodiscard]] virtual std::optional<Rect> cropBox(int pageIndex) = 0;
+
+    /// The size of the page's media box in points; nothing when there is no such page.
+    [[nodiscard]] virtual std::optional<Size> mediaSize(int pageIndex) = 0;
+
+    /// For each of `areas`, in the page's own coordinates however it is turned, the text of the glyphs that
+    /// lie in it with the middle of their box: the words of a line with spaces between them, lines joined by
+    /// line feeds. Only what lies within the crop box is read. Empty where the page cannot be read.
+    [[nodiscard]] virtual std::vector<QString> textIn(int pageIndex, std::span<const Rect> areas) = 0;
+
+    /// The page on white paper, `scale` pixels to the point, `width` by `height` pixels from its upper left
+    /// corner. Nothing when there is no such page or no such picture can be made.
+    [[nodiscard]] virtual std::optional<Bitmap> render(int pageIndex, int width, int height,
+                                                       double scale) = 0;
+};
+
+} // namespace tallyfold::pdf

@@ -1,0 +1,169 @@
+#include "pdf/viewing/ReaderProcess.h"
+
+#include "pdf/viewing/ReaderMessages.h"
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <mutex>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+extern char **environ;
+
+namespace tallyfold::pdf {
+
+namespace {
+
+constexpr std::size_t mostKept = 2;
+constexpr const char *readerName = "tallyfold-reader";
+
+std::mutex keptMutex;
+
+std::vector<std::unique_ptr<ReaderProcess>> &kept()
+{
+    static std::vector<std::unique_ptr<ReaderProcess>> processes;
+    return processes;
+}
+
+} // namespace
+
+ReaderProcess::Program ReaderProcess::Program::of(const std::filesystem::path &program)
+{
+    const std::filesystem::path folder = program.parent_path();
+    const std::filesystem::path beside = folder / readerName;
+    std::error_code error;
+    const bool isBeside = std::filesystem::exists(beside, error);
+    return {isBeside ? beside : (folder / TALLYFOLD_READER_FROM_PROGRAM / readerName).lexically_normal(),
+            std::chrono::seconds(5)};
+}
+
+ReaderProcess::Program ReaderProcess::Program::installed()
+{
+    std::error_code error;
+    return of(std::filesystem::read_symlink("/proc/self/exe", error));
+}
+
+ReaderProcess::ReaderProcess(Program program) : m_program(std::move(program)) {}
+
+std::unique_ptr<ReaderProcess> ReaderProcess::borrow()
+{
+    const std::scoped_lock lock(keptMutex);
+    while (!kept().empty()) {
+        std::unique_ptr<ReaderProcess> process = std::move(kept().back());
+        kept().pop_back();
+        if (process->isWaiting()) {
+            return process;
+        }
+    }
+    return std::make_unique<ReaderProcess>();
+}
+
+void ReaderProcess::giveBack(std::unique_ptr<ReaderProcess> process)
+{
+    const std::scoped_lock lock(keptMutex);
+    if (kept().size() < mostKept && process->m_socket.isOpen()) {
+        kept().push_back(std::move(process));
+    }
+}
+
+ReaderProcess::~ReaderProcess()
+{
+    stop();
+}
+
+bool ReaderProcess::isWaiting() const
+{
+    pollfd end{m_socket.number(), POLLIN, 0};
+    return m_socket.isOpen() && ::poll(&end, 1, 0) == 0;
+}
+
+bool ReaderProcess::start()
+{
+    std::array<int, 2> sockets{};
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
+        return false;
+    }
+    files::Descriptor own(sockets[0]);
+    const files::Descriptor childs(sockets[1]);
+    // The child's end becomes its standard input; what it may print goes nowhere.
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, childs.number(), STDIN_FILENO);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    // What else is open here is none of its business.
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+    // Ctrl-C in a terminal is for the program: it ends its reader itself.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+    std::string path = m_program.path.native();
+    std::array<char *, 2> arguments{path.data(), nullptr};
+    const int error =
+        ::posix_spawn(&m_process, path.c_str(), &actions, &attributes, arguments.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) {
+        m_process = -1;
+        return false;
+    }
+    m_socket = std::move(own);
+    return true;
+}
+
+std::shared_ptr<PictureRoom> ReaderProcess::roomFor(std::size_t size)
+{
+    return m_rooms.lend(size);
+}
+
+void ReaderProcess::stop()
+{
+    m_rooms.startAnew(); // The next process has nothing to do with this one.
+    m_socket = files::Descriptor();
+    if (m_process > 0) {
+        ::kill(m_process, SIGKILL);
+        while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        m_process = -1;
+    }
+}
+
+bool ReaderProcess::ask(std::string_view request, int descriptor, std::string &answer,
+                        const std::stop_token &givenUp)
+{
+    if (givenUp.stop_requested() || (!m_socket.isOpen() && !start())) {
+        return false;
+    }
+    if (converse(request, descriptor, answer, givenUp)) {
+        return true;
+    }
+    stop();
+    return false;
+}
+
+bool ReaderProcess::converse(std::string_view request, int descriptor, std::string &answer,
+                             const std::stop_token &givenUp)
+{
+    // Its number is its own for as long as this waits: only `stop` lets the system give it to another.
+    const std::stop_callback end(givenUp, [process = m_process] { ::kill(process, SIGKILL); });
+    int sent = -1;
+    const auto deadline = std::chrono::steady_clock::now() + m_program.longestAnswer;
+    if (!ReaderMessages::send(m_socket.number(), request, descriptor) ||
+        !ReaderMessages::receive(m_socket.number(), answer, sent, deadline)) {
+        return false;
+    }
+    const files::Descriptor unwanted(sent);
+    return true;
+}
+
+} // namespace tallyfold::pdf
