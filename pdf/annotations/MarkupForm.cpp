@@ -1,6 +1,6 @@
 #include "pdf/annotations/MarkupForm.h"
 
-#include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/DictionaryWriter.h"
 
 #include <algorithm>
 
@@ -22,13 +22,19 @@ Rect Extent::with(double room) const
 GeneratedForm markupForm(QPDFObjectHandle annotation, const std::string &content, const Rect &bounds,
                          Blending blending)
 {
-    std::string state = "<</ExtGState<</S<</CA ";
-    const double opacity = opacityOf(annotation);
-    appendNumber(state, opacity);
-    state.append("/ca ");
-    appendNumber(state, opacity);
-    state.append(blending == Blending::multiply ? "/BM/Multiply>>>>>>" : ">>>>>>");
-    return {"/S gs " + content, bounds, {}, QPDFObjectHandle::parse(state), false};
+    std::string syntax;
+    {
+        DictionaryWriter resources(syntax);
+        DictionaryWriter states = resources.dictionary("/ExtGState");
+        DictionaryWriter state = states.dictionary("/S");
+        const double opacity = opacityOf(annotation);
+        state.number("/CA", opacity);
+        state.number("/ca", opacity);
+        if (blending == Blending::multiply) {
+            state.name("/BM", "/Multiply");
+        }
+    }
+    return {"/S gs " + content, bounds, {}, QPDFObjectHandle::parse(syntax), false};
 }
 
 std::string colorOr(QPDFObjectHandle annotation, const char *key, Paint paint, const char *otherwise)

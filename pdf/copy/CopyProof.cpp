@@ -1,5 +1,7 @@
 #include "pdf/copy/CopyProof.h"
 
+#include "pdf/syntax/Spelling.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -9,22 +11,23 @@ namespace tallyfold::pdf {
 
 namespace {
 
+using spelling::compressed;
+using spelling::dataEnd;
+using spelling::dataStart;
+using spelling::objectStart;
+using spelling::referenceEnd;
+using spelling::rowLength;
+
 /// Of a small copy, all that is looked at lies in it, so that it is read in one call.
 constexpr std::uint64_t endSize = 16 * 1024;
 /// Enough for the entries of a cross-reference or object stream, and for the beginning of any object.
 constexpr std::uint64_t headSize = 512;
 /// More than `StreamingOutput` puts into one object stream, unpacked.
 constexpr std::size_t largestObjectStream = 256 * 1024;
-constexpr std::size_t rowLength = 8;
 /// What Flate makes of one byte at most.
 constexpr std::uint64_t largestExpansion = 1032;
 /// A tree this deep has more pages than a file can hold.
 constexpr int deepestTree = 10;
-
-constexpr std::string_view objectStart = " 0 obj\n";
-constexpr std::string_view dataStart = ">>stream\n";
-constexpr std::string_view dataEnd = "\nendstream\nendobj\n";
-constexpr std::string_view compressed = "/Filter/FlateDecode";
 
 /// The first column of a cross-reference.
 constexpr std::uint64_t inFile = 1;
@@ -59,7 +62,7 @@ public:
     std::optional<std::uint64_t> reference()
     {
         const auto value = number();
-        return value && take(" 0 R") ? value : std::nullopt;
+        return value && take(referenceEnd) ? value : std::nullopt;
     }
 
     [[nodiscard]] std::string_view rest() const
@@ -206,7 +209,11 @@ std::optional<std::uint64_t> CopyProof::readCrossReferences()
         return std::nullopt;
     }
     const auto stream = streamAt(*start);
-    if (!stream || stream->end != m_endStart + place || !stream->entries.starts_with("/Type/XRef/W[1 5 2]")) {
+    if (!stream || stream->end != m_endStart + place) {
+        return std::nullopt;
+    }
+    Cursor entries(stream->entries);
+    if (!entries.take("/Type/XRef/W") || !entries.take(spelling::columnWidths)) {
         return std::nullopt;
     }
     // It is the last object that was written, and has a row itself.

@@ -1,6 +1,7 @@
 #include "pdf/copy/CopyWriter.h"
 
 #include "pdf/copy/OptionalContent.h"
+#include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/NumberFormat.h"
 #include "pdf/syntax/Syntax.h"
 
@@ -10,19 +11,19 @@ namespace tallyfold::pdf {
 
 namespace {
 
-void appendReference(std::string &out, std::string_view key, int number)
+/// "/A0" and so on: names of what a page draws besides its form.
+std::string numbered(std::string_view prefix, std::size_t number)
 {
-    out.append(key);
-    out.push_back(' ');
-    appendInteger(out, number);
-    out.append(" 0 R");
+    std::string name(prefix);
+    appendInteger(name, static_cast<std::int64_t>(number));
+    return name;
 }
 
-/// " /A0" and so on: names of what a page draws besides its form.
-void appendNumbered(std::string &out, std::string_view prefix, std::size_t number)
+void writeHeadOfForm(EntryWriter &entries, const Rect &box)
 {
-    out.append(prefix);
-    appendInteger(out, static_cast<std::int64_t>(number));
+    entries.name("/Type", "/XObject");
+    entries.name("/Subtype", "/Form");
+    entries.rect("/BBox", box);
 }
 
 } // namespace
@@ -80,10 +81,10 @@ CopyWriter::Step CopyWriter::endPageUnchecked(std::string_view overlay)
 {
     const int form = m_forms.formFor(m_page, m_geometry);
     m_content.assign("/P Do\n");
-    std::string objects;
-    std::string properties;
-    appendReference(objects, "/P", form);
-    appendAnnotations(m_content, objects, properties);
+    m_objects.clear();
+    m_properties.clear();
+    EntryWriter(m_objects).reference("/P", form);
+    drawAnnotations();
     if (!overlay.empty()) {
         m_content.append("q ");
         if (m_geometry.userUnit != 1) {
@@ -92,48 +93,56 @@ CopyWriter::Step CopyWriter::endPageUnchecked(std::string_view overlay)
         }
         m_content.append(overlay).append("Q\n");
         if (m_overlayForm != 0) {
-            appendReference(objects, "/F", m_overlayForm);
+            EntryWriter(m_objects).reference("/F", m_overlayForm);
         }
     }
     const int content = m_output.reserve();
     m_output.writeStream(content, {}, m_content);
 
     const int number = m_output.reserve();
-    std::string page = "<</Type/Page";
-    appendReference(page, "/Parent", m_tree.add(number));
-    page.append("/MediaBox");
-    const Size size = m_geometry.uprightSize();
-    appendRect(page, {0, 0, size.width, size.height});
-    appendReference(page, "/Contents", content);
-    page.append("/Resources<</XObject<<").append(objects).append(">>");
-    if (m_fonts.isUsed()) {
-        appendReference(page, "/Font", m_fonts.resources());
-    }
-    if (m_overlayState != 0) {
-        appendReference(page, "/ExtGState<</G", m_overlayState);
-        page.append(">>");
-    }
-    if (!properties.empty()) {
-        page.append("/Properties<<").append(properties).append(">>");
-    }
-    page.append(">>");
-    QPDFObjectHandle group = m_page.dictionary.getKey("/Group");
-    if (group.isDictionary()) {
-        page.append("/Group");
-        m_copier.append(page, group);
-    }
-    if (m_geometry.userUnit != 1) {
-        page.append("/UserUnit ");
-        appendNumber(page, m_geometry.userUnit, 6);
-    }
-    page.append(">>");
-    m_output.writeObject(number, page);
+    std::string syntax;
+    writePage(syntax, m_tree.add(number), content);
+    m_output.writeObject(number, syntax);
     m_copier.drain();
     m_source->release(m_page.dictionary);
     return m_output.hasFailed() ? Step::cannotWrite : Step::done;
 }
 
-void CopyWriter::appendAnnotations(std::string &content, std::string &objects, std::string &properties)
+void CopyWriter::writePage(std::string &out, int parent, int content)
+{
+    DictionaryWriter page(out);
+    page.name("/Type", "/Page");
+    page.reference("/Parent", parent);
+    const Size size = m_geometry.uprightSize();
+    page.rect("/MediaBox", {0, 0, size.width, size.height});
+    page.reference("/Contents", content);
+    writeResources(page);
+    QPDFObjectHandle group = m_page.dictionary.getKey("/Group");
+    if (group.isDictionary()) {
+        page.key("/Group");
+        m_copier.append(out, group);
+    }
+    if (m_geometry.userUnit != 1) {
+        page.number("/UserUnit", m_geometry.userUnit, 6);
+    }
+}
+
+void CopyWriter::writeResources(EntryWriter &page)
+{
+    DictionaryWriter resources = page.dictionary("/Resources");
+    resources.dictionary("/XObject").out().append(m_objects);
+    if (m_fonts.isUsed()) {
+        resources.reference("/Font", m_fonts.resources());
+    }
+    if (m_overlayState != 0) {
+        resources.dictionary("/ExtGState").reference("/G", m_overlayState);
+    }
+    if (!m_properties.empty()) {
+        resources.dictionary("/Properties").out().append(m_properties);
+    }
+}
+
+void CopyWriter::drawAnnotations()
 {
     if (!m_page.dictionary.getKey("/Annots").isArray()) {
         return;
@@ -144,58 +153,55 @@ void CopyWriter::appendAnnotations(std::string &content, std::string &objects, s
         if (const auto *existing = std::get_if<QPDFObjectHandle>(&appearance.form)) {
             form = m_copier.copyForm(*existing, m_page.resources);
         } else {
-            const auto &generated = std::get<GeneratedForm>(appearance.form);
-            std::string entries = "/Type/XObject/Subtype/Form/BBox";
-            appendRect(entries, generated.boundingBox);
-            entries.append("/Matrix[");
-            appendMatrix(entries, generated.matrix);
-            entries.append("]/Resources");
-            appendGeneratedResources(entries, generated);
-            form = m_output.reserve();
-            m_output.writeStream(form, entries, generated.content);
+            form = writeGenerated(std::get<GeneratedForm>(appearance.form));
         }
-        appendNumbered(objects, "/A", number);
-        appendReference(objects, {}, form);
+        const std::string name = numbered("/A", number);
+        EntryWriter(m_objects).reference(name, form);
 
         const bool isLayered = !QPDFObjectHandle(appearance.optionalContent).isNull();
         if (isLayered) {
-            appendNumbered(properties, "/O", number);
-            properties.push_back(' ');
-            m_copier.append(properties, appearance.optionalContent);
-            content.append("/OC ");
-            appendNumbered(content, "/O", number);
-            content.append(" BDC ");
+            const std::string layer = numbered("/O", number);
+            m_properties.append(layer).push_back(' ');
+            m_copier.append(m_properties, appearance.optionalContent);
+            m_content.append("/OC ").append(layer).append(" BDC ");
         }
-        content.append("q ");
-        appendMatrix(content, concatenate(appearance.placement, m_geometry.toUpright()));
-        content.append(" cm ");
-        appendNumbered(content, "/A", number);
-        content.append(isLayered ? " Do Q EMC\n" : " Do Q\n");
+        m_content.append("q ");
+        appendMatrix(m_content, concatenate(appearance.placement, m_geometry.toUpright()));
+        m_content.append(" cm ").append(name).append(isLayered ? " Do Q EMC\n" : " Do Q\n");
         ++number;
     };
     drawVisibleAnnotations(m_page.dictionary, m_acroForm, m_geometry.rotation, m_fonts, draw);
 }
 
-void CopyWriter::appendGeneratedResources(std::string &entries, const GeneratedForm &form)
+int CopyWriter::writeGenerated(const GeneratedForm &form)
 {
-    std::string own;
-    m_copier.appendResources(own, form.resources);
-    if (form.usesTextFonts) {
-        own.resize(own.size() - std::string_view(">>").size());
-        appendReference(own, "/Font", m_fonts.resources());
-        own.append(">>");
+    std::string syntax;
+    EntryWriter entries(syntax);
+    writeHeadOfForm(entries, form.boundingBox);
+    entries.matrix("/Matrix", form.matrix);
+    {
+        DictionaryWriter resources = entries.dictionary("/Resources");
+        m_copier.appendResourceEntries(syntax, form.resources);
+        if (form.usesTextFonts) {
+            resources.reference("/Font", m_fonts.resources());
+        }
     }
-    entries.append(own);
+    const int number = m_output.reserve();
+    m_output.writeStream(number, syntax, form.content);
+    return number;
 }
 
 std::string_view CopyWriter::overlayState(double alpha)
 {
     if (m_overlayState == 0) {
         m_overlayState = m_output.reserve();
-        std::string state = "<</Type/ExtGState/ca ";
-        appendNumber(state, alpha);
-        state.append(">>");
-        m_output.writeObject(m_overlayState, state);
+        std::string syntax;
+        {
+            DictionaryWriter state(syntax);
+            state.name("/Type", "/ExtGState");
+            state.number("/ca", alpha);
+        }
+        m_output.writeObject(m_overlayState, syntax);
     }
     return "/G";
 }
@@ -204,12 +210,11 @@ std::string_view CopyWriter::overlayForm(const Rect &box, std::string_view conte
 {
     if (m_overlayForm == 0) {
         m_overlayForm = m_output.reserve();
-        std::string entries = "/Type/XObject/Subtype/Form/BBox";
-        appendRect(entries, box);
-        entries.append("/Resources<<");
-        appendReference(entries, "/Font", m_fonts.resources());
-        entries.append(">>");
-        m_output.writeStream(m_overlayForm, entries, content);
+        std::string syntax;
+        EntryWriter entries(syntax);
+        writeHeadOfForm(entries, box);
+        entries.dictionary("/Resources").reference("/Font", m_fonts.resources());
+        m_output.writeStream(m_overlayForm, syntax, content);
     }
     return "/F";
 }
@@ -217,16 +222,19 @@ std::string_view CopyWriter::overlayForm(const Rect &box, std::string_view conte
 CopyWriter::Step CopyWriter::finish()
 {
     try {
-        std::string catalog = "<</Type/Catalog";
-        appendReference(catalog, "/Pages", m_tree.finish());
-        const std::string layers = optionalContentProperties(*m_source, m_copier);
-        if (!layers.empty()) {
-            catalog.append("/OCProperties").append(layers);
+        std::string syntax;
+        {
+            DictionaryWriter catalog(syntax);
+            catalog.name("/Type", "/Catalog");
+            catalog.reference("/Pages", m_tree.finish());
+            const std::string layers = optionalContentProperties(*m_source, m_copier);
+            if (!layers.empty()) {
+                catalog.syntax("/OCProperties", layers);
+            }
         }
-        catalog.append(">>");
         m_fonts.finish();
         const int number = m_output.reserve();
-        m_output.writeObject(number, catalog);
+        m_output.writeObject(number, syntax);
         m_output.finish(number);
     } catch (const std::exception &) {
         return Step::sourceUnreadable;

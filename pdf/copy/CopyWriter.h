@@ -7,6 +7,7 @@
 #include "pdf/source/Document.h"
 #include "pdf/source/PageGeometry.h"
 #include "pdf/source/PageTree.h"
+#include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/OutputPageTree.h"
 #include "pdf/syntax/StreamingOutput.h"
 #include "pdf/text/TextFonts.h"
@@ -60,8 +61,10 @@ public:
 
 private:
     Step endPageUnchecked(std::string_view overlay);
-    void appendAnnotations(std::string &content, std::string &objects, std::string &properties);
-    void appendGeneratedResources(std::string &entries, const GeneratedForm &form);
+    void drawAnnotations();
+    int writeGenerated(const GeneratedForm &form);
+    void writePage(std::string &out, int parent, int content);
+    void writeResources(EntryWriter &page);
 
     Document *m_source;
     StreamingOutput m_output;
@@ -74,6 +77,8 @@ private:
     SourcePage m_page;
     PageGeometry m_geometry;
     std::string m_content;
+    std::string m_objects;    ///< Entries of the page's `/XObject`.
+    std::string m_properties; ///< Entries of its `/Properties`.
     int m_overlayState = 0;
     int m_overlayForm = 0;
 };

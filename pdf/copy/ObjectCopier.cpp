@@ -191,7 +191,7 @@ void ObjectCopier::appendDirect(std::string &out, QPDFObjectHandle value)
 void ObjectCopier::appendDictionary(std::string &out, QPDFObjectHandle dictionary, bool isBorrowing)
 {
     const bool isFont = dictionary.getKey("/Subtype").isNameAndEquals("/Type3");
-    out.append("<<");
+    DictionaryWriter entries(out);
     for (const auto &[key, item] : dictionary.getDictAsMap()) {
         if (isBorrowing && key == "/Resources") {
             continue;
@@ -205,29 +205,31 @@ void ObjectCopier::appendDictionary(std::string &out, QPDFObjectHandle dictionar
         append(out, item);
     }
     if (isBorrowing) {
-        appendBorrowedResources(out);
+        writeBorrowedResources(entries);
     }
-    out.append(">>");
 }
 
-void ObjectCopier::appendBorrowedResources(std::string &out)
+void ObjectCopier::writeBorrowedResources(EntryWriter &entries)
 {
     if (const int number = copyLender(); number != 0) {
-        out.append("/Resources");
-        appendReference(out, number);
+        entries.reference("/Resources", number);
     }
 }
 
 void ObjectCopier::appendResources(std::string &out, const QPDFObjectHandle &resources)
 {
+    const DictionaryWriter entries(out);
+    appendResourceEntries(out, resources);
+}
+
+void ObjectCopier::appendResourceEntries(std::string &out, const QPDFObjectHandle &resources)
+{
     const bool paintsPlainly = std::exchange(m_paintsPlainly, false); // Of this level alone.
     QPDFObjectHandle categories = m_source->fetch(resources);
     if (!categories.isDictionary()) {
-        out.append("<<>>");
         return;
     }
     const QPDFObjectHandle previous = std::exchange(m_lender, resources);
-    out.append("<<");
     for (const auto &[category, names] : categories.getDictAsMap()) {
         QPDFObjectHandle entries = m_source->fetch(names);
         if (!entries.isDictionary()) {
@@ -238,7 +240,7 @@ void ObjectCopier::appendResources(std::string &out, const QPDFObjectHandle &res
             continue;
         }
         appendName(out, category);
-        out.append("<<");
+        const DictionaryWriter written(out);
         for (const auto &[name, item] : entries.getDictAsMap()) {
             appendName(out, name);
             out.push_back(' ');
@@ -248,9 +250,7 @@ void ObjectCopier::appendResources(std::string &out, const QPDFObjectHandle &res
                 append(out, item);
             }
         }
-        out.append(">>");
     }
-    out.append(">>");
     m_lender = previous;
 }
 
@@ -297,17 +297,11 @@ void ObjectCopier::appendStreamEntries(std::string &out, const QPDFObjectHandle 
 void ObjectCopier::appendResourcesEntry(std::string &out, const QPDFObjectHandle &value)
 {
     if (QPDFObjectHandle(value).isIndirect() && !m_paintsPlainly) {
+        out.push_back(' ');
         appendReference(out, copyResources(value));
     } else {
         appendResources(out, value);
     }
-}
-
-void ObjectCopier::appendReference(std::string &out, int number)
-{
-    out.push_back(' ');
-    appendInteger(out, number);
-    out.append(" 0 R");
 }
 
 void ObjectCopier::appendWithoutFirst(std::string &out, const QPDFObjectHandle &array)
@@ -392,7 +386,8 @@ void ObjectCopier::write(const Pending &pending)
                                                               : StreamEntries::all);
         m_paintsPlainly = false;
         if (pending.isBorrowing) {
-            appendBorrowedResources(entries);
+            EntryWriter written(entries);
+            writeBorrowedResources(written);
         }
         writeStreamData(pending.number, entries, object);
         if (object.getDict().getKey("/Subtype").isNameAndEquals("/Image")) {

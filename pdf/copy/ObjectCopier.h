@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pdf/source/Document.h"
+#include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/StreamingOutput.h"
 
 #include <qpdf/QPDFObjectHandle.hh>
@@ -30,6 +31,8 @@ public:
     /// and none of them means anything by itself. What it leads to and has no resources of its own is given
     /// these.
     void appendResources(std::string &out, const QPDFObjectHandle &resources);
+    /// The same without the brackets.
+    void appendResourceEntries(std::string &out, const QPDFObjectHandle &resources);
 
     /// The output's number for the resource dictionary behind `reference`.
     [[nodiscard]] int copyResources(const QPDFObjectHandle &reference);
@@ -71,10 +74,9 @@ private:
     int borrowerFor(const QPDFObjectHandle &reference, Kind kind);
     int copyLender();
     [[nodiscard]] bool isBorrower(const QPDFObjectHandle &reference, Kind kind) const;
-    static void appendReference(std::string &out, int number);
     void appendDirect(std::string &out, QPDFObjectHandle value);
     void appendDictionary(std::string &out, QPDFObjectHandle dictionary, bool isBorrowing);
-    void appendBorrowedResources(std::string &out);
+    void writeBorrowedResources(EntryWriter &entries);
     void appendResourcesEntry(std::string &out, const QPDFObjectHandle &value);
     void appendPaintedPlainly(std::string &out, const QPDFObjectHandle &object);
     void appendWithoutFirst(std::string &out, const QPDFObjectHandle &array);

@@ -1,6 +1,6 @@
 #include "pdf/copy/OptionalContent.h"
 
-#include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/Syntax.h"
 
 namespace tallyfold::pdf {
@@ -19,8 +19,7 @@ std::string copiedGroups(QPDFObjectHandle groups, const ObjectCopier &copier)
         const auto number = group.isIndirect() ? copier.copiedNumber(group) : std::nullopt;
         if (number) {
             list.push_back(list.empty() ? '[' : ' ');
-            appendInteger(list, *number);
-            list.append(" 0 R");
+            appendReference(list, *number);
         }
     }
     if (!list.empty()) {
@@ -29,32 +28,35 @@ std::string copiedGroups(QPDFObjectHandle groups, const ObjectCopier &copier)
     return list;
 }
 
-void appendGroups(std::string &out, std::string_view key, const std::string &groups)
+void writeGroups(EntryWriter &entries, std::string_view key, const std::string &groups)
 {
     if (!groups.empty()) {
-        out.append(key).append(groups);
+        entries.syntax(key, groups);
     }
 }
 
-void appendNames(std::string &out, std::string_view key, QPDFObjectHandle names)
+void writeNames(EntryWriter &entries, std::string_view key, QPDFObjectHandle names)
 {
+    std::string syntax;
     if (names.isName()) {
-        out.append(key);
-        appendName(out, names.getName());
+        appendName(syntax, names.getName());
     } else if (names.isArray()) {
-        out.append(key).push_back('[');
+        syntax.push_back('[');
         for (int index = 0, count = names.getArrayNItems(); index < count; ++index) {
             QPDFObjectHandle name = names.getArrayItem(index);
             if (name.isName()) {
-                appendName(out, name.getName());
+                appendName(syntax, name.getName());
             }
         }
-        out.push_back(']');
+        syntax.push_back(']');
+    } else {
+        return;
     }
+    entries.syntax(key, syntax);
 }
 
 /// Layers that a viewer switches by itself, for instance off on the screen and on in print.
-void appendAutomaticStates(std::string &out, QPDFObjectHandle states, const ObjectCopier &copier)
+void writeAutomaticStates(EntryWriter &entries, QPDFObjectHandle states, const ObjectCopier &copier)
 {
     if (!states.isArray()) {
         return;
@@ -69,14 +71,13 @@ void appendAutomaticStates(std::string &out, QPDFObjectHandle states, const Obje
         if (groups.empty()) {
             continue;
         }
-        usages.append("<<");
-        appendNames(usages, "/Event", usage.getKey("/Event"));
-        appendNames(usages, "/Category", usage.getKey("/Category"));
-        appendGroups(usages, "/OCGs", groups);
-        usages.append(">>");
+        DictionaryWriter written(usages);
+        writeNames(written, "/Event", usage.getKey("/Event"));
+        writeNames(written, "/Category", usage.getKey("/Category"));
+        writeGroups(written, "/OCGs", groups);
     }
     if (!usages.empty()) {
-        out.append("/AS[").append(usages).push_back(']');
+        entries.syntax("/AS", "[" + usages + "]");
     }
 }
 
@@ -92,18 +93,20 @@ std::string optionalContentProperties(Document &source, const ObjectCopier &copi
     if (groups.empty()) {
         return {};
     }
-    std::string out = "<<";
-    appendGroups(out, "/OCGs", groups);
-    out.append("/D<<");
-    QPDFObjectHandle configuration = properties.getKey("/D");
-    if (configuration.isDictionary()) {
-        appendNames(out, "/BaseState", configuration.getKey("/BaseState"));
-        appendNames(out, "/Intent", configuration.getKey("/Intent"));
-        appendGroups(out, "/ON", copiedGroups(configuration.getKey("/ON"), copier));
-        appendGroups(out, "/OFF", copiedGroups(configuration.getKey("/OFF"), copier));
-        appendAutomaticStates(out, configuration.getKey("/AS"), copier);
+    std::string out;
+    {
+        DictionaryWriter written(out);
+        writeGroups(written, "/OCGs", groups);
+        DictionaryWriter defaults = written.dictionary("/D");
+        QPDFObjectHandle configuration = properties.getKey("/D");
+        if (configuration.isDictionary()) {
+            writeNames(defaults, "/BaseState", configuration.getKey("/BaseState"));
+            writeNames(defaults, "/Intent", configuration.getKey("/Intent"));
+            writeGroups(defaults, "/ON", copiedGroups(configuration.getKey("/ON"), copier));
+            writeGroups(defaults, "/OFF", copiedGroups(configuration.getKey("/OFF"), copier));
+            writeAutomaticStates(defaults, configuration.getKey("/AS"), copier);
+        }
     }
-    out.append(">>>>");
     return out;
 }
 

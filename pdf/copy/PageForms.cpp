@@ -1,8 +1,8 @@
 #include "pdf/copy/PageForms.h"
 
 #include "pdf/source/PageContent.h"
+#include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/NumberFormat.h"
-#include "pdf/syntax/Syntax.h"
 
 #include <functional>
 
@@ -20,7 +20,7 @@ PageForms::PageForms(Document &source, ObjectCopier &copier, StreamingOutput &ou
 {
 }
 
-void PageForms::appendSharedResources(std::string &entries, const QPDFObjectHandle &resources)
+void PageForms::writeResources(EntryWriter &entries, const QPDFObjectHandle &resources)
 {
     QPDFObjectHandle handle = resources;
     int number = 0;
@@ -30,7 +30,7 @@ void PageForms::appendSharedResources(std::string &entries, const QPDFObjectHand
         std::string syntax;
         m_copier->appendResources(syntax, handle);
         if (syntax.size() <= shortResources) {
-            entries.append("/Resources").append(syntax);
+            entries.syntax("/Resources", syntax);
             return;
         }
         // Many writers repeat the same dictionary on every page, and all pages may inherit one.
@@ -41,22 +41,21 @@ void PageForms::appendSharedResources(std::string &entries, const QPDFObjectHand
         }
         number = known;
     }
-    entries.append("/Resources ");
-    appendInteger(entries, number);
-    entries.append(" 0 R");
+    entries.reference("/Resources", number);
 }
 
 int PageForms::formFor(const SourcePage &page, const PageGeometry &geometry)
 {
-    std::string entries = "/Type/XObject/Subtype/Form/BBox";
-    appendRect(entries, geometry.visibleBox);
+    std::string entries;
+    EntryWriter form(entries);
+    form.name("/Type", "/XObject");
+    form.name("/Subtype", "/Form");
+    form.rect("/BBox", geometry.visibleBox);
     const Matrix matrix = geometry.toUpright();
     if (matrix != Matrix{}) {
-        entries.append("/Matrix[");
-        appendMatrix(entries, matrix);
-        entries.push_back(']');
+        form.matrix("/Matrix", matrix);
     }
-    appendSharedResources(entries, page.resources);
+    writeResources(form, page.resources);
 
     const std::vector<QPDFObjectHandle> streams =
         contentStreams(*m_source, QPDFObjectHandle(page.dictionary).getKey("/Contents"));

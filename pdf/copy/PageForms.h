@@ -3,6 +3,7 @@
 #include "pdf/copy/ObjectCopier.h"
 #include "pdf/source/PageGeometry.h"
 #include "pdf/source/PageTree.h"
+#include "pdf/syntax/DictionaryWriter.h"
 
 #include <cstddef>
 #include <string>
@@ -23,7 +24,7 @@ public:
     [[nodiscard]] int formFor(const SourcePage &page, const PageGeometry &geometry);
 
 private:
-    void appendSharedResources(std::string &entries, const QPDFObjectHandle &resources);
+    void writeResources(EntryWriter &entries, const QPDFObjectHandle &resources);
 
     Document *m_source;
     ObjectCopier *m_copier;

@@ -1,9 +1,12 @@
 #include "pdf/syntax/OutputPageTree.h"
 
-#include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/DictionaryWriter.h"
+#include "pdf/syntax/Syntax.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace tallyfold::pdf {
@@ -17,6 +20,30 @@ struct Kid {
     int number = 0;
     std::int64_t pages = 1;
 };
+
+/// Writes the node `number` above `kids`, itself below `parent` when that is not 0.
+Kid writeNode(OutputObjects &objects, int number, int parent, std::span<const Kid> kids)
+{
+    std::string syntax;
+    std::int64_t pages = 0;
+    {
+        DictionaryWriter node(syntax);
+        node.name("/Type", "/Pages");
+        if (parent != 0) {
+            node.reference("/Parent", parent);
+        }
+        node.syntax("/Kids", "[");
+        for (const Kid &kid : kids) {
+            appendReference(syntax, kid.number);
+            syntax.push_back(' ');
+            pages += kid.pages;
+        }
+        syntax.push_back(']');
+        node.integer("/Count", pages);
+    }
+    objects.writeObject(number, syntax);
+    return {number, pages};
+}
 
 } // namespace
 
@@ -46,28 +73,13 @@ int OutputPageTree::finish()
         std::vector<int> parents;
         std::vector<Kid> written;
         for (std::size_t index = 0; index < nodes.size(); ++index) {
-            std::string syntax = "<</Type/Pages";
-            if (nodes.size() > 1) {
-                if (index % kidsOfANode == 0) {
-                    parents.push_back(m_objects->reserve());
-                }
-                syntax.append("/Parent ");
-                appendInteger(syntax, parents.back());
-                syntax.append(" 0 R");
+            if (nodes.size() > 1 && index % kidsOfANode == 0) {
+                parents.push_back(m_objects->reserve());
             }
-            syntax.append("/Kids[");
-            std::int64_t pages = 0;
             const std::size_t first = index * kidsOfANode;
-            for (std::size_t kid = first; kid < std::min(first + kidsOfANode, kids.size()); ++kid) {
-                appendInteger(syntax, kids[kid].number);
-                syntax.append(" 0 R ");
-                pages += kids[kid].pages;
-            }
-            syntax.append("]/Count ");
-            appendInteger(syntax, pages);
-            syntax.append(">>");
-            m_objects->writeObject(nodes[index], syntax);
-            written.push_back({nodes[index], pages});
+            written.push_back(
+                writeNode(*m_objects, nodes[index], parents.empty() ? 0 : parents.back(),
+                          std::span(kids).subspan(first, std::min(kidsOfANode, kids.size() - first))));
         }
         if (nodes.size() == 1) {
             return nodes.front();

@@ -1,10 +1,11 @@
 #include "pdf/syntax/StreamingOutput.h"
 
+#include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/Spelling.h"
+#include "pdf/syntax/Syntax.h"
 
 #include <QCryptographicHash>
-
-#include <array>
 
 namespace tallyfold::pdf {
 
@@ -24,10 +25,6 @@ constexpr std::size_t leastCompressed = 256;
 /// The same for streams of objects, of which a small file has one: half a kilobyte less is not worth a tenth
 /// of the time that the whole file takes.
 constexpr std::size_t leastCompressedObjects = 2048;
-
-/// Widths in bytes of the three columns of the cross-reference stream (PDF 1.7, 7.5.8.2).
-constexpr std::array<unsigned, 3> columns{1, 5, 2};
-constexpr unsigned rowLength = columns[0] + columns[1] + columns[2];
 
 void appendBigEndian(std::string &out, std::uint64_t value, unsigned bytes)
 {
@@ -70,7 +67,7 @@ void StreamingOutput::writeObject(int number, std::string_view syntax)
         beginObject(number);
         m_scratch.clear();
         appendInteger(m_scratch, number);
-        m_scratch.append(" 0 obj\n").append(syntax).append("\nendobj\n");
+        m_scratch.append(spelling::objectStart).append(syntax).append(spelling::objectEnd);
         put(m_scratch);
         return;
     }
@@ -97,17 +94,18 @@ void StreamingOutput::flushObjectStream()
         m_entries[static_cast<std::size_t>(number)] = {static_cast<std::uint64_t>(streamNumber), index++,
                                                        Kind::inObjectStream};
     }
-    std::string entries = "/Type/ObjStm/N ";
-    appendInteger(entries, static_cast<std::int64_t>(m_gathered.size()));
-    entries.append("/First ");
-    appendInteger(entries, static_cast<std::int64_t>(head.size()));
+    std::string syntax;
+    EntryWriter entries(syntax);
+    entries.name("/Type", "/ObjStm");
+    entries.integer("/N", static_cast<std::int64_t>(m_gathered.size()));
+    entries.integer("/First", static_cast<std::int64_t>(head.size()));
     head.append(m_gatheredSyntax);
     m_gathered.clear();
     m_gatheredSyntax.clear();
     if (head.size() < leastCompressedObjects) {
-        writeEncodedStream(streamNumber, entries, head);
+        writeEncodedStream(streamNumber, syntax, head);
     } else {
-        writeStream(streamNumber, entries, head);
+        writeStream(streamNumber, syntax, head);
     }
 }
 
@@ -118,7 +116,7 @@ void StreamingOutput::writeStream(int number, std::string_view entries, std::str
         return;
     }
     std::string compressedEntries(entries);
-    compressedEntries.append("/Filter/FlateDecode");
+    compressedEntries.append(spelling::compressed);
     writeEncodedStream(number, compressedEntries, m_deflater.compress(data));
 }
 
@@ -127,11 +125,12 @@ void StreamingOutput::putStreamHead(int number, std::string_view entries, std::s
     beginObject(number);
     m_scratch.clear();
     appendInteger(m_scratch, number);
-    m_scratch.append(" 0 obj\n<<")
+    m_scratch.append(spelling::objectStart)
+        .append("<<")
         .append(entries)
         .append("/Length ")
         .append(lengthSyntax)
-        .append(">>stream\n");
+        .append(spelling::dataStart);
     put(m_scratch);
 }
 
@@ -141,7 +140,7 @@ void StreamingOutput::writeEncodedStream(int number, std::string_view entries, s
     appendInteger(length, static_cast<std::int64_t>(bytes.size()));
     putStreamHead(number, entries, length);
     put(bytes);
-    put("\nendstream\nendobj\n");
+    put(spelling::dataEnd);
 }
 
 void StreamingOutput::beginStream(int number, std::string_view entries, std::optional<std::uint64_t> length)
@@ -152,8 +151,7 @@ void StreamingOutput::beginStream(int number, std::string_view entries, std::opt
         appendInteger(syntax, static_cast<std::int64_t>(*length));
     } else {
         m_lengthObject = reserve();
-        appendInteger(syntax, m_lengthObject);
-        syntax.append(" 0 R");
+        appendReference(syntax, m_lengthObject);
     }
     putStreamHead(number, entries, syntax);
     m_streamStart = m_offset;
@@ -174,7 +172,7 @@ std::uint64_t StreamingOutput::copyToStream(int descriptor, std::int64_t offset,
 void StreamingOutput::endStream()
 {
     const std::uint64_t written = m_offset - m_streamStart;
-    put("\nendstream\nendobj\n");
+    put(spelling::dataEnd);
     if (m_lengthObject != 0) {
         std::string length;
         appendInteger(length, static_cast<std::int64_t>(written));
@@ -185,13 +183,13 @@ void StreamingOutput::endStream()
 std::string StreamingOutput::crossReferences() const
 {
     std::string rows;
-    rows.reserve(m_entries.size() * rowLength);
+    rows.reserve(m_entries.size() * spelling::rowLength);
     for (std::size_t number = 0; number < m_entries.size(); ++number) {
         const Entry &entry = m_entries[number];
         const std::uint64_t freeGeneration = number == 0 ? 0xffffU : 0;
-        appendBigEndian(rows, static_cast<std::uint64_t>(entry.kind), columns[0]);
-        appendBigEndian(rows, entry.where, columns[1]);
-        appendBigEndian(rows, entry.kind == Kind::free ? freeGeneration : entry.index, columns[2]);
+        appendBigEndian(rows, static_cast<std::uint64_t>(entry.kind), spelling::columns[0]);
+        appendBigEndian(rows, entry.where, spelling::columns[1]);
+        appendBigEndian(rows, entry.kind == Kind::free ? freeGeneration : entry.index, spelling::columns[2]);
     }
     return rows;
 }
@@ -207,24 +205,26 @@ void StreamingOutput::finish(int catalog)
         QCryptographicHash::hash(QByteArrayView(rows.data(), static_cast<qsizetype>(rows.size())),
                                  QCryptographicHash::Md5)
             .toHex();
-    std::string entries = "/Type/XRef/W[1 5 2]/Size ";
-    appendInteger(entries, static_cast<std::int64_t>(m_entries.size()));
-    entries.append("/Root ");
-    appendInteger(entries, catalog);
-    entries.append(" 0 R/ID[<")
-        .append(digest.constData())
-        .append("><")
-        .append(digest.constData())
-        .append(">]");
+    std::string syntax;
+    EntryWriter entries(syntax);
+    entries.name("/Type", "/XRef");
+    entries.syntax("/W", spelling::columnWidths);
+    entries.integer("/Size", static_cast<std::int64_t>(m_entries.size()));
+    entries.reference("/Root", catalog);
+    entries.syntax("/ID", "[<");
+    syntax.append(digest.constData()).append("><").append(digest.constData()).append(">]");
     if (rows.size() < leastCompressed) {
-        writeEncodedStream(number, entries, rows);
+        writeEncodedStream(number, syntax, rows);
     } else {
         // Neighbouring rows differ little: the PNG "up" predictor makes them compress well
         // (PDF 1.7, 7.4.4.4).
-        entries.append("/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns ");
-        appendInteger(entries, rowLength);
-        entries.append(">>");
-        writeEncodedStream(number, entries, m_deflater.compress(withUpPredictor(rows, rowLength)));
+        syntax.append(spelling::compressed);
+        {
+            DictionaryWriter parameters = entries.dictionary("/DecodeParms");
+            parameters.integer("/Predictor", 12);
+            parameters.integer("/Columns", spelling::rowLength);
+        }
+        writeEncodedStream(number, syntax, m_deflater.compress(withUpPredictor(rows, spelling::rowLength)));
     }
     std::string end = "startxref\n";
     appendInteger(end, static_cast<std::int64_t>(start));

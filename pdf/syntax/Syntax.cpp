@@ -1,6 +1,7 @@
 #include "pdf/syntax/Syntax.h"
 
 #include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/Spelling.h"
 
 #include <cctype>
 
@@ -56,6 +57,12 @@ void appendName(std::string &out, std::string_view name)
             appendEscaped(out, ch);
         }
     }
+}
+
+void appendReference(std::string &out, int number)
+{
+    appendInteger(out, number);
+    out.append(spelling::referenceEnd);
 }
 
 void appendRect(std::string &out, const Rect &rect)

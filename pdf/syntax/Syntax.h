@@ -11,6 +11,9 @@ namespace tallyfold::pdf {
 /// (PDF 1.7, 7.3.5: other than regular characters are written as # and two digits).
 void appendName(std::string &out, std::string_view name);
 
+/// Appends "12 0 R": every object that is written here has the generation 0 (PDF 1.7, 7.3.10).
+void appendReference(std::string &out, int number);
+
 /// Appends "[minX minY maxX maxY]".
 void appendRect(std::string &out, const Rect &rect);
 

@@ -2,6 +2,8 @@
 
 #include "pdf/syntax/Deflater.h"
 #include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/Spelling.h"
+#include "pdf/syntax/Syntax.h"
 #include "pdf/text/CharacterMaps.h"
 #include "pdf/text/FontProgram.h"
 #include "pdf/text/RecentResults.h"
@@ -33,32 +35,21 @@ std::string subsetTag(const FontProgram &program)
     return tag;
 }
 
-void appendReference(std::string &out, int number)
-{
-    appendInteger(out, number);
-    out.append(" 0 R");
-}
-
-void appendRounded(std::string &out, double value)
-{
-    appendNumber(out, value, 0);
-}
-
 int writeProgram(OutputObjects &objects, const FontProgram &program, bool isCff)
 {
     const int number = objects.reserve();
-    std::string entries = "/Filter/FlateDecode";
+    std::string syntax(spelling::compressed);
+    EntryWriter entries(syntax);
     if (isCff) {
-        entries.append("/Subtype/CIDFontType0C");
+        entries.name("/Subtype", "/CIDFontType0C");
     } else {
-        entries.append("/Length1 ");
-        appendInteger(entries, static_cast<std::int64_t>(program.length));
+        entries.integer("/Length1", static_cast<std::int64_t>(program.length));
     }
-    objects.writeEncodedStream(number, entries, program.bytes);
+    objects.writeEncodedStream(number, syntax, program.bytes);
     return number;
 }
 
-/// `program` is the font's object number, or 0 for a font that could be shaped with and yet not be cut: its
+/// `name` begins with its slash. `program` is the font's object number, or 0 for a font that could be shaped with and yet not be cut: its
 /// text is still there to be found.
 int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::string &name, int program)
 {
@@ -66,30 +57,30 @@ int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::str
     // The characters are not those of a standard Latin set (PDF 1.7, 9.8.2).
     constexpr int symbolic = 4;
     constexpr int fixedPitch = 1;
-    std::string syntax = "<</Type/FontDescriptor/FontName/" + name + "/Flags ";
-    appendInteger(syntax, symbolic + (face.isFixedPitch() ? fixedPitch : 0));
-    const FontFace::Box box = face.box();
-    syntax.append("/FontBBox[");
-    for (const double side : {box.left, box.bottom, box.right, box.top}) {
-        appendRounded(syntax, side);
-        syntax.push_back(' ');
-    }
-    syntax.back() = ']';
-    syntax.append("/ItalicAngle ");
-    appendNumber(syntax, face.italicAngle(), 1);
-    syntax.append("/Ascent ");
-    appendRounded(syntax, face.ascent());
-    syntax.append("/Descent ");
-    appendRounded(syntax, -face.descent());
-    syntax.append("/CapHeight ");
-    appendRounded(syntax, face.capHeight());
-    syntax.append("/StemV 80"); // Only for finding a substitute, and the font is in the file.
-    if (program != 0) {
-        syntax.append(isCff ? "/FontFile3 " : "/FontFile2 ");
-        appendReference(syntax, program);
+    std::string syntax;
+    {
+        DictionaryWriter descriptor(syntax);
+        descriptor.name("/Type", "/FontDescriptor");
+        descriptor.name("/FontName", name);
+        descriptor.integer("/Flags", symbolic + (face.isFixedPitch() ? fixedPitch : 0));
+        const FontFace::Box box = face.box();
+        descriptor.syntax("/FontBBox", "[");
+        for (const double side : {box.left, box.bottom, box.right, box.top}) {
+            appendNumber(syntax, side, 0);
+            syntax.push_back(' ');
+        }
+        syntax.back() = ']';
+        descriptor.number("/ItalicAngle", face.italicAngle(), 1);
+        descriptor.number("/Ascent", face.ascent(), 0);
+        descriptor.number("/Descent", -face.descent(), 0);
+        descriptor.number("/CapHeight", face.capHeight(), 0);
+        descriptor.integer("/StemV", 80); // Only for finding a substitute, and the font is in the file.
+        if (program != 0) {
+            descriptor.reference(isCff ? "/FontFile3" : "/FontFile2", program);
+        }
     }
     const int number = objects.reserve();
-    objects.writeObject(number, syntax + ">>");
+    objects.writeObject(number, syntax);
     return number;
 }
 
@@ -100,7 +91,7 @@ int writeMap(OutputObjects &objects, std::string_view entries, const std::string
     const std::string compressed =
         maps.valueFor(map, [&map] { return std::string(Deflater().compress(map)); });
     const int number = objects.reserve();
-    objects.writeEncodedStream(number, std::string(entries) + "/Filter/FlateDecode", compressed);
+    objects.writeEncodedStream(number, std::string(entries).append(spelling::compressed), compressed);
     return number;
 }
 
@@ -165,7 +156,7 @@ const EmbeddedFont::Place &EmbeddedFont::placeOf(std::uint32_t glyph, const std:
     return add(glyph, text);
 }
 
-void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, std::string &resources) const
+void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, EntryWriter &resources) const
 {
     std::set<std::uint32_t> wanted;
     for (const Layer &layer : m_layers) {
@@ -180,18 +171,31 @@ void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, std::str
         widths[program->cids[index]] = m_face->advance(glyphs[index]);
     }
     const bool isCff = m_face->outlines() == FontFace::Outlines::cff;
-    const std::string name = (program ? subsetTag(*program) + "+" : std::string()) + m_face->postScriptName();
+    const std::string name =
+        "/" + (program ? subsetTag(*program) + "+" : std::string()) + m_face->postScriptName();
 
     const int programNumber = program ? writeProgram(objects, *program, isCff) : 0;
     const int descriptor = writeDescriptor(objects, *m_face, name, programNumber);
     const int descendant = objects.reserve();
-    std::string cidFont =
-        isCff ? "<</Type/Font/Subtype/CIDFontType0/BaseFont/" : "<</Type/Font/Subtype/CIDFontType2/BaseFont/";
-    cidFont.append(name).append(
-        "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/FontDescriptor ");
-    appendReference(cidFont, descriptor);
-    cidFont.append(isCff ? "/W" : "/CIDToGIDMap/Identity/W").append(widthTable(widths)).append(">>");
-    objects.writeObject(descendant, cidFont);
+    std::string syntax;
+    {
+        DictionaryWriter cidFont(syntax);
+        cidFont.name("/Type", "/Font");
+        cidFont.name("/Subtype", isCff ? "/CIDFontType0" : "/CIDFontType2");
+        cidFont.name("/BaseFont", name);
+        {
+            DictionaryWriter system = cidFont.dictionary("/CIDSystemInfo");
+            system.syntax("/Registry", "(Adobe)");
+            system.syntax("/Ordering", "(Identity)");
+            system.integer("/Supplement", 0);
+        }
+        cidFont.reference("/FontDescriptor", descriptor);
+        if (!isCff) {
+            cidFont.name("/CIDToGIDMap", "/Identity");
+        }
+        cidFont.syntax("/W", widthTable(widths));
+    }
+    objects.writeObject(descendant, syntax);
 
     for (std::size_t index = 0; index < m_layers.size(); ++index) {
         std::vector<std::uint16_t> layerCids;
@@ -201,16 +205,20 @@ void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, std::str
         const int encoding = writeMap(objects, encodingEntries(), encodingMap(layerCids));
         const int toUnicode = writeMap(objects, {}, toUnicodeMap(m_layers[index].texts));
         const int number = objects.reserve();
-        std::string syntax = "<</Type/Font/Subtype/Type0/BaseFont/" + name + "/Encoding ";
-        appendReference(syntax, encoding);
-        syntax.append("/DescendantFonts[");
-        appendReference(syntax, descendant);
-        syntax.append("]/ToUnicode ");
-        appendReference(syntax, toUnicode);
-        objects.writeObject(number, syntax + ">>");
-
-        resources.append("/").append(fontResourceName(ownNumber, index)).push_back(' ');
-        appendReference(resources, number);
+        syntax.clear();
+        {
+            DictionaryWriter font(syntax);
+            font.name("/Type", "/Font");
+            font.name("/Subtype", "/Type0");
+            font.name("/BaseFont", name);
+            font.reference("/Encoding", encoding);
+            font.syntax("/DescendantFonts", "[");
+            appendReference(syntax, descendant);
+            syntax.push_back(']');
+            font.reference("/ToUnicode", toUnicode);
+        }
+        objects.writeObject(number, syntax);
+        resources.reference("/" + fontResourceName(ownNumber, index), number);
     }
 }
 

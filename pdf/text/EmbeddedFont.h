@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/OutputObjects.h"
 #include "pdf/text/FontFace.h"
 
@@ -38,7 +39,7 @@ public:
 
     /// Writes the font with all it needs, and appends the entries of its layers to `resources`; `ownNumber`
     /// is its number among the fonts of the file.
-    void write(OutputObjects &objects, std::size_t ownNumber, std::string &resources) const;
+    void write(OutputObjects &objects, std::size_t ownNumber, EntryWriter &resources) const;
 
 private:
     /// By code; the first one has the code 1.

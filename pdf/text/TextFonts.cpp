@@ -113,11 +113,14 @@ void TextFonts::finish()
     if (m_resources == 0) {
         return;
     }
-    std::string entries = "<<";
-    for (std::size_t index = 0; index < m_fonts.size(); ++index) {
-        m_fonts[index].write(*m_objects, index, entries);
+    std::string syntax;
+    {
+        DictionaryWriter resources(syntax);
+        for (std::size_t index = 0; index < m_fonts.size(); ++index) {
+            m_fonts[index].write(*m_objects, index, resources);
+        }
     }
-    m_objects->writeObject(m_resources, entries + ">>");
+    m_objects->writeObject(m_resources, syntax);
 }
 
 } // namespace tallyfold::pdf
