@@ -31,7 +31,12 @@ QByteArray boolean(bool value)
     return value ? QByteArrayLiteral("true") : QByteArrayLiteral("false");
 }
 
-QByteArray object(std::initializer_list<std::pair<const char *, QByteArray>> entries)
+QByteArray object(std::initializer_list<Entry> entries)
+{
+    return object(std::span(entries.begin(), entries.size()));
+}
+
+QByteArray object(std::span<const Entry> entries)
 {
     QByteArray out("{");
     for (const auto &[key, value] : entries) {

@@ -19,8 +19,12 @@ namespace JsonWriter {
 [[nodiscard]] QByteArray number(double value);
 [[nodiscard]] QByteArray boolean(bool value);
 
-/// An object of keys, in plain ASCII, and values that are JSON already.
-[[nodiscard]] QByteArray object(std::initializer_list<std::pair<const char *, QByteArray>> entries);
+/// A key in plain ASCII and a value that is JSON already.
+using Entry = std::pair<const char *, QByteArray>;
+
+/// An object of these, in their order.
+[[nodiscard]] QByteArray object(std::span<const Entry> entries);
+[[nodiscard]] QByteArray object(std::initializer_list<Entry> entries);
 /// An array of values that are JSON already.
 [[nodiscard]] QByteArray array(std::span<const QByteArray> values);
 

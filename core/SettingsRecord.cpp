@@ -6,6 +6,8 @@
 
 #include <cmath>
 #include <limits>
+#include <type_traits>
+#include <vector>
 
 namespace tallyfold {
 
@@ -68,11 +70,12 @@ public:
         reader.read("alpha", field.alpha);
     }
 
-    template <typename Case, std::size_t count>
-    void read(const char *key, Case &field, const std::array<StoredCase<Case>, count> &cases) const
+    template <typename Case>
+    requires std::is_enum_v<Case>
+    void read(const char *key, Case &field) const
     {
         const QString stored = valueOf(key).toString();
-        for (const StoredCase<Case> &known : cases) {
+        for (const StoredCase<Case> &known : storedCases(field)) {
             if (stored == QLatin1StringView(known.key)) {
                 field = known.value;
             }
@@ -88,27 +91,60 @@ private:
     QJsonObject m_record;
 };
 
-template <typename Case, std::size_t count>
-QByteArray keyOf(Case value, const std::array<StoredCase<Case>, count> &cases)
+QByteArray valueOf(const QString &field)
 {
-    for (const StoredCase<Case> &known : cases) {
-        if (known.value == value) {
+    return JsonWriter::text(field);
+}
+
+QByteArray valueOf(bool field)
+{
+    return JsonWriter::boolean(field);
+}
+
+QByteArray valueOf(double field)
+{
+    return JsonWriter::number(field);
+}
+
+QByteArray valueOf(std::int64_t field)
+{
+    return JsonWriter::integer(field);
+}
+
+QByteArray valueOf(const StampColor &field)
+{
+    return JsonWriter::object({{"red", valueOf(field.red)},
+                               {"green", valueOf(field.green)},
+                               {"blue", valueOf(field.blue)},
+                               {"alpha", valueOf(field.alpha)}});
+}
+
+template <typename Case>
+requires std::is_enum_v<Case> QByteArray valueOf(Case field)
+{
+    for (const StoredCase<Case> &known : storedCases(field)) {
+        if (known.value == field) {
             return JsonWriter::text(QString::fromLatin1(known.key));
         }
     }
     return JsonWriter::text({});
 }
 
-bool isFinite(const StampSettings &settings)
+/// Whether JSON has a spelling for the value.
+bool canBeStored(const auto & /*value*/)
 {
-    const StampColor &color = settings.color;
-    for (const double value :
-         {settings.margin, settings.fontSize, color.red, color.green, color.blue, color.alpha}) {
-        if (!std::isfinite(value)) {
-            return false;
-        }
-    }
     return true;
+}
+
+bool canBeStored(const double &value)
+{
+    return std::isfinite(value);
+}
+
+bool canBeStored(const StampColor &value)
+{
+    return std::isfinite(value.red) && std::isfinite(value.green) && std::isfinite(value.blue) &&
+           std::isfinite(value.alpha);
 }
 
 /// The identifier that `text` is, that of zeros included, which the platform gives for what is none as well.
@@ -128,24 +164,7 @@ std::optional<StampSettings> decodeStampSettings(const QJsonValue &record)
     }
     const Reader reader(record.toObject());
     StampSettings settings;
-    reader.read("prefix", settings.prefix);
-    reader.read("digits", settings.digits);
-    reader.read("startNumber", settings.startNumber);
-    reader.read("suffix", settings.suffix);
-    reader.read("batesPosition", settings.batesPosition, stampPositionKeys);
-    reader.read("margin", settings.margin);
-    reader.read("fontName", settings.fontName);
-    reader.read("fontSize", settings.fontSize);
-    reader.read("color", settings.color);
-    reader.read("background", settings.background);
-    reader.read("legend", settings.legend);
-    reader.read("legendPosition", settings.legendPosition, stampPositionKeys);
-    reader.read("pageOfTotal", settings.pageOfTotal);
-    reader.read("pageOfTotalFormat", settings.pageOfTotalFormat);
-    reader.read("pageOfTotalPosition", settings.pageOfTotalPosition, stampPositionKeys);
-    reader.read("cover", settings.cover, coverOptionKeys);
-    reader.read("order", settings.order, fileOrderKeys);
-    reader.read("naming", settings.naming, outputNamingKeys);
+    forEachField([&](const char *key, auto member) { reader.read(key, settings.*member); });
     return settings.normalized();
 }
 
@@ -164,34 +183,14 @@ std::optional<Preset> decodePreset(const QJsonValue &record)
 
 std::optional<QByteArray> encode(const StampSettings &settings)
 {
-    if (!isFinite(settings)) {
-        return std::nullopt;
-    }
-    namespace Json = JsonWriter;
-    const StampColor &color = settings.color;
-    return Json::object({
-        {"prefix", Json::text(settings.prefix)},
-        {"digits", Json::integer(settings.digits)},
-        {"startNumber", Json::integer(settings.startNumber)},
-        {"suffix", Json::text(settings.suffix)},
-        {"batesPosition", keyOf(settings.batesPosition, stampPositionKeys)},
-        {"margin", Json::number(settings.margin)},
-        {"fontName", Json::text(settings.fontName)},
-        {"fontSize", Json::number(settings.fontSize)},
-        {"color", Json::object({{"red", Json::number(color.red)},
-                                {"green", Json::number(color.green)},
-                                {"blue", Json::number(color.blue)},
-                                {"alpha", Json::number(color.alpha)}})},
-        {"background", Json::boolean(settings.background)},
-        {"legend", Json::text(settings.legend)},
-        {"legendPosition", keyOf(settings.legendPosition, stampPositionKeys)},
-        {"pageOfTotal", Json::boolean(settings.pageOfTotal)},
-        {"pageOfTotalFormat", Json::text(settings.pageOfTotalFormat)},
-        {"pageOfTotalPosition", keyOf(settings.pageOfTotalPosition, stampPositionKeys)},
-        {"cover", keyOf(settings.cover, coverOptionKeys)},
-        {"order", keyOf(settings.order, fileOrderKeys)},
-        {"naming", keyOf(settings.naming, outputNamingKeys)},
+    bool areStorable = true;
+    std::vector<JsonWriter::Entry> entries;
+    forEachField([&](const char *key, auto member) {
+        if (areStorable = areStorable && canBeStored(settings.*member); areStorable) {
+            entries.emplace_back(key, valueOf(settings.*member));
+        }
     });
+    return areStorable ? std::optional(JsonWriter::object(entries)) : std::nullopt;
 }
 
 std::optional<QByteArray> encode(const Preset &preset)

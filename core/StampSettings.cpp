@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 namespace tallyfold {
 
@@ -108,13 +109,19 @@ QString BatesFormatter::operator()(std::int64_t number) const
 
 std::size_t hashValue(const StampSettings &settings)
 {
-    return qHashMulti(0, settings.prefix, settings.digits, settings.startNumber, settings.suffix,
-                      static_cast<int>(settings.batesPosition), settings.margin, settings.fontName,
-                      settings.fontSize, hashValue(settings.color), settings.background, settings.legend,
-                      static_cast<int>(settings.legendPosition), settings.pageOfTotal,
-                      settings.pageOfTotalFormat, static_cast<int>(settings.pageOfTotalPosition),
-                      static_cast<int>(settings.cover), static_cast<int>(settings.order),
-                      static_cast<int>(settings.naming));
+    std::size_t hash = 0;
+    forEachField([&](const char * /*key*/, auto member) {
+        const auto &value = settings.*member;
+        using Value = std::remove_cvref_t<decltype(value)>;
+        if constexpr (std::is_enum_v<Value>) {
+            hash = qHashMulti(hash, static_cast<int>(value));
+        } else if constexpr (std::is_same_v<Value, StampColor>) {
+            hash = qHashMulti(hash, hashValue(value));
+        } else {
+            hash = qHashMulti(hash, value);
+        }
+    });
+    return hash;
 }
 
 } // namespace tallyfold

@@ -63,6 +63,24 @@ inline constexpr std::array<StoredCase<OutputNaming>, 4> outputNamingKeys{
      {OutputNaming::batesRange, "batesRange"},
      {OutputNaming::batesAndOriginal, "batesAndOriginal"}}};
 
+/// The cases of the enumeration that `StoredCase` lists, by any value of it.
+constexpr const auto &storedCases(StampPosition /*any*/)
+{
+    return stampPositionKeys;
+}
+constexpr const auto &storedCases(CoverOption /*any*/)
+{
+    return coverOptionKeys;
+}
+constexpr const auto &storedCases(FileOrder /*any*/)
+{
+    return fileOrderKeys;
+}
+constexpr const auto &storedCases(OutputNaming /*any*/)
+{
+    return outputNamingKeys;
+}
+
 /// All spots, the top row first, each row from left to right.
 inline constexpr std::array<StampPosition, 6> allStampPositions{
     StampPosition::topLeft,    StampPosition::topCenter,    StampPosition::topRight,
@@ -82,7 +100,7 @@ template <typename Value> struct ClosedRange {
 };
 
 /// How a production is numbered and stamped. A plain value; whatever makes output of it uses `normalized()`.
-/// The fields stand in the order in which they are stored.
+/// A new field is listed in `forEachField` as well.
 struct StampSettings {
     static constexpr ClosedRange<std::int64_t> digitRange{1, 12};
     static constexpr ClosedRange<double> marginRange{0.0, 144.0};  ///< Points.
@@ -129,6 +147,30 @@ struct StampSettings {
     /// name.
     [[nodiscard]] static StampSettings exhibits();
 };
+
+/// Calls `visit` with the stored key of every field, and a pointer to the member, in the order in which they
+/// are stored. Reading, writing, hashing and the tests of all fields go by this list.
+template <typename Visit> void forEachField(const Visit &visit)
+{
+    visit("prefix", &StampSettings::prefix);
+    visit("digits", &StampSettings::digits);
+    visit("startNumber", &StampSettings::startNumber);
+    visit("suffix", &StampSettings::suffix);
+    visit("batesPosition", &StampSettings::batesPosition);
+    visit("margin", &StampSettings::margin);
+    visit("fontName", &StampSettings::fontName);
+    visit("fontSize", &StampSettings::fontSize);
+    visit("color", &StampSettings::color);
+    visit("background", &StampSettings::background);
+    visit("legend", &StampSettings::legend);
+    visit("legendPosition", &StampSettings::legendPosition);
+    visit("pageOfTotal", &StampSettings::pageOfTotal);
+    visit("pageOfTotalFormat", &StampSettings::pageOfTotalFormat);
+    visit("pageOfTotalPosition", &StampSettings::pageOfTotalPosition);
+    visit("cover", &StampSettings::cover);
+    visit("order", &StampSettings::order);
+    visit("naming", &StampSettings::naming);
+}
 
 /// Writes Bates numbers with settings that are normalised already; for the many numbers of one plan.
 class BatesFormatter {

@@ -8,6 +8,8 @@
 #include <QJsonObject>
 
 #include <set>
+#include <string>
+#include <vector>
 
 namespace tallyfold {
 
@@ -49,6 +51,24 @@ TEST(EveryField, AllEighteenAreStoredAndNoneIsLeftAtItsDefault)
     }
     EXPECT_EQ(keys.size(), 18U);
     EXPECT_EQ(keys, stored);
+}
+
+TEST(EveryField, TheListOfTheSettingsHasAllInTheirOrder)
+{
+    std::vector<std::string> listed;
+    forEachField([&](const char *key, auto /*member*/) { listed.emplace_back(key); });
+    std::vector<std::string> expected;
+    for (const SettingsField &field : everyField()) {
+        expected.push_back(field.key);
+    }
+    EXPECT_EQ(listed, expected);
+    const QByteArray stored = encode(StampSettings()).value();
+    qsizetype last = -1;
+    for (const std::string &key : listed) {
+        const qsizetype place = stored.indexOf('"' + QByteArray::fromStdString(key) + "\":");
+        EXPECT_GT(place, last) << key;
+        last = place;
+    }
 }
 
 TEST(EveryField, AllComeBackTogether)
