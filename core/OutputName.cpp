@@ -1,12 +1,11 @@
 #include "core/OutputName.h"
 
 #include "core/Graphemes.h"
+#include "core/PdfEnding.h"
 
 namespace tallyfold {
 
 namespace {
-
-const QString pdfEnding = QStringLiteral(".pdf");
 
 /// `name` without its last extension. As on the platform the rule comes from, a name that is all extension
 /// keeps it, and what follows the last dot is no extension when it holds a space.
@@ -15,6 +14,11 @@ QString withoutExtension(const QString &name)
     const qsizetype dot = name.lastIndexOf(u'.');
     const bool isExtension = dot > 0 && dot + 1 < name.size() && !name.sliced(dot).contains(u' ');
     return isExtension ? name.first(dot) : name;
+}
+
+QString ending()
+{
+    return QString::fromLatin1(pdfEnding.data(), static_cast<qsizetype>(pdfEnding.size()));
 }
 
 } // namespace
@@ -36,7 +40,7 @@ QString cleanedFileName(const QString &name)
     if (clean.isEmpty()) {
         clean = QStringLiteral("Document");
     }
-    return clean.toLower().endsWith(pdfEnding) ? clean : clean + pdfEnding;
+    return hasPdfEnding(clean) ? clean : clean + ending();
 }
 
 QString outputName(const QString &sourceName, const std::optional<NumberRange> &range, OutputNaming naming,
@@ -50,16 +54,16 @@ QString outputName(const QString &sourceName, const std::optional<NumberRange> &
     case OutputNaming::original:
         break;
     case OutputNaming::batesFirst:
-        return cleanedFileName(bates(range->first) + pdfEnding);
+        return cleanedFileName(bates(range->first) + ending());
     case OutputNaming::batesRange: {
         QString name = bates(range->first);
         if (range->last != range->first) {
             name += u'-' + bates(range->last);
         }
-        return cleanedFileName(name + pdfEnding);
+        return cleanedFileName(name + ending());
     }
     case OutputNaming::batesAndOriginal:
-        return cleanedFileName(bates(range->first) + u' ' + withoutExtension(base) + pdfEnding);
+        return cleanedFileName(bates(range->first) + u' ' + withoutExtension(base) + ending());
     }
     return base;
 }

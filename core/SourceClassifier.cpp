@@ -56,8 +56,7 @@ SourceFile classify(const std::filesystem::path &location, EarlierNumbers earlie
     if (document->wasCutShort()) {
         source.problem = SourceProblem::unreadable;
         source.pageCount = 0;
-    } else if (document->isEncrypted() &&
-               !(document->allowsPrinting() && document->allowsChanges() && document->allowsCopying())) {
+    } else if (document->isRestricted()) {
         source.problem = SourceProblem::encrypted;
     } else if (source.pageCount == 0) {
         source.problem = SourceProblem::empty;

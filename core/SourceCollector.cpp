@@ -1,6 +1,7 @@
 #include "core/SourceCollector.h"
 
 #include "core/NaturalOrder.h"
+#include "core/PdfEnding.h"
 
 #include <algorithm>
 #include <string>
@@ -18,14 +19,7 @@ namespace fs = std::filesystem;
 /// files.
 bool isPdfName(const std::string &name)
 {
-    constexpr std::string_view ending = ".pdf";
-    if (name.starts_with('.') || name.size() < ending.size()) {
-        return false;
-    }
-    return std::equal(ending.begin(), ending.end(), name.end() - static_cast<std::ptrdiff_t>(ending.size()),
-                      [](char wanted, char given) {
-                          return wanted == (given >= 'A' && given <= 'Z' ? given + 32 : given);
-                      });
+    return !name.starts_with('.') && hasPdfEnding(name);
 }
 
 /// Adds what lies below `top` and is named like a PDF. Symbolic links to folders are not entered, so there

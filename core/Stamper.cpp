@@ -99,8 +99,7 @@ std::unique_ptr<pdf::Document> open(const SourceFile &source)
                                                    : StampError::unreadable(source.name);
     }
     auto document = std::get<std::unique_ptr<pdf::Document>>(std::move(opened));
-    if (document->isEncrypted() &&
-        !(document->allowsPrinting() && document->allowsChanges() && document->allowsCopying())) {
+    if (document->isRestricted()) {
         throw StampError::encrypted(source.name);
     }
     return document;

@@ -1,6 +1,7 @@
 #include "pdf/annotations/FieldText.h"
 
 #include "pdf/annotations/AnnotationStyle.h"
+#include "pdf/text/Graphemes.h"
 #include "pdf/text/TextFonts.h"
 #include "pdf/text/TextItems.h"
 
@@ -83,7 +84,7 @@ std::vector<ShapedLine> wrapped(const QString &text, const TextBox &box, TextFon
             }
             while (!fits(word) && word.size() > 1) {
                 qsizetype length = 1;
-                for (const qsizetype end : clusterBoundaries(word, 0, word.size())) {
+                for (const qsizetype end : graphemeBoundaries(word, 0, word.size())) {
                     if (end > 0 && !fits(word.first(end))) {
                         break;
                     }
@@ -210,7 +211,7 @@ void appendComb(std::string &content, const QString &text, int cells, const Text
     beginClipped(content, box);
     const double cell = box.area.width() / cells;
     const double baseline = (box.area.minY + box.area.maxY) / 2 - middleToBaseline * box.size;
-    const std::vector<qsizetype> characters = clusterBoundaries(text, 0, text.size());
+    const std::vector<qsizetype> characters = graphemeBoundaries(text, 0, text.size());
     for (std::size_t index = 0; index + 1 < characters.size() && static_cast<int>(index) < cells; ++index) {
         const QString character = text.sliced(characters[index], characters[index + 1] - characters[index]);
         const ShapedLine line = fonts.shape(character, box.fontName, box.size);

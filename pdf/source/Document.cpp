@@ -63,6 +63,11 @@ Document::Document(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
 
 Document::~Document() = default;
 
+bool Document::isRestricted() const
+{
+    return isEncrypted() && !(allowsPrinting() && allowsChanges() && allowsCopying());
+}
+
 bool Document::isEncrypted() const
 {
     return m_parts->isEncrypted;

@@ -31,6 +31,9 @@ public:
     Document(const Document &) = delete;
     Document &operator=(const Document &) = delete;
 
+    /// Whether the owner denies a reader anything that a stamped copy takes: printing, changes or copying.
+    [[nodiscard]] bool isRestricted() const;
+
     /// Whether the file is encrypted (with an empty password, or it would be `locked`).
     [[nodiscard]] bool isEncrypted() const;
     /// What the owner lets a reader do (PDF 1.7, 7.6.3.2); all true for a file that is not encrypted

@@ -49,8 +49,8 @@ int writeProgram(OutputObjects &objects, const FontProgram &program, bool isCff)
     return number;
 }
 
-/// `name` begins with its slash. `program` is the font's object number, or 0 for a font that could be shaped with and yet not be cut: its
-/// text is still there to be found.
+/// `name` begins with its slash. `program` is the font's object number, or 0 for a font that could be shaped
+/// with and yet not be cut: its text is still there to be found.
 int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::string &name, int program)
 {
     const bool isCff = face.outlines() == FontFace::Outlines::cff;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <unicode/brkiter.h>
 #include <unicode/ubidi.h>
 #include <unicode/unistr.h>
 #include <unicode/uscript.h>
@@ -93,26 +92,6 @@ std::vector<TextItem> itemize(const QString &text)
         }
     }
     return items;
-}
-
-std::vector<qsizetype> clusterBoundaries(const QString &text, qsizetype start, qsizetype length)
-{
-    std::vector<qsizetype> boundaries;
-    UErrorCode status = U_ZERO_ERROR;
-    const std::unique_ptr<icu::BreakIterator> characters(
-        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-    if (U_FAILURE(status)) {
-        for (qsizetype at = start; at <= start + length; ++at) {
-            boundaries.push_back(at);
-        }
-        return boundaries;
-    }
-    const icu::UnicodeString stretch(false, units(text) + start, static_cast<int32_t>(length));
-    characters->setText(stretch);
-    for (int32_t at = characters->first(); at != icu::BreakIterator::DONE; at = characters->next()) {
-        boundaries.push_back(start + at);
-    }
-    return boundaries;
 }
 
 } // namespace tallyfold::pdf

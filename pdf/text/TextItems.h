@@ -19,8 +19,4 @@ struct TextItem {
 /// strong character, left to right where it has none.
 [[nodiscard]] std::vector<TextItem> itemize(const QString &text);
 
-/// Where the user-perceived characters of a stretch of `text` begin, and at last its end (UAX #29).
-[[nodiscard]] std::vector<qsizetype> clusterBoundaries(const QString &text, qsizetype start,
-                                                       qsizetype length);
-
 } // namespace tallyfold::pdf

@@ -2,6 +2,7 @@
 
 #include "pdf/text/ClusterText.h"
 #include "pdf/text/FontCatalog.h"
+#include "pdf/text/Graphemes.h"
 #include "pdf/text/ScriptLanguage.h"
 #include "pdf/text/TextItems.h"
 
@@ -124,7 +125,7 @@ std::vector<FontStretch> byFont(const QString &text, const TextItem &item, const
 {
     std::vector<FontStretch> stretches;
     const std::string language = languageFor(item.script, text);
-    const std::vector<qsizetype> clusters = clusterBoundaries(text, item.start, item.length);
+    const std::vector<qsizetype> clusters = graphemeBoundaries(text, item.start, item.length);
     for (std::size_t index = 0; index + 1 < clusters.size(); ++index) {
         const qsizetype start = clusters[index];
         const qsizetype end = clusters[index + 1];

@@ -1,6 +1,7 @@
 #include "ui/panels/FolderContents.h"
 
 #include "core/NaturalOrder.h"
+#include "core/PdfEnding.h"
 #include "core/SourceFile.h"
 #include "ui/text/Words.h"
 
@@ -17,12 +18,6 @@ namespace {
 bool isHidden(const std::filesystem::path &path)
 {
     return path.filename().native().starts_with('.');
-}
-
-bool isPdf(const std::filesystem::path &path)
-{
-    const std::string extension = path.extension().native();
-    return QByteArray::fromStdString(extension).toLower() == ".pdf";
 }
 
 QDateTime modificationOf(const std::filesystem::directory_entry &entry)
@@ -53,7 +48,7 @@ bool FolderContents::open(const std::filesystem::path &folder)
         const std::filesystem::directory_entry &entry = *iterator;
         std::error_code unknown; // What cannot be looked at is no folder, and may still be a PDF by its name.
         const bool isFolder = entry.is_directory(unknown);
-        if (isHidden(entry.path()) || (!isFolder && !isPdf(entry.path()))) {
+        if (isHidden(entry.path()) || (!isFolder && !hasPdfEnding(entry.path().native()))) {
             continue;
         }
         const auto bytes = isFolder ? 0 : static_cast<std::int64_t>(entry.file_size(unknown));

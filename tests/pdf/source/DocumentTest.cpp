@@ -75,6 +75,7 @@ TEST(Document, AFileThatNeedsNoPasswordIsNotEncryptedAndAllowsEverything)
     ASSERT_TRUE(document);
     EXPECT_FALSE(document->isEncrypted());
     EXPECT_TRUE(document->allowsPrinting() && document->allowsChanges() && document->allowsCopying());
+    EXPECT_FALSE(document->isRestricted());
 }
 
 TEST(Document, PagesAreCountedByWalkingTheTree)

@@ -1,5 +1,7 @@
 #include "pdf/text/TextItems.h"
 
+#include "pdf/text/Graphemes.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -49,7 +51,7 @@ TEST(TextItems, WordsFromTheRightInsideALineKeepTheirPlace)
 TEST(TextItems, ClustersAreWhatUsersCallCharacters)
 {
     const QString text = QStringLiteral("e\u0301👨‍👩‍👧x");
-    const std::vector<qsizetype> ends = clusterBoundaries(text, 0, text.size());
+    const std::vector<qsizetype> ends = graphemeBoundaries(text, 0, text.size());
     EXPECT_EQ(ends, (std::vector<qsizetype>{0, 2, text.size() - 1, text.size()}));
 }
 
