@@ -235,6 +235,7 @@ void ObjectCopier::appendResourceEntries(std::string &out, const QPDFObjectHandl
         if (!entries.isDictionary()) {
             if (entries.isArray()) { // /ProcSet, the one category without names.
                 appendName(out, category);
+                out.push_back(' ');
                 append(out, names);
             }
             continue;

@@ -57,6 +57,7 @@ DictionaryWriter EntryWriter::dictionary(std::string_view key)
 void EntryWriter::key(std::string_view name)
 {
     appendName(*m_out, name);
+    m_out->push_back(' ');
 }
 
 std::string &EntryWriter::out()

@@ -10,9 +10,9 @@ namespace tallyfold::pdf {
 
 class DictionaryWriter;
 
-/// Appends entries of a dictionary (PDF 1.7, 7.3.7) to a string, which must outlive it: what stands between the
-/// brackets, and all that `OutputObjects` takes of a stream's dictionary. Keys begin with their slash and are
-/// written as they stand, but for `key`.
+/// Appends entries of a dictionary (PDF 1.7, 7.3.7) to a string, which must outlive it: what stands between
+/// the brackets, and all that `OutputObjects` takes of a stream's dictionary. Keys begin with their slash and
+/// are written as they stand, but for `key`.
 class EntryWriter {
 public:
     explicit EntryWriter(std::string &out);
@@ -34,8 +34,8 @@ public:
     /// A dictionary as the value, which is complete when what this gives goes.
     [[nodiscard]] DictionaryWriter dictionary(std::string_view key);
 
-    /// Appends a key of any characters, as `appendName` does, for a value that is appended to `out` by other
-    /// means.
+    /// Appends a key of any characters, as `appendName` does, and a space, for a value of any kind that is
+    /// appended to `out` by other means.
     void key(std::string_view name);
     /// What the entries are appended to.
     [[nodiscard]] std::string &out();

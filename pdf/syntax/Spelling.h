@@ -3,15 +3,16 @@
 #include <array>
 #include <string_view>
 
-/// How the files that are written here spell what PDF leaves open, for those who write it and for the proof of a
-/// copy, which reads it back and takes nothing else.
+/// How the files that are written here spell what PDF leaves open, for those who write it and for the proof
+/// of a copy, which reads it back and takes nothing else.
 namespace tallyfold::pdf::spelling {
 
 inline constexpr std::string_view objectStart = " 0 obj\n"; ///< After the object's number.
 inline constexpr std::string_view objectEnd = "\nendobj\n";
 inline constexpr std::string_view referenceEnd = " 0 R"; ///< After the object's number.
 
-inline constexpr std::string_view dataStart = ">>stream\n"; ///< After the last entry of a stream's dictionary.
+inline constexpr std::string_view dataStart =
+    ">>stream\n"; ///< After the last entry of a stream's dictionary.
 inline constexpr std::string_view dataEnd = "\nendstream\nendobj\n";
 inline constexpr std::string_view compressed = "/Filter/FlateDecode";
 

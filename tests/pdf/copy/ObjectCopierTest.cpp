@@ -8,6 +8,9 @@
 #include <gtest/gtest.h>
 #include <qpdf/QPDF.hh>
 
+#include <set>
+#include <string>
+
 namespace tallyfold {
 
 using tests::flatCopy;
@@ -61,6 +64,22 @@ std::string qdfOf(const std::filesystem::path &path)
 }
 
 } // namespace
+
+TEST(ObjectCopier, IndirectCollectionsStayBehindTheirKeys)
+{
+    PdfBuilder builder;
+    addStrangers(builder);
+    const int procedures = builder.add("[/PDF/Text]");
+    const int group = builder.add("<</S/Transparency/CS/DeviceRGB>>");
+    const int states = builder.add("<</G<</ca 0.5>>>>");
+    builder.addPage("/Group " + reference(group) + "/Resources<</ProcSet " + reference(procedures) +
+                    "/ExtGState " + reference(states) + ">>");
+    Copied copy(builder);
+    EXPECT_EQ(copy.page().getKey("/Group").getKey("/CS").getName(), "/DeviceRGB");
+    EXPECT_EQ(copy.resources().getKey("/ProcSet").getArrayNItems(), 2);
+    EXPECT_EQ(copy.resources().getKey("/ExtGState").getKey("/G").getKey("/ca").unparse(), "0.5");
+    EXPECT_EQ(copy.resources().getKeys(), (std::set<std::string>{"/ExtGState", "/ProcSet"}));
+}
 
 // PDF 1.7, 7.3.10: any object may be an indirect one, and a reference to it means the object.
 class IndirectScalar : public testing::TestWithParam<const char *> {};
