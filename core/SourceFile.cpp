@@ -60,4 +60,9 @@ QString displayName(const std::filesystem::path &path)
     return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
+QString displayPath(const std::filesystem::path &path)
+{
+    return QString::fromUtf8(path.native().c_str());
+}
+
 } // namespace tallyfold

@@ -60,5 +60,7 @@ struct SourceFile {
 
 /// The last component of `path` as text; bytes that are not valid UTF-8 become replacement characters.
 [[nodiscard]] QString displayName(const std::filesystem::path &path);
+/// The whole of `path` as text, likewise.
+[[nodiscard]] QString displayPath(const std::filesystem::path &path);
 
 } // namespace tallyfold

@@ -4,9 +4,12 @@
 #include "tests/ui/WindowFixture.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QScrollBar>
+#include <QToolTip>
 
 namespace tallyfold {
 
@@ -27,6 +30,27 @@ protected:
     std::string row(int place)
     {
         return rows()->index(place, 0).data(Qt::AccessibleTextRole).toString().toStdString();
+    }
+
+    void setOrder(FileOrder order)
+    {
+        StampSettings changed = stamp();
+        changed.order = order;
+        model().setStamp(changed);
+    }
+
+    /// Takes a row with the mouse and pulls it towards another one.
+    void drag(int from, int to)
+    {
+        const QPoint start = view()->visualRect(rows()->index(from, 0)).center();
+        const QPoint end = view()->visualRect(rows()->index(to, 0)).center();
+        QTest::mousePress(view()->viewport(), Qt::LeftButton, {}, start);
+        for (const QPoint point : {(start + end) / 2, end, end + QPoint(0, 2)}) {
+            QMouseEvent move(QEvent::MouseMove, point, view()->viewport()->mapToGlobal(point), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QApplication::sendEvent(view()->viewport(), &move);
+        }
+        QTest::mouseRelease(view()->viewport(), Qt::LeftButton, {}, end);
     }
 
     void select(const std::vector<int> &places)
@@ -200,18 +224,52 @@ TEST_F(FileListTest, TextThatIsDraggedIsNotTaken)
     EXPECT_FALSE(enter.isAccepted());
 }
 
-TEST_F(FileListTest, ARowThatIsDraggedMovesAndTheOrderBecomesTheUsers)
+TEST_F(FileListTest, ARowThatIsDraggedMovesWhereTheOrderIsTheUsers)
 {
     addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    setOrder(FileOrder::manual);
     const std::unique_ptr<QMimeData> data(rows()->mimeData({rows()->index(2, 0)}));
     rows()->dropMimeData(data.get(), Qt::MoveAction, 0, 0, {});
     EXPECT_EQ(numbered(), "c.pdf a.pdf b.pdf");
-    EXPECT_EQ(stamp().order, FileOrder::manual);
+}
+
+// There is no undo for it, and numbers would go to other files by a slip of the hand.
+TEST_F(FileListTest, ADragMovesNothingInAnyOtherOrderAndSaysWhy)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    for (const FileOrder order : {FileOrder::name, FileOrder::modified}) {
+        setOrder(order);
+        const std::string before = numbered();
+        drag(2, 0);
+        EXPECT_TRUE(QToolTip::isVisible());
+        EXPECT_EQ(QToolTip::text(),
+                  QStringLiteral("To move files, choose “As listed (drag to reorder)” under "
+                                 "“Cover pages and order”."));
+        QToolTip::hideText();
+        const std::unique_ptr<QMimeData> data(rows()->mimeData({rows()->index(2, 0)}));
+        EXPECT_FALSE(rows()->dropMimeData(data.get(), Qt::MoveAction, 0, 0, {}));
+        EXPECT_EQ(numbered(), before);
+        EXPECT_EQ(stamp().order, order);
+    }
+}
+
+TEST_F(FileListTest, AltAndTheArrowsMoveNothingInAnyOtherOrderAndSayWhy)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    select({1});
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down}) {
+        QTest::keyClick(view(), key, Qt::AltModifier);
+        EXPECT_EQ(numbered(), "a.pdf b.pdf c.pdf");
+        EXPECT_EQ(stamp().order, FileOrder::name);
+        EXPECT_TRUE(QToolTip::isVisible());
+        QToolTip::hideText();
+    }
 }
 
 TEST_F(FileListTest, AltAndTheArrowsMoveTheChosenRows)
 {
     addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    setOrder(FileOrder::manual);
     select({2});
     QTest::keyClick(view(), Qt::Key_Up, Qt::AltModifier);
     EXPECT_EQ(numbered(), "a.pdf c.pdf b.pdf");

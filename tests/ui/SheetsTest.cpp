@@ -109,6 +109,10 @@ TEST_F(SheetsTest, AProductionThatWasWrittenIsToldWithItsRangeAndFiles)
     EXPECT_EQ(text("resultTitle"), "Production written");
     EXPECT_EQ(text("resultCounts"), "2 stamped copies · 4 pages");
     EXPECT_EQ(text("resultRange"), "ABC000001 – ABC000004");
+    EXPECT_EQ(find<QLabel>("resultCounts")->toolTip().toStdString(), output);
+    EXPECT_EQ(find<QLabel>("resultIndex")->toolTip().toStdString(), output / "Production Index.csv");
+    EXPECT_EQ(find<QLabel>("resultIndex")->accessibleDescription().toStdString(),
+              output / "Production Index.csv");
     EXPECT_EQ(text("resultIndex"), "Production Index.csv");
     EXPECT_EQ(text("resultPrivilegeLog"), "Privilege Log.csv");
     EXPECT_EQ(text("resultNext"), "Next production starts at ABC000005 to continue this series.");

@@ -14,24 +14,18 @@ namespace tallyfold {
 
 namespace {
 
-/// The path as text, whatever its bytes are.
-QString shown(const std::filesystem::path &path)
-{
-    return QString::fromUtf8(path.native().c_str());
-}
-
 QString lastComponent(const std::filesystem::path &folder)
 {
     const std::filesystem::path name =
         folder.has_filename() ? folder.filename() : folder.parent_path().filename();
-    return name.empty() ? shown(folder) : shown(name);
+    return name.empty() ? displayPath(folder) : displayPath(name);
 }
 
 /// Where the folder lies; empty for the topmost one.
 QString placeOf(const std::filesystem::path &folder)
 {
     const std::filesystem::path named = folder.has_filename() ? folder : folder.parent_path();
-    return named.has_filename() ? shown(named.parent_path()) : QString();
+    return named.has_filename() ? displayPath(named.parent_path()) : QString();
 }
 
 } // namespace
@@ -85,7 +79,7 @@ void OutputSection::addFolder()
         folder->setVisible(chosen.has_value());
         none->setVisible(!chosen);
         folder->setText(chosen ? lastComponent(*chosen) : QString());
-        folder->setToolTip(chosen ? shown(*chosen) : QString());
+        folder->setToolTip(chosen ? displayPath(*chosen) : QString());
         place->setText(chosen ? placeOf(*chosen) : QString());
         place->setToolTip(folder->toolTip());
         place->setVisible(!place->text().isEmpty());

@@ -186,6 +186,10 @@ void FileList::moveCurrent(int step)
     }
     // Up goes before the row above the first, down behind the row below the last; the chosen rows come
     // together.
+    if (!m_files.canMoveRows()) {
+        m_view->tellHowToMove(m_files.index(static_cast<int>(*rows.begin()), 0));
+        return;
+    }
     const std::int64_t target = step < 0 ? *rows.begin() - 1 : *rows.rbegin() + 2;
     if (target >= 0 && target <= m_files.rowCount()) {
         m_environment.model.move(rows, target);

@@ -41,6 +41,11 @@ FileListModel::FileListModel(Move move, QObject *parent)
 {
 }
 
+bool FileListModel::canMoveRows() const
+{
+    return m_plan->settings.order == FileOrder::manual;
+}
+
 bool FileListModel::setPlan(const std::shared_ptr<const ProductionPlan> &plan)
 {
     if (!haveSameSources(*m_plan, *plan)) {
@@ -143,7 +148,7 @@ bool FileListModel::dropMimeData(const QMimeData *data, Qt::DropAction action, i
                                  const QModelIndex &parent)
 {
     const std::set<std::int64_t> rows = rowsIn(*data);
-    if (action != Qt::MoveAction || rows.empty()) {
+    if (action != Qt::MoveAction || rows.empty() || !canMoveRows()) {
         return false;
     }
     m_move(rows, row >= 0 ? row : parent.isValid() ? parent.row() : rowCount());

@@ -25,6 +25,9 @@ public:
 
     explicit FileListModel(Move move, QObject *parent = nullptr);
 
+    /// Whether the user sets the order; else the rows stand as the plan orders them, and none can be moved.
+    [[nodiscard]] bool canMoveRows() const;
+
     /// Shows `plan`. False when its rows are other files, or the same in another order: then the model is
     /// reset.
     bool setPlan(const std::shared_ptr<const ProductionPlan> &plan);

@@ -1,6 +1,8 @@
 #include "ui/list/FileListView.h"
 
 #include "app/UriList.h"
+#include "ui/text/Titles.h"
+#include "ui/text/Words.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -9,8 +11,10 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStringList>
+#include <QToolTip>
 
 #include <memory>
+#include <utility>
 
 namespace tallyfold {
 
@@ -168,6 +172,14 @@ void FileListView::mouseMoveEvent(QMouseEvent *event)
     QListView::mouseMoveEvent(event);
 }
 
+void FileListView::mouseReleaseEvent(QMouseEvent *event)
+{
+    QListView::mouseReleaseEvent(event);
+    if (std::exchange(m_isDragRefused, false)) { // The button's release has hidden it.
+        tellHowToMove(currentIndex());
+    }
+}
+
 void FileListView::scrollContentsBy(int dx, int dy)
 {
     QListView::scrollContentsBy(dx, dy);
@@ -176,9 +188,25 @@ void FileListView::scrollContentsBy(int dx, int dy)
 
 void FileListView::startDrag(Qt::DropActions supportedActions)
 {
+    if (!m_model->canMoveRows()) {
+        m_isDragRefused = true;
+        tellHowToMove(currentIndex());
+        return;
+    }
     // The model moves the rows itself when they are dropped: nothing is left to be taken out afterwards.
     QListView::startDrag(supportedActions);
     viewport()->update();
+}
+
+void FileListView::tellHowToMove(const QModelIndex &index)
+{
+    const QRect row = visualRect(index);
+    const QPoint beside = viewport()->mapToGlobal(row.isValid() ? row.center() : rect().center());
+    QToolTip::showText(
+        beside,
+        words(QT_TRANSLATE_NOOP("Words", "To move files, choose “%1” under “%2”."))
+            .arg(titleOf(FileOrder::manual), words(QT_TRANSLATE_NOOP("Words", "Cover pages and order"))),
+        viewport());
 }
 
 bool FileListView::isOnLink(QPoint point) const

@@ -24,6 +24,9 @@ public:
     /// Chooses the rows of `ids`, without telling of it.
     void showSelected(const QSet<QUuid> &ids);
 
+    /// Says beside the row at `index` what lets rows be moved.
+    void tellHowToMove(const QModelIndex &index);
+
     /// The button over the link of the current row; hidden while that has none.
     [[nodiscard]] QPushButton *link() const;
 
@@ -48,6 +51,7 @@ protected:
     void changeEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
     void startDrag(Qt::DropActions supportedActions) override;
 
@@ -59,7 +63,8 @@ private:
     FileListModel *m_model;
     FileRowDelegate *m_delegate;
     LinkButton *m_link;
-    bool m_isShowing = false; ///< The model's selection is being shown, not one that the user made.
+    bool m_isDragRefused = false; ///< Since the button was pressed.
+    bool m_isShowing = false;     ///< The model's selection is being shown, not one that the user made.
 };
 
 } // namespace tallyfold

@@ -20,6 +20,13 @@ namespace {
 constexpr int sheetWidth = 480;
 constexpr int tallestFailures = 180;
 
+/// Makes the whole path of what a label names its help text.
+void tellPlace(QWidget &label, const std::filesystem::path &path)
+{
+    label.setToolTip(displayPath(path));
+    label.setAccessibleDescription(displayPath(path));
+}
+
 } // namespace
 
 ResultView::ResultView(const Environment &environment, QWidget *parent)
@@ -56,6 +63,7 @@ void ResultView::addHeading(QVBoxLayout &layout)
                                        QStringLiteral(" · ") + countText(m_summary.pages, Counted::pages),
                                    TextStyle::body, Tone::secondary);
     counts->setObjectName(QStringLiteral("resultCounts"));
+    tellPlace(*counts, m_summary.folder);
     auto *texts = new QVBoxLayout;
     texts->setSpacing(2);
     texts->addWidget(heading);
@@ -70,7 +78,7 @@ void ResultView::addHeading(QVBoxLayout &layout)
 void ResultView::addRows(QVBoxLayout &layout)
 {
     auto *card = new Card;
-    const auto addRow = [card](const QString &label, const QString &value, const char *name) {
+    const auto addRow = [card](const QString &label, const QString &value, const char *name) -> QLabel & {
         auto *text = new StyledLabel(value, TextStyle::body);
         text->setObjectName(QLatin1String(name));
         text->setTabularDigits();
@@ -79,16 +87,20 @@ void ResultView::addRows(QVBoxLayout &layout)
         text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
         text->setAccessibleName(label + QStringLiteral(": ") + value);
         card->addRow(label, text);
+        return *text;
     };
     if (m_summary.range) {
         addRow(words(QT_TRANSLATE_NOOP("Words", "Bates range")), *m_summary.range, "resultRange");
     }
     if (m_summary.index) {
-        addRow(words(QT_TRANSLATE_NOOP("Words", "Index")), displayName(*m_summary.index), "resultIndex");
+        tellPlace(
+            addRow(words(QT_TRANSLATE_NOOP("Words", "Index")), displayName(*m_summary.index), "resultIndex"),
+            *m_summary.index);
     }
     if (m_summary.privilegeLog) {
-        addRow(words(QT_TRANSLATE_NOOP("Words", "Privilege log")), displayName(*m_summary.privilegeLog),
-               "resultPrivilegeLog");
+        tellPlace(addRow(words(QT_TRANSLATE_NOOP("Words", "Privilege log")),
+                         displayName(*m_summary.privilegeLog), "resultPrivilegeLog"),
+                  *m_summary.privilegeLog);
     }
     if (m_summary.range || m_summary.index || m_summary.privilegeLog) {
         layout.addWidget(card);
