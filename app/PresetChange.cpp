@@ -1,45 +1,18 @@
 #include "app/PresetChange.h"
 
-#include <tuple>
 #include <utility>
 
 namespace tallyfold {
 
-namespace {
-
-/// All fields but the start number.
-constexpr std::tuple fields{&StampSettings::prefix,
-                            &StampSettings::digits,
-                            &StampSettings::suffix,
-                            &StampSettings::batesPosition,
-                            &StampSettings::margin,
-                            &StampSettings::fontName,
-                            &StampSettings::fontSize,
-                            &StampSettings::color,
-                            &StampSettings::background,
-                            &StampSettings::legend,
-                            &StampSettings::legendPosition,
-                            &StampSettings::pageOfTotal,
-                            &StampSettings::pageOfTotalFormat,
-                            &StampSettings::pageOfTotalPosition,
-                            &StampSettings::cover,
-                            &StampSettings::order,
-                            &StampSettings::naming};
-
-} // namespace
-
 StampSettings withFieldsOf(const StampSettings &current, const StampSettings &from, const StampSettings &to)
 {
     StampSettings result = current;
-    const auto take = [&](auto field) {
-        if (from.*field != to.*field) {
-            result.*field = to.*field;
+    forEachField([&](const char * /*key*/, auto member) {
+        if (from.*member != to.*member) {
+            result.*member = to.*member;
         }
-    };
-    std::apply([&](auto... field) { (take(field), ...); }, fields);
-    if (current.startNumber == from.startNumber) {
-        result.startNumber = to.startNumber;
-    }
+    });
+    result.startNumber = current.startNumber == from.startNumber ? to.startNumber : current.startNumber;
     return result;
 }
 

@@ -8,5 +8,6 @@ target_compile_definitions(tallyfold_warnings INTERFACE
 if(TALLYFOLD_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # g++ 12 sees uninitialised members in std::regex, and a move of a short string as one of many bytes, once a sanitizer
     # has rewritten them.
-    target_compile_options(tallyfold_warnings INTERFACE -Wno-maybe-uninitialized -Wno-array-bounds)
+    target_compile_options(tallyfold_warnings INTERFACE -Wno-maybe-uninitialized -Wno-array-bounds
+        -Wno-stringop-overflow -Wno-restrict)
 endif()
