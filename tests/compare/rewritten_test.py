@@ -41,7 +41,7 @@ SAMPLES = os.path.join(os.path.dirname(os.path.dirname(HERE)), "samples")
 SEED = 20240229
 PAGES_OF_A_SAMPLE = 1
 VARIANTS_AT_ONCE = 6
-SECONDS_OF_A_BATCH = 240
+SECONDS_OF_A_BATCH = 900
 MEGABYTES_OF_A_BATCH = 4096
 
 
