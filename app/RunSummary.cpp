@@ -55,11 +55,16 @@ RunSummary RunSummary::ofStopped(const std::vector<std::filesystem::path> &writt
     for (const std::filesystem::path &path : written) {
         names.insert(displayName(path));
     }
+    std::optional<std::int64_t> first;
+    std::optional<std::int64_t> last;
     for (const PlannedFile *file : plan.stampedFiles()) {
         if (names.contains(file->outputName)) {
             summary.pages += count(file->pages.size());
+            first = first ? first : file->firstNumber();
+            last = file->lastNumber() ? file->lastNumber() : last;
         }
     }
+    summary.range = first && last ? std::optional(plan.rangeText(*first, *last)) : std::nullopt;
     return summary;
 }
 

@@ -16,7 +16,8 @@ namespace tallyfold {
 struct RunSummary {
     std::int64_t files = 0;       ///< Copies written.
     std::int64_t pages = 0;       ///< Pages written; of a stopped run those of finished copies.
-    std::optional<QString> range; ///< First to last Bates number; absent when nothing was numbered.
+    std::optional<QString> range; ///< First to last Bates number, of a stopped run in finished copies; absent
+                                  ///< when there is none.
     std::int64_t nextNumber = 1;  ///< Number that the next production of the series starts with.
     QString nextBates;            ///< That number as a Bates number.
     std::filesystem::path folder; ///< The output folder.

@@ -180,11 +180,13 @@ std::optional<QString> ProductionPlan::rangeText() const
 {
     const auto first = firstNumber();
     const auto last = lastNumber();
-    if (!first || !last) {
-        return std::nullopt;
-    }
+    return first && last ? std::optional(rangeText(*first, *last)) : std::nullopt;
+}
+
+QString ProductionPlan::rangeText(std::int64_t first, std::int64_t last) const
+{
     const BatesFormatter bates(settings);
-    return bates(*first) + QStringLiteral(" \u2013 ") + bates(*last);
+    return bates(first) + QStringLiteral(" \u2013 ") + bates(last);
 }
 
 std::int64_t ProductionPlan::digitsNeeded() const

@@ -71,6 +71,8 @@ public:
     [[nodiscard]] std::int64_t nextNumber() const;
     /// "first – last", also when both are the same; absent when no page is numbered.
     [[nodiscard]] std::optional<QString> rangeText() const;
+    /// The same of two numbers.
+    [[nodiscard]] QString rangeText(std::int64_t first, std::int64_t last) const;
     /// Count of decimal digits of the largest number.
     [[nodiscard]] std::int64_t digitsNeeded() const;
     /// Whether some numbers print wider than the others.

@@ -11,6 +11,8 @@
 namespace tallyfold {
 
 namespace fs = std::filesystem;
+using namespace Qt::StringLiterals;
+
 using Counts = std::map<std::string, int>;
 using Names = std::vector<std::string>;
 
@@ -293,7 +295,10 @@ TEST_F(Run, CanBeStoppedAfterEveryPage)
         EXPECT_TRUE(model->summary()->cancelled) << last;
         EXPECT_EQ(model->summary()->files, finished) << last;
         EXPECT_EQ(model->summary()->pages, 2 * finished) << last;
-        EXPECT_EQ(model->summary()->range, QStringLiteral("ABC000001 – ABC000007")) << last;
+        EXPECT_EQ(model->summary()->range, finished == 0   ? std::nullopt
+                                           : finished == 1 ? std::optional(u"ABC000001 – ABC000002"_s)
+                                                           : std::optional(u"ABC000001 – ABC000004"_s))
+            << last;
         EXPECT_EQ(model->summary()->nextNumber, 8) << last;
         EXPECT_EQ(model->summary()->nextBates, QStringLiteral("ABC000008")) << last;
         EXPECT_FALSE(model->summary()->index) << last;
@@ -303,6 +308,24 @@ TEST_F(Run, CanBeStoppedAfterEveryPage)
                                               : Names{"a.pdf", "b.pdf"}))
             << last;
     }
+}
+
+TEST_F(Run, AStoppedRunTellsNoNumbersOfCopiesThatHaveNone)
+{
+    StampSettings stamp = model->settings().stamp;
+    stamp.cover = CoverOption::skipNoNumber;
+    stamp.legend = u"CONFIDENTIAL"_s;
+    model->setStamp(stamp);
+    writeWith(writerWith([this](std::int64_t pages) {
+        if (pages == 6) {
+            model->cancelRun();
+        }
+    }));
+    model->add(std::vector{pdf("a.pdf", 3), pdf("b.pdf", 2), pdf("c.pdf", 3)});
+    stampAndWait();
+    ASSERT_TRUE(model->summary());
+    EXPECT_EQ(model->summary()->files, 2);
+    EXPECT_EQ(model->summary()->range, u"ABC000001 – ABC000003"_s);
 }
 
 TEST_F(Run, AStopOfOneRunDoesNotStopTheNext)

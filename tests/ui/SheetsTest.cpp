@@ -179,6 +179,7 @@ TEST_F(SheetsTest, ARunStoppedBeforeItsFirstCopySaysSo)
               "0 stamped copies were finished before you stopped; the one in progress was removed "
               "and no index was written.");
     EXPECT_FALSE(isShown("resultIndex"));
+    EXPECT_FALSE(isShown("resultRange"));
     EXPECT_EQ(buttonTitles(result),
               QStringList({QStringLiteral("Show in File Manager"), QStringLiteral("Done")}));
 }
