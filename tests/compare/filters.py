@@ -3,6 +3,7 @@ bytes."""
 import pikepdf
 
 MOST_BETWEEN_FILTERS = 16 * 1024 * 1024  # Bytes.
+NOT_DECODED = (pikepdf.PdfError, pikepdf.DataDecodingError, MemoryError)
 _LEVEL = pikepdf.StreamDecodeLevel.specialized
 
 
@@ -10,12 +11,12 @@ def decoded(stream):
     """The data of `stream` without filters that lose nothing; as it is where that cannot be, or is too much."""
     try:
         return without_filters(stream)
-    except (pikepdf.PdfError, MemoryError):
+    except NOT_DECODED:
         return stream.read_raw_bytes()
 
 
 def without_filters(stream):
-    """As `decoded`, but with an error of pikepdf's, or a MemoryError, where it cannot be or is too much."""
+    """As `decoded`, but with one of the errors `NOT_DECODED` where it cannot be or is too much."""
     filters = stream.get("/Filter")
     if not isinstance(filters, pikepdf.Array) or len(filters) < 2:
         return stream.read_bytes(decode_level=_LEVEL)

@@ -45,6 +45,11 @@ class Filters(unittest.TestCase):
         made = stream(b"8181>", "ASCIIHexDecode", *["RunLengthDecode"] * 8)
         self.assertEqual(decoded(made), b"8181>")
 
+    def test_that_fail_on_what_another_gave_stay_on(self):
+        for data, filters in ((b"00ff>", ("ASCIIHexDecode", "FlateDecode")),
+                              (zlib.compress(b"no such data"), ("FlateDecode", "FlateDecode"))):
+            self.assertEqual(decoded(stream(data, *filters)), data)
+
     def test_that_lose_something_stay_on(self):
         made = stream(b"ffd8>", "ASCIIHexDecode", "DCTDecode")
         self.assertEqual(decoded(made), b"ffd8>")

@@ -149,8 +149,8 @@ def use(session, work, sample):
     sources, first, second = (os.path.join(work, name) for name in ("sources", "first", "second"))
     for folder in (os.path.join(sources, "deeper"), first, second):
         os.makedirs(folder)
-    shutil.copy(sample, os.path.join(sources, "b.pdf"))
-    shutil.copy(sample, os.path.join(sources, "deeper", "a.pdf"))
+    shutil.copy(sample, os.path.join(sources, "a.pdf"))
+    shutil.copy(sample, os.path.join(sources, "deeper", "b.pdf"))
     pages = int(re.search(r"Pages:\s+(\d+)",
                           subprocess.run(["pdfinfo", sample], capture_output=True, text=True, check=True).stdout)[1])
 
@@ -159,16 +159,18 @@ def use(session, work, sample):
     session.wait_for("Tallyfold")
 
     add_folder(session, sources)
-    session.drag((60, 115), (60, 400))  # The first file behind the second: numbers follow the list from now on.
     session.key("Tab", "Tab")  # From the list over the title of the first section into the prefix.
     session.type("ACME")
     session.key("Tab", "Tab", "Tab", "Tab", "Tab")  # To the spots of the number.
     session.key("Up")  # From the bottom right to the top right.
+    session.key(*["Tab"] * 11)  # To the order of the files, by name so far.
+    session.type("As")
+    session.drag((60, 115), (60, 400))  # The first file behind the second.
     choose_output(session, first)
     session.open_with("ctrl+Return", "Production written")
     expect(sorted(os.listdir(first)) == ["Production Index.csv", "a.pdf", "b.pdf"], f"copies: {os.listdir(first)}")
     expect("ACME000001" in text_of(os.path.join(first, "b.pdf")),
-           "b.pdf was not dragged to the top: " + text_of(os.path.join(first, "b.pdf"))[-300:])
+           "a.pdf was not dragged behind b.pdf: " + text_of(os.path.join(first, "b.pdf"))[-300:])
     expect(f"ACME{pages + 1:06}" in text_of(os.path.join(first, "a.pdf")), "a.pdf does not go on with the numbers")
     word = re.search(r'yMin="([\d.]+)"[^>]*>ACME000001<', text_of(os.path.join(first, "b.pdf"), "-bbox"))
     expect(word and float(word[1]) < 60, "the number is not at the top")

@@ -6,7 +6,7 @@ import tempfile
 
 import pikepdf
 
-from filters import without_filters
+from filters import NOT_DECODED, without_filters
 from limited import run
 
 from .parser import NotParsed, parse
@@ -141,5 +141,5 @@ class Document:
             self._parsed = pikepdf.open(io.BytesIO(self._file))
         try:
             return without_filters(self._parsed.get_object(number, 0))
-        except (pikepdf.PdfError, MemoryError):
+        except NOT_DECODED:
             return None
