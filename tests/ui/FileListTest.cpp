@@ -241,6 +241,7 @@ TEST_F(FileListTest, ADragMovesNothingInAnyOtherOrderAndSaysWhy)
         setOrder(order);
         const std::string before = numbered();
         drag(2, 0);
+        EXPECT_EQ(view()->selectedIds().size(), 1);
         EXPECT_TRUE(QToolTip::isVisible());
         EXPECT_EQ(QToolTip::text(),
                   QStringLiteral("To move files, choose “As listed (drag to reorder)” under "

@@ -169,7 +169,9 @@ void FileListView::mousePressEvent(QMouseEvent *event)
 void FileListView::mouseMoveEvent(QMouseEvent *event)
 {
     viewport()->setCursor(isOnLink(event->pos()) ? Qt::PointingHandCursor : Qt::ArrowCursor);
-    QListView::mouseMoveEvent(event);
+    if (!m_isDragRefused) { // Else the rows on the way would be chosen.
+        QListView::mouseMoveEvent(event);
+    }
 }
 
 void FileListView::mouseReleaseEvent(QMouseEvent *event)
