@@ -43,8 +43,9 @@ def files_of(room, root):
 def read_room(files, build, root):
     """The mutants of the files. Finding them takes clang a while, so they are kept until a source changes."""
     tool = glob.glob(os.path.join(os.path.dirname(os.path.abspath(__file__)), "*.py"))
-    all_sources = [os.path.join(root, path) for path in files] + [path for depth in ("*", "*/*") for path in glob.glob(os.path.join(root, depth, "*.h"))]
-    state = digest(all_sources + tool)
+    sources = [os.path.join(root, path) for path in files]
+    headers = [path for depth in ("*", "*/*") for path in glob.glob(os.path.join(root, depth, "*.h"))]
+    state = digest(sources + headers + tool)
     kept = os.path.join(build.folder, "sites")
     if os.path.exists(kept):
         with open(kept, "rb") as file:
