@@ -124,13 +124,14 @@ void AppModel::run(const ProductionPlan &plan, const std::filesystem::path &fold
                 showSummary(summary);
             };
         } catch (const ProductionError &error) {
-            if (error.kind == ProductionError::Kind::cancelled) {
-                return [this, summary = RunSummary::ofStopped(error.written, plan, folder)] {
+            if (const auto *stopped = std::get_if<ProductionError::Cancelled>(&error.value)) {
+                return [this, summary = RunSummary::ofStopped(stopped->written, plan, folder)] {
                     endRun();
                     showSummary(summary);
                 };
             }
-            return [this, message = conflictsDuringRunMessage(error.conflicts)] {
+            const auto &found = std::get<ProductionError::Conflicts>(error.value);
+            return [this, message = conflictsDuringRunMessage(found.conflicts)] {
                 endRun();
                 setProblem(message);
             };

@@ -1,5 +1,6 @@
 #include "app/RunMessages.h"
 
+#include "app/FailureText.h"
 #include "core/SourceCollector.h"
 #include "core/SourceFile.h"
 
@@ -63,6 +64,10 @@ QString conflictsDuringRunMessage(const std::vector<ProductionConflict> &conflic
 
 QString failedRunMessage(const FileError &error)
 {
+    // What the matter is with the folder or its disk is not for one file to blame.
+    if (const std::optional<QString> text = writingFailureText(error.code)) {
+        return failedRunMessage(*text);
+    }
     const QString reason = QString::fromLocal8Bit(error.code.message().c_str());
     if (error.name == QStringLiteral(".")) {
         return failedRunMessage(reason);

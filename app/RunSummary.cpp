@@ -37,11 +37,14 @@ RunSummary RunSummary::of(const ProductionResult &result, const ProductionPlan &
     summary.pages = result.pages;
     summary.index = result.index;
     summary.privilegeLog = result.privilegeLog;
+    std::vector<StampError> errors;
     for (const PlannedFile *file : plan.stampedFiles()) {
         if (result.failures.contains(file->source.name) && !summary.failures.contains(file->source.name)) {
             summary.failures.append(file->source.name);
+            errors.push_back(result.failures.value(file->source.name));
         }
     }
+    summary.reasons = failureReasons(errors);
     return summary;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/FailureReasons.h"
 #include "core/Production.h"
 #include "core/ProductionPlan.h"
 
@@ -9,6 +10,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace tallyfold {
 
@@ -25,6 +27,7 @@ struct RunSummary {
     std::optional<std::filesystem::path> privilegeLog;
     QStringList failures; ///< Names of the sources that could not be stamped, in production order.
     bool cancelled = false;
+    std::vector<FailureReason> reasons; ///< Of the failures, the commonest first.
 
     /// Whether no production can start where the series would go on: beyond the highest start number.
     [[nodiscard]] bool isSeriesFull() const;

@@ -12,6 +12,7 @@
 namespace tallyfold {
 
 using files::uninterrupted;
+using During = FailureCause::During;
 
 namespace {
 
@@ -74,35 +75,41 @@ files::ByteSink &OutputFolder::HiddenFile::sink()
     return *m_sink;
 }
 
-std::error_code OutputFolder::HiddenFile::prove(const Proof &proof) const
+std::optional<FailureCause> OutputFolder::HiddenFile::prove(const Proof &proof) const
 {
     if (!proof) {
-        return {};
+        return std::nullopt;
     }
     const auto file =
         files::WrittenFile::open(m_folder->m_descriptor, m_name, m_sink->size(), m_folder->m_calls);
-    return file && proof(*file) ? std::error_code() : std::make_error_code(std::errc::io_error);
+    if (file && proof(*file)) {
+        return std::nullopt;
+    }
+    return FailureCause{During::checkingCopy, FailureCause::Finding::damaged};
 }
 
-std::error_code OutputFolder::HiddenFile::publish(const QString &name, const Proof &proof)
+std::optional<FailureCause> OutputFolder::HiddenFile::publish(const QString &name, const Proof &proof)
 {
     if (!m_sink->flushToDisk()) {
-        return m_sink->failure();
+        return FailureCause{During::writingCopy, m_sink->failure()};
     }
     // Only now: a file system across a network may have kept the bytes to itself until they were flushed.
-    if (const std::error_code error = prove(proof)) {
-        return error;
+    if (const auto damage = prove(proof)) {
+        return damage;
     }
     const int error =
         files::ExclusiveMove::move(m_folder->m_calls, m_folder->m_descriptor, m_name, name.toStdString());
     m_isPublished = error == 0;
-    return {error, std::generic_category()};
+    return m_isPublished ? std::nullopt
+                         : std::optional(FailureCause{During::namingCopy,
+                                                      std::error_code(error, std::generic_category())});
 }
 
 OutputFolder::TemporaryFile::TemporaryFile(const OutputFolder &folder) : m_file(folder, ".pdf", m_error)
 {
     if (m_error) {
-        throw StampError::cannotWrite(QString::fromStdString(m_file.name()));
+        throw StampError::cannotWrite(QString::fromStdString(m_file.name()),
+                                      FailureCause{During::creatingCopy, m_error});
     }
 }
 
@@ -111,9 +118,9 @@ files::ByteSink &OutputFolder::TemporaryFile::sink()
     return m_file.sink();
 }
 
-bool OutputFolder::TemporaryFile::publish(const QString &name, const Proof &proof)
+std::optional<FailureCause> OutputFolder::TemporaryFile::publish(const QString &name, const Proof &proof)
 {
-    return !m_file.publish(name, proof);
+    return m_file.publish(name, proof);
 }
 
 void OutputFolder::writeNewFile(const QString &name, const QByteArray &contents) const
@@ -125,8 +132,8 @@ void OutputFolder::writeNewFile(const QString &name, const QByteArray &contents)
     }
     // What fails in writing fails again in publishing, with its reason.
     (void)file.sink().write(std::span(contents.constData(), static_cast<std::size_t>(contents.size())));
-    if ((error = file.publish(name))) {
-        throw FileError{name, error};
+    if (const auto cause = file.publish(name)) {
+        throw FileError{name, cause->systemError()};
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/FailureCause.h"
 #include "core/FileError.h"
 #include "files/ByteSink.h"
 #include "files/FileSink.h"
@@ -11,6 +12,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -49,12 +51,12 @@ public:
         [[nodiscard]] files::ByteSink &sink();
 
         /// Brings the file to the disk, lets `proof`, if there is any, look at it, and then gives it the
-        /// name `name`. What kept it from that: there may be something of that name, and what has no proof
-        /// has the error EIO.
-        [[nodiscard]] std::error_code publish(const QString &name, const Proof &proof = {});
+        /// name `name`. What kept it from that, if anything did: there may be something of that name, and
+        /// what `proof` refuses is damaged.
+        [[nodiscard]] std::optional<FailureCause> publish(const QString &name, const Proof &proof = {});
 
     private:
-        [[nodiscard]] std::error_code prove(const Proof &proof) const;
+        [[nodiscard]] std::optional<FailureCause> prove(const Proof &proof) const;
 
         const OutputFolder *m_folder;
         std::string m_name;
@@ -70,8 +72,8 @@ public:
 
         [[nodiscard]] files::ByteSink &sink();
 
-        /// As of `HiddenFile`; false when it failed.
-        [[nodiscard]] bool publish(const QString &name, const Proof &proof = {});
+        /// As of `HiddenFile`.
+        [[nodiscard]] std::optional<FailureCause> publish(const QString &name, const Proof &proof = {});
 
     private:
         std::error_code m_error;

@@ -1,5 +1,6 @@
 #include "core/Production.h"
 
+#include "core/Log.h"
 #include "core/OutputFolder.h"
 #include "core/ProductionIndex.h"
 #include "core/Stamper.h"
@@ -95,15 +96,16 @@ public:
             try {
                 writeCopy(*file);
             } catch (const StampError &error) {
-                if (error.kind != StampError::Kind::cancelled) {
-                    m_result.failures.insert(file->source.name, error);
+                if (!error.is<StampError::Cancelled>()) {
+                    note(*file, error);
                 }
             } catch (const std::bad_alloc &) {
-                m_result.failures.insert(file->source.name, StampError::cannotWrite(file->outputName));
+                note(*file, cannotWrite(*file, {FailureCause::During::writingCopy,
+                                                make_error_code(std::errc::not_enough_memory)}));
             }
             if (m_isStopped) {
                 keepNames();
-                throw ProductionError{ProductionError::Kind::cancelled, {}, m_result.written};
+                throw ProductionError{ProductionError::Cancelled{m_result.written}};
             }
         }
     }
@@ -136,6 +138,17 @@ public:
     }
 
 private:
+    [[nodiscard]] static StampError cannotWrite(const PlannedFile &file, const FailureCause &cause)
+    {
+        return StampError::cannotWrite(file.outputName, cause);
+    }
+
+    void note(const PlannedFile &file, const StampError &error)
+    {
+        qCInfo(coreLog) << "no copy of" << file.source.name << error;
+        m_result.failures.insert(file.source.name, error);
+    }
+
     /// Flushes the names as far as that can be done: the outcome is decided already.
     void keepNames()
     {
@@ -150,7 +163,7 @@ private:
         // Before anything is made for it: what the matter is with a source is not for the folder to say.
         const std::unique_ptr<pdf::Document> source = Stamper::open(file.source);
         if (!m_folder) {
-            throw StampError::cannotWrite(file.outputName);
+            throw cannotWrite(file, {FailureCause::During::creatingCopy, m_refusal});
         }
         OutputFolder::TemporaryFile temporary(*m_folder);
         Stamper::write(file, *source, m_plan.settings, temporary.sink(), [this] {
@@ -161,8 +174,8 @@ private:
         const auto isWhole = [this, &file](const files::WrittenFile &written) {
             return m_proof.holds(written, static_cast<std::int64_t>(file.pages.size()));
         };
-        if (!temporary.publish(file.outputName, isWhole)) {
-            throw StampError::cannotWrite(file.outputName);
+        if (const auto cause = temporary.publish(file.outputName, isWhole)) {
+            throw cannotWrite(file, *cause);
         }
         m_result.written.push_back(inFolder(m_path, file.outputName));
     }
@@ -251,7 +264,7 @@ ProductionResult Production::write(const ProductionPlan &plan, const fs::path &f
 {
     const std::vector<ProductionConflict> conflicts = findConflicts(plan, folder, options);
     if (!conflicts.empty()) {
-        throw ProductionError{ProductionError::Kind::conflicts, conflicts, {}};
+        throw ProductionError{ProductionError::Conflicts{conflicts}};
     }
     Run run(plan, folder, onPage, calls);
     run.writeCopies();

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <variant>
 #include <vector>
 
 namespace tallyfold {
@@ -45,13 +46,18 @@ struct ProductionConflict {
 
 /// How a production ended early. Thrown by `Production::write`.
 struct ProductionError {
-    enum class Kind {
-        conflicts, ///< The check found `conflicts`; nothing was written.
-        cancelled, ///< The caller asked to stop; `written` are the copies that were finished, and stay.
+    /// The check found `conflicts`; nothing was written.
+    struct Conflicts {
+        std::vector<ProductionConflict> conflicts;
+        bool operator==(const Conflicts &) const = default;
     };
-    Kind kind = Kind::conflicts;
-    std::vector<ProductionConflict> conflicts;
-    std::vector<std::filesystem::path> written;
+    /// The caller asked to stop; `written` are the copies that were finished, and stay.
+    struct Cancelled {
+        std::vector<std::filesystem::path> written;
+        bool operator==(const Cancelled &) const = default;
+    };
+
+    std::variant<Conflicts, Cancelled> value;
 
     bool operator==(const ProductionError &) const = default;
 };
@@ -62,7 +68,7 @@ struct ProductionResult {
     std::optional<std::filesystem::path> index;        ///< Absent when none was asked for.
     std::optional<std::filesystem::path> privilegeLog; ///< Absent when none was asked for.
     std::int64_t pages = 0;             ///< Pages drawn, those of files that failed later included.
-    QMap<QString, StampError> failures; ///< By the source's name.
+    QMap<QString, StampError> failures; ///< By the source's name; each with its cause.
 
     bool operator==(const ProductionResult &) const = default;
 };

@@ -47,13 +47,13 @@ SourceFile classify(const std::filesystem::path &location, EarlierNumbers earlie
 
     pdf::Document::Opened opened = pdf::Document::open(location);
     if (const auto *failure = std::get_if<pdf::OpenFailure>(&opened)) {
-        source.problem =
-            *failure == pdf::OpenFailure::locked ? SourceProblem::locked : SourceProblem::unreadable;
+        source.problem = failure->kind == pdf::OpenFailure::Kind::locked ? SourceProblem::locked
+                                                                         : SourceProblem::unreadable;
         return source;
     }
     const auto document = std::get<std::unique_ptr<pdf::Document>>(std::move(opened));
     source.pageCount = document->pageCount();
-    if (document->wasCutShort()) {
+    if (document->readFailure()) {
         source.problem = SourceProblem::unreadable;
         source.pageCount = 0;
     } else if (document->isRestricted()) {

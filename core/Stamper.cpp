@@ -20,26 +20,61 @@ namespace {
 
 using Step = pdf::CopyWriter::Step;
 
-/// The failure that a step came to, if it failed.
-std::optional<StampError> failureOf(Step step, const PlannedFile &file)
+/// What a reading came to that gave no pages, or not all of them.
+FailureCause causeOf(const pdf::ReadFailure &failure, FailureCause::During during)
 {
-    switch (step) {
-    case Step::done:
-    case Step::noMorePages:
-        return std::nullopt;
-    case Step::sourceUnreadable:
-        return StampError::unreadable(file.source.name);
-    case Step::cannotWrite:
-        break;
+    if (failure.error) {
+        return {during, failure.error};
     }
-    return StampError::cannotWrite(file.outputName);
+    return {during,
+            failure.isLimitReached ? FailureCause::Finding::limitReached : FailureCause::Finding::damaged};
 }
 
-/// Draws the pages of `file`, at most `limit`, and gives what ended it early, if anything did.
-std::optional<StampError> drawPages(pdf::CopyWriter &copy, const PlannedFile &file,
+/// A source from which the copy `file` is made, and the sink it goes to.
+struct Copying {
+    const PlannedFile &file;
+    pdf::Document &source;
+    files::ByteSink &sink;
+
+    [[nodiscard]] StampError unreadable() const
+    {
+        using enum FailureCause::During;
+        return StampError::unreadable(file.source.name,
+                                      source.hasChanged()
+                                          ? FailureCause{readingSource, FailureCause::Finding::changed}
+                                          : causeOf(source.readFailure(), readingSource));
+    }
+
+    [[nodiscard]] StampError cannotWrite() const
+    {
+        const std::error_code error = sink.failure();
+        return StampError::cannotWrite(file.outputName,
+                                       error ? StampError::Cause({FailureCause::During::writingCopy, error})
+                                             : std::nullopt);
+    }
+
+    /// The failure that a step came to, if it failed.
+    [[nodiscard]] std::optional<StampError> failureOf(Step step) const
+    {
+        switch (step) {
+        case Step::done:
+        case Step::noMorePages:
+            return std::nullopt;
+        case Step::sourceUnreadable:
+            return unreadable();
+        case Step::cannotWrite:
+            break;
+        }
+        return cannotWrite();
+    }
+};
+
+/// Draws the pages of a file, at most `limit`, and gives what ended it early, if anything did.
+std::optional<StampError> drawPages(pdf::CopyWriter &copy, const Copying &copying,
                                     const StampSettings &settings, std::int64_t limit,
                                     const PageDone &pageDone)
 {
+    const PlannedFile &file = copying.file;
     StampDrawing drawing(settings, copy);
     const auto total = static_cast<std::int64_t>(file.pages.size());
     for (std::int64_t index = 0; index < std::min(total, limit); ++index) {
@@ -47,12 +82,12 @@ std::optional<StampError> drawPages(pdf::CopyWriter &copy, const PlannedFile &fi
         if (reached == Step::noMorePages) {
             break;
         }
-        if (auto failure = failureOf(reached, file)) {
+        if (auto failure = copying.failureOf(reached)) {
             return failure;
         }
         const std::vector<Line> stamp =
             lines(file.pages[static_cast<std::size_t>(index)], settings, index, total);
-        if (auto failure = failureOf(copy.endPage(drawing.content(stamp, copy.pageSize())), file)) {
+        if (auto failure = copying.failureOf(copy.endPage(drawing.content(stamp, copy.pageSize())))) {
             return failure;
         }
         if (pageDone && !pageDone()) {
@@ -65,15 +100,16 @@ std::optional<StampError> drawPages(pdf::CopyWriter &copy, const PlannedFile &fi
 void writeCopy(const PlannedFile &file, pdf::Document &source, const StampSettings &settings,
                files::ByteSink &sink, std::int64_t limit, const PageDone &pageDone)
 {
+    const Copying copying{file, source, sink};
     pdf::CopyWriter copy(source, sink);
-    std::optional<StampError> failure = drawPages(copy, file, settings.normalized(), limit, pageDone);
+    std::optional<StampError> failure = drawPages(copy, copying, settings.normalized(), limit, pageDone);
     const Step finished = copy.finish();
     if (!failure) {
-        failure = failureOf(finished, file);
+        failure = copying.failureOf(finished);
     }
     // Its pages may be of two different states, or lack what could not be read any more.
-    if (!failure && (source.hasChanged() || source.wasCutShort())) {
-        failure = StampError::unreadable(file.source.name);
+    if (!failure && (source.hasChanged() || source.readFailure())) {
+        failure = copying.unreadable();
     }
     if (failure) {
         throw *failure;
@@ -95,8 +131,10 @@ std::unique_ptr<pdf::Document> open(const SourceFile &source)
 {
     pdf::Document::Opened opened = pdf::Document::open(source.url);
     if (const auto *failure = std::get_if<pdf::OpenFailure>(&opened)) {
-        throw *failure == pdf::OpenFailure::locked ? StampError::locked(source.name)
-                                                   : StampError::unreadable(source.name);
+        throw failure->kind == pdf::OpenFailure::Kind::locked
+            ? StampError::locked(source.name)
+            : StampError::unreadable(source.name,
+                                     causeOf(failure->cause, FailureCause::During::openingSource));
     }
     auto document = std::get<std::unique_ptr<pdf::Document>>(std::move(opened));
     if (document->isRestricted()) {
@@ -120,7 +158,8 @@ pdf::Size firstPageSize(const SourceFile &source)
         }
     } catch (const std::exception &) { // The parser's.
     }
-    throw StampError::unreadable(source.name);
+    throw StampError::unreadable(source.name,
+                                 causeOf(document->readFailure(), FailureCause::During::readingSource));
 }
 
 std::vector<Line> lines(const PlannedPage &page, const StampSettings &settings, std::int64_t pageIndex,
@@ -146,9 +185,11 @@ void write(const PlannedFile &file, const StampSettings &settings, const std::fi
            const PageDone &pageDone)
 {
     const std::unique_ptr<pdf::Document> source = open(file.source);
-    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(path);
+    std::error_code error;
+    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(path, error);
     if (!sink) {
-        throw StampError::cannotWrite(displayName(path));
+        throw StampError::cannotWrite(displayName(path),
+                                      FailureCause{FailureCause::During::creatingCopy, error});
     }
     write(file, *source, settings, *sink, pageDone);
 }

@@ -2,6 +2,9 @@
 
 #include <QDateTime>
 
+#include <array>
+#include <variant>
+
 namespace tallyfold::ProductionReport {
 
 namespace {
@@ -37,19 +40,9 @@ QJsonObject tagged(const char *tag, const QString &name)
 
 QJsonObject of(const StampError &error)
 {
-    switch (error.kind) {
-    case StampError::Kind::unreadable:
-        return tagged("unreadable", error.name);
-    case StampError::Kind::locked:
-        return tagged("locked", error.name);
-    case StampError::Kind::encrypted:
-        return tagged("encrypted", error.name);
-    case StampError::Kind::cannotWrite:
-        return tagged("cannotWrite", error.name);
-    case StampError::Kind::cancelled:
-        break;
-    }
-    return tagged("cancelled", {});
+    constexpr std::array tags{"unreadable", "locked", "encrypted", "cannotWrite", "cancelled"};
+    static_assert(tags.size() == std::variant_size_v<StampError::Case>);
+    return tagged(tags[error.value.index()], error.name());
 }
 
 QJsonObject of(const ProductionConflict &conflict)
@@ -123,14 +116,13 @@ QJsonObject of(const ProductionResult &result)
 
 QJsonObject of(const ProductionError &error)
 {
-    switch (error.kind) {
-    case ProductionError::Kind::conflicts:
+    if (const auto *found = std::get_if<ProductionError::Conflicts>(&error.value)) {
         return {{QStringLiteral("conflicts"),
-                 arrayOf(error.conflicts, [](const ProductionConflict &conflict) { return of(conflict); })}};
-    case ProductionError::Kind::cancelled:
-        break;
+                 arrayOf(found->conflicts, [](const ProductionConflict &conflict) { return of(conflict); })}};
     }
-    return {{QStringLiteral("cancelled"), QJsonObject{{QStringLiteral("written"), namesOf(error.written)}}}};
+    const auto &stopped = std::get<ProductionError::Cancelled>(error.value);
+    return {
+        {QStringLiteral("cancelled"), QJsonObject{{QStringLiteral("written"), namesOf(stopped.written)}}}};
 }
 
 QJsonObject of(const ProductionPlan &plan)

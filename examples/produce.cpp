@@ -214,7 +214,7 @@ ExitCode write(const Request &request, const ProductionPlan &plan)
         return result.failures.isEmpty() ? allWritten : someFailed;
     } catch (const ProductionError &error) {
         print(QJsonDocument(ProductionReport::of(error)));
-        return error.kind == ProductionError::Kind::conflicts ? conflictsFound : stopped;
+        return std::holds_alternative<ProductionError::Conflicts>(error.value) ? conflictsFound : stopped;
     } catch (const FileError &error) {
         std::fprintf(stderr, "%s: %s\n", qUtf8Printable(error.name), error.code.message().c_str());
         return someFailed;

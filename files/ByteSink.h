@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <system_error>
 
 namespace tallyfold::files {
 
@@ -23,6 +24,12 @@ public:
 
     /// Hands on what is still held back; false when that, or anything before, failed.
     [[nodiscard]] virtual bool finish() = 0;
+
+    /// The system's reason why it failed; no error while it has not, and where the system had no part in it.
+    [[nodiscard]] virtual std::error_code failure() const
+    {
+        return {};
+    }
 };
 
 } // namespace tallyfold::files

@@ -15,10 +15,9 @@ constexpr mode_t readableAndWritableForAll = 0666;
 
 } // namespace
 
-std::unique_ptr<FileSink> FileSink::create(const std::filesystem::path &path)
+std::unique_ptr<FileSink> FileSink::create(const std::filesystem::path &path, std::error_code &error)
 {
-    std::error_code ignored;
-    return create(AT_FDCWD, path, FileCalls::system(), ignored);
+    return create(AT_FDCWD, path, FileCalls::system(), error);
 }
 
 std::unique_ptr<FileSink> FileSink::create(int folder, const std::filesystem::path &name, FileCalls &calls,

@@ -16,10 +16,12 @@ namespace tallyfold::files {
 class FileSink final : public ByteSink {
 public:
     /// Creates the file at `path`, readable and writable for whom the umask lets, and gives a sink into it;
-    /// null when that fails or when anything, a dangling link included, has that name already.
-    [[nodiscard]] static std::unique_ptr<FileSink> create(const std::filesystem::path &path);
+    /// null, with the reason in `error`, when that fails or when anything, a dangling link included, has that
+    /// name already.
+    [[nodiscard]] static std::unique_ptr<FileSink> create(const std::filesystem::path &path,
+                                                          std::error_code &error);
 
-    /// The same for the file `name` in the open folder `folder`; `error` says why there is none.
+    /// The same for the file `name` in the open folder `folder`.
     [[nodiscard]] static std::unique_ptr<FileSink> create(int folder, const std::filesystem::path &name,
                                                           FileCalls &calls, std::error_code &error);
 
@@ -44,8 +46,7 @@ public:
     /// Count of the bytes it has taken.
     [[nodiscard]] std::uint64_t size() const;
 
-    /// Why the sink failed; no error while it has not.
-    [[nodiscard]] std::error_code failure() const;
+    [[nodiscard]] std::error_code failure() const override;
 
 private:
     bool fail();

@@ -23,6 +23,11 @@ std::shared_ptr<QPDF> parse(const std::shared_ptr<FileInput> &input)
     return parser;
 }
 
+ReadFailure failureOf(const FileInput &input)
+{
+    return {input.failure(), MemoryLimit::wasReached() || input.isExhausted()};
+}
+
 } // namespace
 
 struct Document::Parts {
@@ -38,24 +43,28 @@ struct Document::Parts {
 
 Document::Opened Document::open(const std::filesystem::path &path)
 {
+    auto parts = std::make_unique<Parts>();
+    std::error_code error;
+    parts->input = FileInput::open(path, error);
+    if (!parts->input) {
+        return OpenFailure{OpenFailure::Kind::unreadable, {error, false}};
+    }
+    const auto unreadable = [&input = *parts->input] {
+        return OpenFailure{OpenFailure::Kind::unreadable, failureOf(input)};
+    };
     try {
-        auto parts = std::make_unique<Parts>();
-        parts->input = FileInput::open(path);
-        if (!parts->input) {
-            return OpenFailure::unreadable;
-        }
         parts->parser = parse(parts->input);
         parts->isEncrypted = parts->parser->isEncrypted();
         parts->hasOwnersRights = parts->isEncrypted && parts->parser->ownerPasswordMatched();
-        if (!parts->parser->getRoot().isDictionary() || MemoryLimit::wasReached() ||
-            parts->input->isExhausted()) {
-            return OpenFailure::unreadable;
+        if (!parts->parser->getRoot().isDictionary() || failureOf(*parts->input)) {
+            return unreadable();
         }
         return std::unique_ptr<Document>(new Document(std::move(parts)));
     } catch (const QPDFExc &failure) {
-        return failure.getErrorCode() == qpdf_e_password ? OpenFailure::locked : OpenFailure::unreadable;
+        return failure.getErrorCode() == qpdf_e_password ? OpenFailure{OpenFailure::Kind::locked, {}}
+                                                         : unreadable();
     } catch (const std::exception &) {
-        return OpenFailure::unreadable;
+        return unreadable();
     }
 }
 
@@ -108,9 +117,9 @@ bool Document::hasChanged() const
     return m_parts->input->hasChanged();
 }
 
-bool Document::wasCutShort() const
+ReadFailure Document::readFailure() const
 {
-    return MemoryLimit::wasReached() || m_parts->input->isExhausted();
+    return failureOf(*m_parts->input);
 }
 
 QPDF &Document::parsed()

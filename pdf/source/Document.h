@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <system_error>
 #include <variant>
 
 #include <qpdf/QPDF.hh>
@@ -12,10 +13,29 @@ namespace tallyfold::pdf {
 
 class FileInput;
 
+/// Why a file could not be read, as far as it is known.
+struct ReadFailure {
+    std::error_code error; ///< The system's; no error where it gave the bytes.
+    /// Whether reading took more memory or time than any file may take, so that nothing is known of the
+    /// file.
+    bool isLimitReached = false;
+
+    /// Whether there was one.
+    explicit operator bool() const
+    {
+        return error || isLimitReached;
+    }
+    bool operator==(const ReadFailure &) const = default;
+};
+
 /// Why a file gives no document.
-enum class OpenFailure {
-    unreadable, ///< Not a PDF, damaged beyond repair, or not there.
-    locked,     ///< Needs a password to open.
+struct OpenFailure {
+    enum class Kind {
+        unreadable, ///< Not a PDF, damaged beyond repair, or not there.
+        locked,     ///< Needs a password to open.
+    };
+    Kind kind = Kind::unreadable;
+    ReadFailure cause; ///< Of an unreadable one; of a locked one it says nothing.
 };
 
 /// A PDF file opened for reading, with the empty password. The file is read through one descriptor
@@ -49,10 +69,10 @@ public:
     /// Whether the file was written to since it was opened, so that what was read of it may not fit together.
     [[nodiscard]] bool hasChanged() const;
 
-    /// Whether reading it took more memory (`MemoryLimit`) or more time than any file may take, or memory
-    /// that was not there. The parser goes on after that with what it has, so nothing that came of it is of
-    /// use.
-    [[nodiscard]] bool wasCutShort() const;
+    /// What kept the file from being read so far, if anything did: the system, or memory (`MemoryLimit`) or
+    /// time beyond what any file may take, or memory that was not there. The parser goes on after that with
+    /// what it has, so nothing that came of it is of use.
+    [[nodiscard]] ReadFailure readFailure() const;
 
     /// The parsed file, for the parts of this layer that copy from it. What it throws is QPDFExc
     /// or another std::exception.

@@ -27,14 +27,17 @@ std::chrono::nanoseconds timeOfThread()
 
 } // namespace
 
-std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path,
+std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path, std::error_code &error,
                                            std::chrono::nanoseconds patience)
 {
     files::Descriptor file = files::Descriptor::ofFile(path);
+    if (!file.isOpen()) {
+        error = std::error_code(errno, std::generic_category());
+        return nullptr;
+    }
     Stamp stamp;
-    return file.isOpen() && readStamp(file.number(), stamp)
-               ? std::shared_ptr<FileInput>(new FileInput(std::move(file), stamp, patience))
-               : nullptr;
+    error = readStamp(file.number(), stamp);
+    return error ? nullptr : std::shared_ptr<FileInput>(new FileInput(std::move(file), stamp, patience));
 }
 
 FileInput::FileInput(files::Descriptor file, const Stamp &stamp, std::chrono::nanoseconds patience)
@@ -44,15 +47,19 @@ FileInput::FileInput(files::Descriptor file, const Stamp &stamp, std::chrono::na
 {
 }
 
-bool FileInput::readStamp(int descriptor, Stamp &stamp)
+std::error_code FileInput::readStamp(int descriptor, Stamp &stamp)
 {
     struct stat status {};
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-        return false;
+    if (::fstat(descriptor, &status) != 0) {
+        return {errno, std::generic_category()};
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
+                                                       : std::errc::not_supported);
     }
     stamp = {status.st_size,
              {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec, status.st_ctim.tv_nsec}};
-    return true;
+    return {};
 }
 
 int FileInput::descriptor() const
@@ -90,7 +97,12 @@ qpdf_offset_t FileInput::size() const
 bool FileInput::hasChanged() const
 {
     Stamp now;
-    return !readStamp(m_file.number(), now) || now != m_stamp;
+    return readStamp(m_file.number(), now) || now != m_stamp;
+}
+
+std::error_code FileInput::failure() const
+{
+    return m_failure;
 }
 
 std::size_t FileInput::readAt(qpdf_offset_t offset, char *destination, std::size_t length) const
@@ -103,7 +115,8 @@ std::size_t FileInput::readAt(qpdf_offset_t offset, char *destination, std::size
             continue;
         }
         if (got < 0) {
-            throw std::system_error(errno, std::generic_category(), "read");
+            m_failure = std::error_code(errno, std::generic_category());
+            throw std::system_error(m_failure, "read");
         }
         if (got == 0) {
             break;

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace tallyfold::pdf {
@@ -24,9 +25,10 @@ public:
     /// more. Files that were not made to take long take a hundredth of it.
     static constexpr std::chrono::seconds longest{isUnderSanitizer ? 40 : 4};
 
-    /// The regular file at `path`, or null when it cannot be opened for reading. It is to be read on this
-    /// thread.
+    /// The regular file at `path`; null, with the reason in `error`, when it cannot be opened for reading. It
+    /// is to be read on this thread.
     [[nodiscard]] static std::shared_ptr<FileInput> open(const std::filesystem::path &path,
+                                                         std::error_code &error,
                                                          std::chrono::nanoseconds patience = longest);
 
     ~FileInput() override = default;
@@ -58,6 +60,9 @@ public:
     [[nodiscard]] qpdf_offset_t size() const;
     /// Whether size, modification or change time differ from what they were at opening.
     [[nodiscard]] bool hasChanged() const;
+    /// The system's reason why the file could not be read; no error while it could. The parser may have gone
+    /// on with what it had.
+    [[nodiscard]] std::error_code failure() const;
 
 private:
     /// What tells one state of a file from another.
@@ -72,7 +77,7 @@ private:
     };
 
     FileInput(files::Descriptor file, const Stamp &stamp, std::chrono::nanoseconds patience);
-    static bool readStamp(int descriptor, Stamp &stamp);
+    [[nodiscard]] static std::error_code readStamp(int descriptor, Stamp &stamp);
     const Block &blockAt(qpdf_offset_t offset);
     /// Notes that the parser read so many bytes. Throws `std::runtime_error` when it may not read on.
     void count(qpdf_offset_t bytes);
@@ -87,6 +92,7 @@ private:
     std::chrono::nanoseconds m_deadline; ///< In processor time of the thread.
     qpdf_offset_t m_lastLook = 0;        ///< At the time; how much was read then.
     bool m_isExhausted = false;
+    mutable std::error_code m_failure;
     std::array<Block, blockCount> m_blocks;
     std::string m_name;
 };

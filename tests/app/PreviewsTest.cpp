@@ -394,7 +394,7 @@ TEST(PreviewsOfAFile, GivenUpBeforeTheyAreBegunAreNone)
         (void)Stamper::previewImages(plan.files.front(), plan.settings, 3, 100, givenUp.get_token());
         ADD_FAILURE() << "it was copied to its end";
     } catch (const StampError &error) {
-        EXPECT_EQ(error.kind, StampError::Kind::cancelled);
+        EXPECT_EQ(error, StampError::cancelled());
     }
 }
 

@@ -1,18 +1,31 @@
 #include "app/RunMessages.h"
 
+#include "app/FailureText.h"
+
 #include <gtest/gtest.h>
 
 namespace tallyfold {
 
 TEST(RunMessages, AFailureNamesItsFileUnlessItIsTheFolder)
 {
-    const std::error_code full = std::make_error_code(std::errc::no_space_on_device);
-    const QString reason = QString::fromStdString(full.message());
-    const QString ofFile = failedRunMessage(FileError{QStringLiteral("Index.csv"), full});
+    const std::error_code broken = std::make_error_code(std::errc::io_error);
+    const QString reason = QString::fromStdString(broken.message());
+    const QString ofFile = failedRunMessage(FileError{QStringLiteral("Index.csv"), broken});
     EXPECT_TRUE(ofFile.contains(QStringLiteral("“Index.csv”: ") + reason)) << ofFile.toStdString();
-    const QString ofFolder = failedRunMessage(FileError{QStringLiteral("."), full});
+    const QString ofFolder = failedRunMessage(FileError{QStringLiteral("."), broken});
     EXPECT_EQ(ofFolder, failedRunMessage(reason));
     EXPECT_FALSE(ofFolder.contains(u'“')) << ofFolder.toStdString();
+}
+
+TEST(RunMessages, AFullDiskAndAFolderThatMayNotBeWrittenInAreNoFaultOfOneFile)
+{
+    for (const std::errc code :
+         {std::errc::no_space_on_device, std::errc::permission_denied, std::errc::read_only_file_system}) {
+        const std::error_code error = std::make_error_code(code);
+        const QString message = failedRunMessage(FileError{QStringLiteral("Index.csv"), error});
+        EXPECT_FALSE(message.contains(QStringLiteral("Index.csv"))) << message.toStdString();
+        EXPECT_EQ(message, failedRunMessage(writingFailureText(error).value()));
+    }
 }
 
 } // namespace tallyfold

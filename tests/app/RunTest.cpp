@@ -6,6 +6,8 @@
 
 #include <QGuiApplication>
 
+#include <cerrno>
+#include <cstring>
 #include <system_error>
 
 namespace tallyfold {
@@ -96,7 +98,8 @@ TEST_F(Run, AProductionIsWrittenAndSummedUp)
                              output / "Production Index.csv",
                              output / "Privilege Log.csv",
                              {},
-                             false};
+                             false,
+                             {}};
     EXPECT_EQ(model->summary(), summary);
     EXPECT_EQ(model->sheet(), Sheet::result);
     EXPECT_FALSE(model->problem());
@@ -243,9 +246,8 @@ TEST_F(Run, AFileThatTurnsUpBeforeTheWriterLooksIsTold)
 TEST_F(Run, OtherConflictsDuringTheRunHaveTheirOwnWords)
 {
     writeWith(writerThatThrows([] {
-        throw ProductionError{ProductionError::Kind::conflicts,
-                              {{ProductionConflict::Kind::duplicate, QStringLiteral("a.pdf")}},
-                              {}};
+        throw ProductionError{
+            ProductionError::Conflicts{{{ProductionConflict::Kind::duplicate, QStringLiteral("a.pdf")}}}};
     }));
     addPdfs({"a.pdf"});
     stampAndWait();
@@ -262,9 +264,44 @@ TEST_F(Run, AnIndexThatCannotBeWrittenIsTold)
     addPdfs({"a.pdf"});
     stampAndWait();
     ASSERT_TRUE(model->problem());
-    EXPECT_TRUE(model->problem()->startsWith(
-        QStringLiteral("The production couldn’t be written: “Production Index.csv”: ")));
+    EXPECT_EQ(model->problem(),
+              QStringLiteral("The production couldn’t be written: No space left on the disk. Make room, or "
+                             "choose a folder on another disk."));
     EXPECT_FALSE(model->summary());
+}
+
+TEST_F(Run, AFileIsNamedWhereOnlyTheSystemsWordsSayWhyItCouldNotBeWritten)
+{
+    writeWith(writerThatThrows([] {
+        throw FileError{ProductionOptions::indexName, std::make_error_code(std::errc::io_error)};
+    }));
+    addPdfs({"a.pdf"});
+    stampAndWait();
+    ASSERT_TRUE(model->problem());
+    EXPECT_EQ(model->problem(),
+              QStringLiteral("The production couldn’t be written: “Production Index.csv”: ") +
+                  QString::fromLocal8Bit(strerror(EIO)));
+}
+
+TEST_F(Run, TheReasonsOfFailuresAreToldTheCommonestFirst)
+{
+    writeWith([this, write = writerAfterRemoving({"b.pdf", "c.pdf"})](
+                  const ProductionPlan &plan, const fs::path &into, const ProductionOptions &options,
+                  const Production::OnPage &onPage) {
+        tests::writeFile(folder / "sources" / "a.pdf", "not a PDF");
+        return write(plan, into, options, onPage);
+    });
+    addPdfs({"a.pdf", "b.pdf", "c.pdf", "d.pdf"});
+    stampAndWait();
+    ASSERT_TRUE(model->summary());
+    const std::vector<FailureReason> &reasons = model->summary()->reasons;
+    ASSERT_EQ(reasons.size(), 2U);
+    EXPECT_EQ(reasons[0].files, 2);
+    EXPECT_EQ(reasons[0].example.cause, (FailureCause{FailureCause::During::openingSource,
+                                                      std::error_code(ENOENT, std::generic_category())}));
+    EXPECT_EQ(reasons[1].files, 1);
+    EXPECT_EQ(reasons[1].example.cause,
+              (FailureCause{FailureCause::During::openingSource, FailureCause::Finding::damaged}));
 }
 
 TEST_F(Run, RunningOutOfMemoryIsTold)

@@ -75,9 +75,10 @@ TEST(HashValues, EveryFieldOfAPlanCounts)
 
 TEST(HashValues, EveryFieldOfAFailureCounts)
 {
-    expectEachCounts<StampError>({StampError::Kind::locked, QStringLiteral("a.pdf")},
-                                 {[](StampError &error) { error.kind = StampError::Kind::encrypted; },
-                                  [](StampError &error) { error.name.clear(); }});
+    const QString name = QStringLiteral("a.pdf");
+    expectEachCounts<StampError>(StampError::locked(name),
+                                 {[&](StampError &error) { error = StampError::encrypted(name); },
+                                  [](StampError &error) { error = StampError::locked({}); }});
     expectEachCounts<ProductionConflict>(
         {ProductionConflict::Kind::exists, QStringLiteral("a.pdf")},
         {[](ProductionConflict &conflict) { conflict.kind = ProductionConflict::Kind::duplicate; },

@@ -47,7 +47,7 @@ struct Output {
     {
         OutputFolder::TemporaryFile file(*folder);
         const bool isWritten = file.sink().write(contents) && file.sink().finish();
-        return isWritten && file.publish(name);
+        return isWritten && !file.publish(name);
     }
 
     /// What `writeNewFile` threw.
@@ -102,7 +102,7 @@ TEST(OutputFolder, ACopyIsHiddenUntilItIsPublished)
         EXPECT_TRUE(name.starts_with(".tallyfold-"));
         EXPECT_TRUE(name.ends_with(".pdf"));
         EXPECT_EQ(name.size(), std::string_view(".tallyfold-").size() + 36 + 4);
-        ASSERT_TRUE(file.publish(u"a copy.pdf"_s));
+        ASSERT_FALSE(file.publish(u"a copy.pdf"_s));
     }
     EXPECT_EQ(output.names(), (Names{"a copy.pdf"}));
     EXPECT_EQ(readFile(output.path / "a copy.pdf"), contents);
@@ -135,7 +135,7 @@ TEST(OutputFolder, ACopyIsLookedAtWhenItIsOnTheDiskAndBeforeItGetsItsName)
     OutputFolder::TemporaryFile file(*output.folder);
     ASSERT_TRUE(file.sink().write(contents));
     std::string found;
-    ASSERT_TRUE(file.publish(u"copy.pdf"_s, [&found](const files::WrittenFile &written) {
+    ASSERT_FALSE(file.publish(u"copy.pdf"_s, [&found](const files::WrittenFile &written) {
         return written.size() == contents.size() && written.readEnd(100, found);
     }));
     EXPECT_EQ(found, contents);
@@ -155,10 +155,13 @@ TEST(OutputFolder, ACopyWithoutProofGetsNoNameAndIsRemoved)
             OutputFolder::TemporaryFile file(*output.folder);
             ASSERT_TRUE(file.sink().write(contents));
             output.failOn(kind, EIO);
-            EXPECT_FALSE(file.publish(u"copy.pdf"_s, [&kind](const files::WrittenFile &written) {
+            const auto cause = file.publish(u"copy.pdf"_s, [&kind](const files::WrittenFile &written) {
                 std::string end;
                 return written.readEnd(100, end) && !kind.empty();
-            })) << kind;
+            });
+            EXPECT_EQ(cause,
+                      (FailureCause{FailureCause::During::checkingCopy, FailureCause::Finding::damaged}))
+                << kind;
         }
         EXPECT_EQ(output.names(), Names()) << kind;
     }
@@ -198,9 +201,8 @@ TEST(OutputFolder, ACopyThatCannotBeBegunIsToldByTheHiddenName)
         const OutputFolder::TemporaryFile file(*output.folder);
         ADD_FAILURE() << "nothing was thrown";
     } catch (const StampError &error) {
-        EXPECT_EQ(error.kind, StampError::Kind::cannotWrite);
-        EXPECT_EQ(error.name, QString::fromStdString(output.calls.calls().back().name));
-        EXPECT_TRUE(error.name.startsWith(u".tallyfold-"));
+        EXPECT_EQ(error, StampError::cannotWrite(QString::fromStdString(output.calls.calls().back().name)));
+        EXPECT_TRUE(error.name().startsWith(u".tallyfold-"));
     }
 }
 

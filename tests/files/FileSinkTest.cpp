@@ -87,13 +87,20 @@ std::string pattern(std::size_t size)
     return text;
 }
 
+std::shared_ptr<pdf::FileInput> opened(const std::filesystem::path &path)
+{
+    std::error_code error;
+    return pdf::FileInput::open(path, error);
+}
+
 } // namespace
 
 TEST(FileSink, HoldsEveryByteInOrderWhateverThePiecesAre)
 {
     const TemporaryFolder folder;
     const std::string text = pattern(1'500'000);
-    auto sink = FileSink::create(folder / "out.pdf");
+    std::error_code error;
+    auto sink = FileSink::create(folder / "out.pdf", error);
     ASSERT_TRUE(sink);
     std::size_t begin = 0;
     for (const std::size_t size : {1U, 0U, 262'143U, 1U, 262'144U, 600'000U, 7U}) {
@@ -110,8 +117,11 @@ TEST(FileSink, CreatesNothingOverAnExistingNameOrADanglingLink)
     const TemporaryFolder folder;
     tests::writeFile(folder / "there.pdf", "kept");
     std::filesystem::create_symlink(folder / "nowhere", folder / "link.pdf");
-    EXPECT_FALSE(FileSink::create(folder / "there.pdf"));
-    EXPECT_FALSE(FileSink::create(folder / "link.pdf"));
+    for (const char *name : {"there.pdf", "link.pdf"}) {
+        std::error_code error;
+        EXPECT_FALSE(FileSink::create(folder / name, error)) << name;
+        EXPECT_EQ(error, std::errc::file_exists) << name;
+    }
     EXPECT_EQ(readFile(folder / "there.pdf"), "kept");
     EXPECT_FALSE(std::filesystem::exists(folder / "nowhere"));
 }
@@ -133,7 +143,7 @@ TEST(FileSink, BytesOfAFileGetThereInTheirOrderAmongOthers)
     const TemporaryFolder folder;
     const std::string text = pattern(700'000);
     tests::writeFile(folder / "in.pdf", text);
-    const auto in = pdf::FileInput::open(folder / "in.pdf");
+    const auto in = opened(folder / "in.pdf");
     SmallDisk disk;
     disk.interrupted = true;
     FileSink sink(disk.openAt(AT_FDCWD, (folder / "out.pdf").c_str(), O_WRONLY | O_CREAT, 0666), disk);
@@ -149,8 +159,9 @@ TEST(FileSink, NoMoreIsCopiedThanThereIs)
 {
     const TemporaryFolder folder;
     tests::writeFile(folder / "in.pdf", pattern(1000));
-    const auto in = pdf::FileInput::open(folder / "in.pdf");
-    const auto sink = FileSink::create(folder / "out.pdf");
+    const auto in = opened(folder / "in.pdf");
+    std::error_code error;
+    const auto sink = FileSink::create(folder / "out.pdf", error);
     ASSERT_TRUE(sink);
     EXPECT_EQ(sink->copyFrom(in->descriptor(), 400, 5000), 600U);
     ASSERT_TRUE(sink->finish());
@@ -161,7 +172,7 @@ TEST(FileSink, WhatTheSystemCannotCopyIsLeftToTheCaller)
 {
     const TemporaryFolder folder;
     tests::writeFile(folder / "in.pdf", pattern(1000));
-    const auto in = pdf::FileInput::open(folder / "in.pdf");
+    const auto in = opened(folder / "in.pdf");
     SmallDisk disk;
     disk.copyError = EXDEV;
     FileSink sink(disk.openAt(AT_FDCWD, (folder / "out.pdf").c_str(), O_WRONLY | O_CREAT, 0666), disk);

@@ -381,9 +381,12 @@ private:
         if (const auto *error = std::get_if<ProductionError>(&outcome)) {
             RC_ASSERT(!hasIndex);
             RC_ASSERT(!hasLog);
-            RC_ASSERT(namesOf(error->written) == made);
-            RC_ASSERT((error->kind == ProductionError::Kind::cancelled) == error->conflicts.empty());
-            RC_ASSERT(error->kind == ProductionError::Kind::cancelled || made.empty());
+            if (const auto *found = std::get_if<ProductionError::Conflicts>(&error->value)) {
+                RC_ASSERT(!found->conflicts.empty());
+                RC_ASSERT(made.empty());
+            } else {
+                RC_ASSERT(namesOf(std::get<ProductionError::Cancelled>(error->value).written) == made);
+            }
         } else if (const auto *result = std::get_if<ProductionResult>(&outcome)) {
             RC_ASSERT(hasIndex == m_case.writeIndex);
             RC_ASSERT(hasLog == m_case.writeLog);

@@ -5,9 +5,12 @@
 #include "ui/controls/SymbolLabel.h"
 #include "ui/sheets/ResultView.h"
 
+#include <cerrno>
 #include <fstream>
 
 namespace tallyfold {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -170,7 +173,7 @@ TEST_F(SheetsTest, ARunStoppedBeforeItsFirstCopySaysSo)
 {
     restart([](const ProductionPlan &, const std::filesystem::path &, const ProductionOptions &,
                const Production::OnPage &) -> ProductionResult {
-        throw ProductionError{ProductionError::Kind::cancelled, {}, {}};
+        throw ProductionError{ProductionError::Cancelled{}};
     });
     addPdfs({"a.pdf"});
     QDialog *result = produce();
@@ -201,6 +204,52 @@ TEST_F(SheetsTest, FailuresAreListedInTheirOrder)
     EXPECT_EQ(lines,
               QStringList({QStringLiteral("“a.pdf” couldn’t be stamped (marked “failed” in the index)."),
                            QStringLiteral("“b.pdf” couldn’t be stamped (marked “failed” in the index).")}));
+    EXPECT_EQ(text("failureReason"),
+              "2 files: The original is damaged, or no PDF any more. Print it to a new "
+              "PDF, and stamp that.");
+}
+
+TEST_F(SheetsTest, TheCommonestReasonsOfFailuresAreToldFirst)
+{
+    restart([](const ProductionPlan &, const std::filesystem::path &, const ProductionOptions &,
+               const Production::OnPage &) {
+        const auto cause = [](int error) {
+            return FailureCause{FailureCause::During::writingCopy,
+                                std::error_code(error, std::generic_category())};
+        };
+        ProductionResult result;
+        result.failures = {{u"a.pdf"_s, StampError::locked(u"a.pdf"_s)},
+                           {u"b.pdf"_s, StampError::cannotWrite(u"b.pdf"_s, cause(ENOSPC))},
+                           {u"c.pdf"_s, StampError::cannotWrite(u"c.pdf"_s, cause(ENOSPC))},
+                           {u"d.pdf"_s, StampError::cannotWrite(u"d.pdf"_s)},
+                           {u"e.pdf"_s, StampError::cannotWrite(u"e.pdf"_s, cause(EACCES))},
+                           {u"f.pdf"_s, StampError::encrypted(u"f.pdf"_s)}};
+        return result;
+    });
+    addPdfs({"a.pdf", "b.pdf", "c.pdf", "d.pdf", "e.pdf", "f.pdf"});
+    QDialog *result = produce();
+    QStringList lines;
+    for (const QLabel *line : result->findChildren<QLabel *>(QStringLiteral("failureReason"))) {
+        lines.append(line->text());
+    }
+    ASSERT_EQ(lines.size(), 3) << lines.join('\n').toStdString();
+    EXPECT_TRUE(lines[0].startsWith(u"2 files: No space left on the disk."_s));
+    EXPECT_TRUE(lines[1].startsWith(u"1 file: The original needs a password by now."_s));
+    EXPECT_TRUE(lines[2].startsWith(u"1 file: Permission denied in the output folder."_s));
+}
+
+TEST_F(SheetsTest, TheReasonOfAFailureThatIsAloneHasNoCount)
+{
+    restart([](const ProductionPlan &, const std::filesystem::path &, const ProductionOptions &,
+               const Production::OnPage &) {
+        ProductionResult result;
+        result.failures.insert(u"a.pdf"_s, StampError::locked(u"a.pdf"_s));
+        return result;
+    });
+    addPdfs({"a.pdf", "b.pdf"});
+    (void)produce();
+    EXPECT_EQ(text("failureReason"),
+              "The original needs a password by now. Save it without one, and add that.");
 }
 
 TEST_F(SheetsTest, AFileThatChangedIsToldOfBeforeItIsStamped)

@@ -427,7 +427,7 @@ TEST_F(Windows, AProgramThatCannotBeReopenedAsksBeforeItStopsAProduction)
                const Production::OnPage &onPage) -> ProductionResult {
         while (onPage(1)) {
         }
-        throw ProductionError{ProductionError::Kind::cancelled, {}, {}};
+        throw ProductionError{ProductionError::Cancelled{}};
     });
     app->setReachable(false);
     addPdfs({"a.pdf"});

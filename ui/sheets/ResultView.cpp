@@ -1,6 +1,7 @@
 #include "ui/sheets/ResultView.h"
 
 #include "app/CountText.h"
+#include "app/FailureText.h"
 #include "core/SourceFile.h"
 #include "ui/controls/Buttons.h"
 #include "ui/controls/Card.h"
@@ -152,6 +153,31 @@ void ResultView::addFailures(QVBoxLayout &layout)
     scroll->setWidget(list);
     scroll->setMaximumHeight(qMin(tallestFailures, list->sizeHint().height() * 2));
     layout.addWidget(scroll);
+    addReasons(layout);
+}
+
+void ResultView::addReasons(QVBoxLayout &layout)
+{
+    constexpr std::size_t mostReasons = 3; // More than the eye takes in before it turns to the index.
+    std::size_t told = 0;
+    for (const FailureReason &reason : m_summary.reasons) {
+        const std::optional<QString> text = failureText(reason.example);
+        if (!text) {
+            continue;
+        }
+        if (++told > mostReasons) {
+            break;
+        }
+        //: How many files, and why they could not be stamped.
+        auto *line = new StyledLabel(m_summary.failures.size() == 1
+                                         ? *text
+                                         : words(QT_TRANSLATE_NOOP("Words", "%1: %2"))
+                                               .arg(countText(reason.files, Counted::files), *text),
+                                     TextStyle::callout);
+        line->setObjectName(QStringLiteral("failureReason"));
+        line->setSelectable();
+        layout.addWidget(line);
+    }
 }
 
 void ResultView::addButtons(QVBoxLayout &layout)

@@ -19,6 +19,7 @@ private:
     void addHeading(QVBoxLayout &layout);
     void addRows(QVBoxLayout &layout);
     void addFailures(QVBoxLayout &layout);
+    void addReasons(QVBoxLayout &layout);
     void addButtons(QVBoxLayout &layout);
 
     Environment m_environment;

@@ -45,7 +45,8 @@ TEST(CopyWriter, WritesACopyWithTextOnEveryPage) // The example of the rooms' de
     tests::writeSample(folder / "letter.pdf", 3);
     pdf::Document::Opened opened = pdf::Document::open(folder / "letter.pdf");
     const auto &source = std::get<std::unique_ptr<pdf::Document>>(opened);
-    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(folder / "copy.pdf");
+    std::error_code error;
+    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(folder / "copy.pdf", error);
     pdf::CopyWriter copy(*source, *sink);
     while (copy.nextPage() == pdf::CopyWriter::Step::done) {
         const pdf::ShapedLine line = copy.fonts().shape(u"COPY"_s, u"Helvetica"_s, 12);
@@ -69,7 +70,8 @@ TEST(CopyWriter, DrawsTheFormOfTheOverlaysWhereverOneNamesIt)
     const TemporaryFolder folder;
     tests::writeSample(folder / "letter.pdf", 3);
     const auto source = opened(folder / "letter.pdf");
-    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(folder / "copy.pdf");
+    std::error_code error;
+    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(folder / "copy.pdf", error);
     pdf::CopyWriter copy(*source, *sink);
     std::string word;
     copy.fonts().show(copy.fonts().shape(u"SHARED"_s, u"Helvetica"_s, 12), 0, 0, word);
@@ -93,7 +95,8 @@ TEST(CopyWriter, SaysThatThereIsNoFurtherPageAsOftenAsItIsAsked)
     const TemporaryFolder folder;
     tests::writeSample(folder / "letter.pdf", 1);
     const auto source = opened(folder / "letter.pdf");
-    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(folder / "copy.pdf");
+    std::error_code error;
+    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(folder / "copy.pdf", error);
     pdf::CopyWriter copy(*source, *sink);
     ASSERT_EQ(copy.nextPage(), Step::done);
     ASSERT_EQ(copy.endPage({}), Step::done);

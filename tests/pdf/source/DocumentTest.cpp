@@ -52,7 +52,7 @@ TEST(Document, WhatIsNotAPdfIsUnreadable)
     for (const char *name : {"empty.pdf", "text.pdf", "missing.pdf", "."}) {
         const Document::Opened result = Document::open(folder / name);
         ASSERT_TRUE(std::holds_alternative<OpenFailure>(result)) << name;
-        EXPECT_EQ(std::get<OpenFailure>(result), OpenFailure::unreadable) << name;
+        EXPECT_EQ(std::get<OpenFailure>(result).kind, OpenFailure::Kind::unreadable) << name;
     }
 }
 

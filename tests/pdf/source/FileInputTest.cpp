@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tallyfold::pdf {
 
@@ -24,6 +26,24 @@ std::string longText()
     return text;
 }
 
+/// The file at `path`, which is there.
+std::shared_ptr<FileInput> opened(const std::filesystem::path &path,
+                                  std::chrono::nanoseconds patience = FileInput::longest)
+{
+    std::error_code error;
+    std::shared_ptr<FileInput> input = FileInput::open(path, error, patience);
+    EXPECT_FALSE(error) << error.message();
+    return input;
+}
+
+/// Why there is no input for `path`.
+std::error_code refusalOf(const std::filesystem::path &path)
+{
+    std::error_code error;
+    EXPECT_EQ(FileInput::open(path, error), nullptr);
+    return error;
+}
+
 } // namespace
 
 TEST(FileInput, ReadsTheSameBytesInAnyOrder)
@@ -31,7 +51,7 @@ TEST(FileInput, ReadsTheSameBytesInAnyOrder)
     const TemporaryFolder folder;
     const std::string text = longText();
     writeFile(folder / "a", text);
-    const auto input = FileInput::open(folder / "a");
+    const auto input = opened(folder / "a");
     ASSERT_TRUE(input);
     EXPECT_EQ(input->size(), static_cast<qpdf_offset_t>(text.size()));
     for (const std::size_t offset : {2'999'000UL, 0UL, 65'530UL, 1'500'000UL, 65'536UL, 131'071UL, 7UL}) {
@@ -47,7 +67,7 @@ TEST(FileInput, AReadAtTheEndStandsAtTheEnd)
 {
     const TemporaryFolder folder;
     writeFile(folder / "a", "abc");
-    const auto input = FileInput::open(folder / "a");
+    const auto input = opened(folder / "a");
     char buffer[8];
     EXPECT_EQ(input->read(buffer, sizeof buffer), 3U);
     EXPECT_EQ(input->read(buffer, sizeof buffer), 0U);
@@ -62,7 +82,7 @@ TEST(FileInput, LineEndsAreFoundAcrossBlocks)
     const TemporaryFolder folder;
     const std::string line(65'535, 'x');
     writeFile(folder / "a", line + "\r\n\nrest");
-    const auto input = FileInput::open(folder / "a");
+    const auto input = opened(folder / "a");
     EXPECT_EQ(input->findAndSkipNextEOL(), 65'535);
     EXPECT_EQ(input->tell(), 65'538);
     EXPECT_EQ(input->findAndSkipNextEOL(), 65'542);
@@ -72,17 +92,33 @@ TEST(FileInput, LineEndsAreFoundAcrossBlocks)
 TEST(FileInput, OnlyARegularFileIsOpened)
 {
     const TemporaryFolder folder;
-    EXPECT_EQ(FileInput::open(folder.path()), nullptr);
-    EXPECT_EQ(FileInput::open(folder / "missing"), nullptr);
+    EXPECT_EQ(refusalOf(folder.path()), std::errc::is_a_directory);
+    EXPECT_EQ(refusalOf(folder / "missing"), std::errc::no_such_file_or_directory);
     ASSERT_EQ(mkfifo((folder / "pipe.pdf").c_str(), 0600), 0);
-    EXPECT_EQ(FileInput::open(folder / "pipe.pdf"), nullptr);
+    EXPECT_EQ(refusalOf(folder / "pipe.pdf"), std::errc::not_supported);
+}
+
+TEST(FileInput, AReadThatFailsIsRemembered)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "a", longText());
+    const auto input = opened(folder / "a");
+    char byte = 0;
+    EXPECT_EQ(input->read(&byte, 1), 1U);
+    EXPECT_FALSE(input->failure());
+    const files::Descriptor unreadable(::open((folder / "a").c_str(), O_WRONLY | O_CLOEXEC));
+    ASSERT_GE(::dup2(unreadable.number(), input->descriptor()), 0);
+    input->seek(1'000'000, SEEK_SET);
+    EXPECT_THROW((void)input->read(&byte, 1), std::system_error);
+    EXPECT_EQ(input->failure(), std::errc::bad_file_descriptor);
+    EXPECT_FALSE(input->hasChanged());
 }
 
 TEST(FileInput, AFileWrittenToSinceItWasOpenedHasChanged)
 {
     const TemporaryFolder folder;
     writeFile(folder / "a", "abc");
-    const auto input = FileInput::open(folder / "a");
+    const auto input = opened(folder / "a");
     EXPECT_FALSE(input->hasChanged());
     writeFile(folder / "a", "abcd");
     EXPECT_TRUE(input->hasChanged());
@@ -92,7 +128,7 @@ TEST(FileInput, BlankLinesAreSkippedWithTheEndOfTheirFirst)
 {
     const TemporaryFolder folder;
     writeFile(folder / "a", std::string("one \r\n \n\0\t\f\r  two\n", 18));
-    const auto input = FileInput::open(folder / "a");
+    const auto input = opened(folder / "a");
     EXPECT_EQ(input->findAndSkipNextEOL(), 4);
     EXPECT_EQ(input->tell(), 14);
     EXPECT_EQ(input->findAndSkipNextEOL(), 17);
@@ -103,7 +139,7 @@ TEST(FileInput, AFileIsNotReadAgainAndAgainForEver)
 {
     const TemporaryFolder folder;
     writeFile(folder / "a", longText());
-    const auto input = FileInput::open(folder / "a");
+    const auto input = opened(folder / "a");
     std::string bytes(static_cast<std::size_t>(input->size()), '\0');
     int times = 0;
     EXPECT_THROW(
@@ -124,9 +160,9 @@ TEST(FileInput, AFileIsNotReadForEver)
     const TemporaryFolder folder;
     writeFile(folder / "a", longText());
     std::string bytes(2'000'000, '\0');
-    const auto patient = FileInput::open(folder / "a");
+    const auto patient = opened(folder / "a");
     EXPECT_EQ(patient->read(bytes.data(), bytes.size()), bytes.size());
-    const auto impatient = FileInput::open(folder / "a", -FileInput::longest);
+    const auto impatient = opened(folder / "a", -FileInput::longest);
     EXPECT_THROW((void)impatient->read(bytes.data(), bytes.size()), std::runtime_error);
     EXPECT_TRUE(impatient->isExhausted());
 }

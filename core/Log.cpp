@@ -1,0 +1,7 @@
+#include "core/Log.h"
+
+namespace tallyfold {
+
+Q_LOGGING_CATEGORY(coreLog, "tallyfold.core", QtWarningMsg)
+
+} // namespace tallyfold
