@@ -446,6 +446,30 @@ TEST_F(Windows, AProgramThatCannotBeReopenedAsksBeforeItStopsAProduction)
 
 TEST_F(Windows, AboutSaysWhatTheProgramIsAndWhomToAsk)
 {
+TEST_F(Windows, AProgramThatCannotBeReopenedAsksBeforeItLosesAList)
+{
+    app->setReachable(false);
+    addPdfs({"a.pdf"});
+    app->mainView().activateWindow();
+    QTest::keyClick(&app->mainView(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_TRUE(app->mainView().isVisible());
+    auto *alert = find<Alert>("closeAlert");
+    ASSERT_NE(alert, nullptr);
+    QTest::keyClick(alert, Qt::Key_Escape);
+    EXPECT_TRUE(app->mainView().isVisible());
+    EXPECT_EQ(listed(), "a.pdf");
+
+    model().removeAll();
+    app->mainView().close();
+    EXPECT_FALSE(app->mainView().isVisible()) << "there is nothing to lose";
+    app->reopen({});
+    addPdfs({"a.pdf"});
+    app->mainView().close();
+    clickTitled(find<Alert>("closeAlert"), QStringLiteral("Quit Tallyfold"));
+    EXPECT_FALSE(app->mainView().isVisible());
+    app->setReachable(true);
+}
+
     entry(help, QStringLiteral("About Tallyfold"))->trigger();
     EXPECT_TRUE(isShown("about"));
     ASSERT_EQ(AboutPanel::credits().size(), 2);

@@ -210,10 +210,18 @@ void TallyfoldApp::tellOfUpdate(const UpdateOutcome &outcome)
 
 bool TallyfoldApp::mayClose()
 {
-    if (m_isReachable || !m_model.isRunning()) {
+    if (m_isReachable || (!m_model.isRunning() && m_model.sources().empty())) {
         return true;
     }
-    auto *alert = new Alert(
+    Alert *alert = m_model.isRunning() ? askToStop() : askToLoseList();
+    alert->setObjectName(QStringLiteral("closeAlert"));
+    alert->open();
+    return false;
+}
+
+Alert *TallyfoldApp::askToStop()
+{
+    return new Alert(
         words(QT_TRANSLATE_NOOP("Words", "A production is being written")),
         words(QT_TRANSLATE_NOOP(
             "Words", "Closing this window ends the program. The copies that are finished stay; the "
@@ -221,9 +229,18 @@ bool TallyfoldApp::mayClose()
         {{words(QT_TRANSLATE_NOOP("Words", "Keep Writing")), Alert::Role::prominent},
          {words(QT_TRANSLATE_NOOP("Words", "Stop and Quit")), Alert::Role::normal, [this] { quit(); }}},
         m_mainView.get());
-    alert->setObjectName(QStringLiteral("closeAlert"));
-    alert->open();
-    return false;
+}
+
+Alert *TallyfoldApp::askToLoseList()
+{
+    return new Alert(
+        words(QT_TRANSLATE_NOOP("Words", "The list of files is not kept")),
+        words(QT_TRANSLATE_NOOP("Words", "Closing this window ends the program, and the list with its order "
+                                         "has to be made again. Your files and settings stay as they are.")),
+        {{words(QT_TRANSLATE_NOOP("Words", "Cancel")), Alert::Role::cancel},
+         {words(QT_TRANSLATE_NOOP("Words", "Quit %1")).arg(displayedName()), Alert::Role::prominent,
+          [this] { quit(); }}},
+        m_mainView.get());
 }
 
 AppModel &TallyfoldApp::model()

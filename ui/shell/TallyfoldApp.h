@@ -24,6 +24,8 @@
 
 namespace tallyfold {
 
+class Alert;
+
 /// The application: its one model, and the windows on it. Closing the main window leaves the model as it is;
 /// the next start brings both back.
 class TallyfoldApp final : public QObject {
@@ -74,6 +76,8 @@ private:
     void guardMainView();
     void tellOfUpdate(const UpdateOutcome &outcome);
     [[nodiscard]] bool mayClose();
+    [[nodiscard]] Alert *askToStop();
+    [[nodiscard]] Alert *askToLoseList();
 
     std::unique_ptr<WindowState> m_windowState;
     std::unique_ptr<Desktop> m_desktop;
