@@ -66,8 +66,10 @@ TEST_F(Windows, TheMenusHaveTheirCommandsInOrder)
     EXPECT_EQ(entriesOf(file).join(u'|'), QStringLiteral("Add PDFs…|-|Close Window|Quit Tallyfold"));
     EXPECT_EQ(entriesOf(editMenu).join(u'|'),
               QStringLiteral("Undo|Redo|-|Cut|Copy|Paste|Delete|Select All|-|Settings…"));
-    EXPECT_EQ(entriesOf(production).join(u'|'),
-              QStringLiteral("Stamp|Choose Output Folder…|-|Remove Selected Files|Remove All Files"));
+    EXPECT_EQ(
+        entriesOf(production).join(u'|'),
+        QStringLiteral(
+            "Stamp|Choose Output Folder…|Start Next Production|-|Remove Selected Files|Remove All Files"));
     EXPECT_EQ(entriesOf(help).join(u'|'),
               QStringLiteral("Tallyfold Help|About Tallyfold|Check for Updates…"));
 }
@@ -444,8 +446,6 @@ TEST_F(Windows, AProgramThatCannotBeReopenedAsksBeforeItStopsAProduction)
     app->setReachable(true);
 }
 
-TEST_F(Windows, AboutSaysWhatTheProgramIsAndWhomToAsk)
-{
 TEST_F(Windows, AProgramThatCannotBeReopenedAsksBeforeItLosesAList)
 {
     app->setReachable(false);
@@ -470,6 +470,8 @@ TEST_F(Windows, AProgramThatCannotBeReopenedAsksBeforeItLosesAList)
     app->setReachable(true);
 }
 
+TEST_F(Windows, AboutSaysWhatTheProgramIsAndWhomToAsk)
+{
     entry(help, QStringLiteral("About Tallyfold"))->trigger();
     EXPECT_TRUE(isShown("about"));
     ASSERT_EQ(AboutPanel::credits().size(), 2);

@@ -1,7 +1,9 @@
 #include "ui/form/StampBar.h"
 
 #include "ui/controls/Separator.h"
+#include "ui/form/WrittenNotice.h"
 #include "ui/text/PlanText.h"
+#include "ui/text/ResultText.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 #include "ui/theme/Symbols.h"
@@ -26,6 +28,7 @@ StampBar::StampBar(const Environment &environment, QWidget *parent)
       m_problemRow(new QWidget),
       m_problem(new SymbolLabel(QStringLiteral("exclamationmark.octagon.fill"), Tone::blocking,
                                 TextStyle::callout, Tone::blocking)),
+      m_startNext(new SmallButton(words(QT_TRANSLATE_NOOP("Words", "Start Next Production")))),
       m_status(new StyledLabel(TextStyle::calloutStrong)),
       m_chooseFirst(new StyledLabel(words(QT_TRANSLATE_NOOP("Words", "Choose an output folder first.")),
                                     TextStyle::caption, Tone::secondary)),
@@ -49,9 +52,11 @@ StampBar::StampBar(const Environment &environment, QWidget *parent)
     connect(&environment.model, &AppModel::outputFolderChanged, this, &StampBar::showStatus);
     connect(&environment.plan, &CurrentPlan::changed, this, &StampBar::showStatus);
     connect(&environment.output, &OutputCheck::changed, this, &StampBar::showProblem);
+    connect(&environment.model, &AppModel::summaryChanged, this, &StampBar::offerNext);
     showRunning();
     showStatus();
     showProblem();
+    offerNext();
 }
 
 QWidget *StampBar::makeIdle()
@@ -63,11 +68,19 @@ QWidget *StampBar::makeIdle()
     auto *another = new SmallButton(words(QT_TRANSLATE_NOOP("Words", "Choose Another Folder…")));
     another->setObjectName(QStringLiteral("chooseAnother"));
     connect(another, &QPushButton::clicked, this, [this] { m_environment.model.chooseOutputFolder(); });
+    m_startNext->setObjectName(QStringLiteral("startNextHere"));
+    connect(m_startNext, &QPushButton::clicked, this, [this] { m_environment.model.startNextProduction(); });
     auto *problemLayout = new QVBoxLayout(m_problemRow);
     problemLayout->setContentsMargins(0, 0, 0, spacing::tight);
     problemLayout->setSpacing(spacing::tight + 2);
+    problemLayout->addWidget(new WrittenNotice(m_environment));
     problemLayout->addWidget(m_problem);
-    problemLayout->addWidget(another);
+    auto *ways = new QHBoxLayout;
+    ways->setSpacing(spacing::normal);
+    ways->addWidget(another);
+    ways->addWidget(m_startNext);
+    ways->addStretch(1);
+    problemLayout->addLayout(ways);
 
     m_stamp->setIcon(symbolIcon(QStringLiteral("number.square.fill"), Tone::onAccent));
     m_stamp->setIconSize(QSize(18, 18));
@@ -152,6 +165,13 @@ void StampBar::showProblem()
     const std::optional<QString> problem = m_environment.output.folderProblem();
     m_problem->setText(problem.value_or(QString()));
     m_problemRow->setVisible(problem.has_value());
+}
+
+void StampBar::offerNext()
+{
+    const std::optional<RunSummary> &summary = m_environment.model.summary();
+    m_startNext->setVisible(summary.has_value());
+    m_startNext->setToolTip(summary ? nextProductionHelp(*summary) : QString());
 }
 
 } // namespace tallyfold

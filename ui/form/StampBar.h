@@ -27,10 +27,12 @@ private:
     void showProgress();
     void showStatus();
     void showProblem();
+    void offerNext();
 
     Environment m_environment;
     QWidget *m_problemRow;
     SymbolLabel *m_problem;
+    QPushButton *m_startNext;
     StyledLabel *m_status;
     StyledLabel *m_chooseFirst;
     ProminentButton *m_stamp;

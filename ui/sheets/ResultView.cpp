@@ -8,6 +8,7 @@
 #include "ui/controls/StyledLabel.h"
 #include "ui/controls/SymbolLabel.h"
 #include "ui/controls/SymbolView.h"
+#include "ui/text/ResultText.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
@@ -193,11 +194,7 @@ void ResultView::addButtons(QVBoxLayout &layout)
     if (!m_summary.cancelled) {
         next = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Start Next Production")));
         next->setObjectName(QStringLiteral("startNext"));
-        next->setToolTip(
-            m_summary.isSeriesFull()
-                ? words(QT_TRANSLATE_NOOP("Words", "Clears the list and leaves the start number as it is."))
-                : words(QT_TRANSLATE_NOOP("Words", "Clears the list and sets the start number to %1."))
-                      .arg(m_summary.nextBates));
+        next->setToolTip(nextProductionHelp(m_summary));
         connect(next, &QPushButton::clicked, this, [this] {
             m_environment.model.startNextProduction();
             accept();

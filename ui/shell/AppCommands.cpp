@@ -23,6 +23,7 @@ AppCommands::AppCommands(const Environment &environment, Updater &updater, QUndo
     makeCommands();
     const AppModel *model = &environment.model;
     connect(model, &AppModel::runningChanged, this, &AppCommands::update);
+    connect(model, &AppModel::summaryChanged, this, &AppCommands::update);
     connect(model, &AppModel::selectionChanged, this, &AppCommands::update);
     connect(&environment.plan, &CurrentPlan::changed, this, &AppCommands::update);
     connect(&updater, &Updater::checkingChanged, this, &AppCommands::update);
@@ -72,6 +73,9 @@ void AppCommands::makeCommands()
     m_chooseFolder =
         addOnModel("chooseOutputFolder", words(QT_TRANSLATE_NOOP("Words", "Choose Output Folder…")),
                    Qt::CTRL | Qt::SHIFT | Qt::Key_O, [model] { model->chooseOutputFolder(); });
+    m_startNext =
+        addOnModel("startNextProduction", words(QT_TRANSLATE_NOOP("Words", "Start Next Production")), {},
+                   [model] { model->startNextProduction(); });
     m_removeSelected =
         addOnModel("removeSelected", words(QT_TRANSLATE_NOOP("Words", "Remove Selected Files")), {},
                    [model] { model->removeSelected(); });
@@ -100,7 +104,7 @@ void AppCommands::addTo(QMenuBar &bar, QWidget *window)
     edit->addAction(m_settings);
 
     QMenu *production = bar.addMenu(words(QT_TRANSLATE_NOOP("Words", "&Production")));
-    production->addActions({m_stamp, m_chooseFolder});
+    production->addActions({m_stamp, m_chooseFolder, m_startNext});
     production->addSeparator();
     production->addActions({m_removeSelected, m_removeAll});
 
@@ -116,6 +120,7 @@ void AppCommands::update()
     const AppModel &model = m_environment.model;
     const bool hasFiles = !model.sources().empty();
     m_stamp->setEnabled(!model.isRunning() && hasFiles);
+    m_startNext->setEnabled(!model.isRunning() && model.summary());
     m_removeSelected->setEnabled(!model.selection().isEmpty());
     m_removeAll->setEnabled(hasFiles);
     m_checkForUpdates->setEnabled(!m_updater->isChecking());

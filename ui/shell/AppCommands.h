@@ -47,6 +47,7 @@ private:
     QAction *m_settings = nullptr;
     QAction *m_stamp = nullptr;
     QAction *m_chooseFolder = nullptr;
+    QAction *m_startNext = nullptr;
     QAction *m_removeSelected = nullptr;
     QAction *m_removeAll = nullptr;
 };
