@@ -144,6 +144,9 @@ public:
     [[nodiscard]] bool hasPreviewTask() const;
     /// Draws the previews anew, a moment after the last call.
     void refreshPreviews();
+    /// Draws pages `pixels` wide from now on, within what `PreviewImages` allows, and those shown anew if they
+    /// are not.
+    void setPreviewWidth(std::int64_t pixels);
 
 Q_SIGNALS:
     void settingsChanged();
@@ -217,6 +220,7 @@ private:
     QList<QImage> m_previewImages;
     std::optional<QImage> m_closeUp;
     std::optional<QString> m_previewFileName;
+    std::int64_t m_previewWidth = PreviewImages::pageWidth;
 
     CancelFlag m_cancelFlag;
     std::unique_ptr<LooseTask> m_look; ///< The latest look at the files of the list.

@@ -31,6 +31,15 @@ void AppModel::refreshPreviews()
     m_previews.refresh();
 }
 
+void AppModel::setPreviewWidth(std::int64_t pixels)
+{
+    const std::int64_t width = std::clamp(pixels, PreviewImages::pageWidth, PreviewImages::mostPageWidth);
+    if (width != m_previewWidth) {
+        m_previewWidth = width;
+        refreshPreviews();
+    }
+}
+
 std::optional<PreviewRequest> AppModel::previewRequest() const
 {
     const ProductionPlan plan = this->plan();
@@ -40,7 +49,8 @@ std::optional<PreviewRequest> AppModel::previewRequest() const
     const auto selected = std::find_if(plan.files.begin(), plan.files.end(), [this](const PlannedFile &file) {
         return m_selection.contains(file.source.id);
     });
-    return PreviewRequest{selected == plan.files.end() ? plan.files.front() : *selected, plan.settings};
+    return PreviewRequest{selected == plan.files.end() ? plan.files.front() : *selected, plan.settings,
+                          m_previewWidth};
 }
 
 void AppModel::showPreviews(const PreviewImages &images, const std::optional<QString> &name)

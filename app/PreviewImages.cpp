@@ -27,13 +27,12 @@ QImage imageOf(const pdf::Bitmap &bitmap)
 
 } // namespace
 
-PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &settings,
+PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &settings, std::int64_t width,
                                 const std::stop_token &givenUp)
 {
     PreviewImages images;
     try {
-        for (const pdf::Bitmap &bitmap :
-             Stamper::previewImages(file, settings, mostPages, pageWidth, givenUp)) {
+        for (const pdf::Bitmap &bitmap : Stamper::previewImages(file, settings, mostPages, width, givenUp)) {
             images.pages.append(imageOf(bitmap));
         }
         if (!images.pages.isEmpty()) {

@@ -16,7 +16,7 @@ Previews::Previews(Request request, Draw draw, QObject *parent)
 Previews::Draw Previews::systemDraw()
 {
     return [](const PreviewRequest &request, const std::stop_token &givenUp) {
-        return PreviewImages::of(request.file, request.settings, givenUp);
+        return PreviewImages::of(request.file, request.settings, request.width, givenUp);
     };
 }
 

@@ -21,6 +21,7 @@ namespace tallyfold {
 struct PreviewRequest {
     PlannedFile file;
     StampSettings settings;
+    std::int64_t width = PreviewImages::pageWidth; ///< Of a page, in pixels.
 };
 
 /// Draws previews off the main thread, a moment after the last of many requests. One refresh is alive at

@@ -49,6 +49,23 @@ TEST_F(PreviewsOfModel, TheFirstThreePagesAreShown)
               (Counts{{"sources", 1}, {"previews", 1}, {"closeUp", 1}, {"previewFileName", 1}}));
 }
 
+TEST_F(PreviewsOfModel, AScreenOfMorePixelsGetsMoreOfThemWithinLimits)
+{
+    addPdfs({"a.pdf"});
+    ASSERT_TRUE(waitUntil([this] { return !model->hasPreviewTask(); }));
+    for (const auto &[wanted, drawn] :
+         {std::pair(1600, 1600), std::pair(9000, 2400), std::pair(10, 1200), std::pair(1800, 1800)}) {
+        model->setPreviewWidth(wanted);
+        EXPECT_TRUE(model->hasPreviewTask());
+        ASSERT_TRUE(waitUntil([this] { return !model->hasPreviewTask(); }));
+        EXPECT_EQ(model->previews()[0].width(), drawn);
+        ASSERT_TRUE(model->closeUp());
+        EXPECT_EQ(model->closeUp()->width(), drawn);
+    }
+    model->setPreviewWidth(1800);
+    EXPECT_FALSE(model->hasPreviewTask()) << "as it is already";
+}
+
 TEST_F(PreviewsOfModel, AShortFileHasAsManyAsPages)
 {
     addPdfs({"two.pdf"}, 2);
@@ -389,7 +406,8 @@ TEST(PreviewsOfAFile, GivenUpBeforeTheyAreBegunAreNone)
     EXPECT_EQ(PreviewImages::of(plan.files.front(), plan.settings).pages.size(), 1);
     std::stop_source givenUp;
     givenUp.request_stop();
-    EXPECT_TRUE(PreviewImages::of(plan.files.front(), plan.settings, givenUp.get_token()).pages.isEmpty());
+    EXPECT_TRUE(
+        PreviewImages::of(plan.files.front(), plan.settings, 100, givenUp.get_token()).pages.isEmpty());
     try {
         (void)Stamper::previewImages(plan.files.front(), plan.settings, 3, 100, givenUp.get_token());
         ADD_FAILURE() << "it was copied to its end";

@@ -1,6 +1,5 @@
 #include "ui/controls/EmptyState.h"
 
-#include "ui/controls/StyledLabel.h"
 #include "ui/controls/SymbolView.h"
 #include "ui/theme/Spacing.h"
 
@@ -10,11 +9,16 @@ namespace tallyfold {
 
 EmptyState::EmptyState(const QString &symbol, const QString &title, const QString &description,
                        QWidget *button, QWidget *parent)
+    : EmptyState(symbol, new StyledLabel(title, TextStyle::title),
+                 new StyledLabel(description, TextStyle::callout, Tone::secondary), button, parent)
+{
+}
+
+EmptyState::EmptyState(const QString &symbol, StyledLabel *title, StyledLabel *description, QWidget *button,
+                       QWidget *parent)
     : QWidget(parent)
 {
-    auto *heading = new StyledLabel(title, TextStyle::title);
-    auto *explanation = new StyledLabel(description, TextStyle::callout, Tone::secondary);
-    for (QLabel *label : {static_cast<QLabel *>(heading), static_cast<QLabel *>(explanation)}) {
+    for (StyledLabel *label : {title, description}) {
         label->setAlignment(Qt::AlignCenter);
     }
     auto *layout = new QVBoxLayout(this);
@@ -23,8 +27,8 @@ EmptyState::EmptyState(const QString &symbol, const QString &title, const QStrin
     layout->addStretch(1);
     layout->addWidget(new SymbolView(symbol, Tone::secondary, 56), 0, Qt::AlignHCenter);
     layout->addSpacing(spacing::tight);
-    layout->addWidget(heading);
-    layout->addWidget(explanation);
+    layout->addWidget(title);
+    layout->addWidget(description);
     if (button) {
         layout->addSpacing(spacing::normal);
         layout->addWidget(button, 0, Qt::AlignHCenter);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/controls/StyledLabel.h"
+
 #include <QWidget>
 
 namespace tallyfold {
@@ -11,6 +13,9 @@ class EmptyState final : public QWidget {
 public:
     EmptyState(const QString &symbol, const QString &title, const QString &description,
                QWidget *button = nullptr, QWidget *parent = nullptr);
+    /// The same with labels for title and description, which it takes over.
+    EmptyState(const QString &symbol, StyledLabel *title, StyledLabel *description, QWidget *button = nullptr,
+               QWidget *parent = nullptr);
 };
 
 } // namespace tallyfold

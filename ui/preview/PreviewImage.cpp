@@ -1,16 +1,10 @@
 #include "ui/preview/PreviewImage.h"
 
-#include "ui/theme/Tones.h"
+#include "ui/preview/PictureFrame.h"
 
 #include <QPainter>
 
 namespace tallyfold {
-
-namespace {
-
-constexpr int frame = 1;
-
-} // namespace
 
 PreviewImage::PreviewImage(QWidget *parent) : QWidget(parent)
 {
@@ -33,8 +27,8 @@ const QImage &PreviewImage::image() const
 void PreviewImage::fitHeight()
 {
     if (!m_image.isNull()) {
-        const double inner = width() - 2 * frame;
-        setFixedHeight(qRound(inner * m_image.height() / m_image.width()) + 2 * frame);
+        const double inner = width() - 2 * pictureFrame;
+        setFixedHeight(qRound(inner * m_image.height() / m_image.width()) + 2 * pictureFrame);
     }
 }
 
@@ -51,7 +45,7 @@ void PreviewImage::paintEvent(QPaintEvent *)
     }
     QPainter painter(this);
     const double scale = devicePixelRatioF();
-    const QRect place = rect().adjusted(frame, frame, -frame, -frame);
+    const QRect place = rect().adjusted(pictureFrame, pictureFrame, -pictureFrame, -pictureFrame);
     const QSize pixels = (QSizeF(place.size()) * scale).toSize();
     if (m_scaled.size() != pixels) {
         m_scaled =
@@ -59,8 +53,7 @@ void PreviewImage::paintEvent(QPaintEvent *)
         m_scaled.setDevicePixelRatio(scale);
     }
     painter.drawPixmap(place.topLeft(), m_scaled);
-    painter.setPen(QPen(colorOf(Tone::border, palette()), frame));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    drawPictureFrame(painter, rect(), palette());
 }
 
 } // namespace tallyfold

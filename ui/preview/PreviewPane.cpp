@@ -1,19 +1,42 @@
 #include "ui/preview/PreviewPane.h"
 
 #include "ui/controls/EmptyState.h"
+#include "ui/text/Messages.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
-#include <QScrollArea>
+#include <QEvent>
+
+#include <algorithm>
+#include <cmath>
 
 namespace tallyfold {
+
+namespace {
+
+// The pages of the stack.
+constexpr int nothing = 0;
+constexpr int pages = 1;
+constexpr int unshown = 2;
+
+/// How much larger than the pages the close-up is, at least.
+constexpr double closeUpScale = 1.5;
+/// How wide all of it is where the pages are small, in device-independent pixels: half its pixels.
+constexpr double closeUpWidth = static_cast<double>(PreviewImages::pageWidth) / 2;
+/// By how many pixels pictures grow with their column: they are drawn anew for each step.
+constexpr int widthStep = 400;
+
+} // namespace
 
 PreviewPane::PreviewPane(const Environment &environment, QWidget *parent)
     : QStackedWidget(parent),
       m_environment(environment),
       m_header(new ElidedLabel(TextStyle::headline, Tone::secondary)),
+      m_unshownFile(new ElidedLabel(TextStyle::title)),
+      m_unshownReason(new StyledLabel(TextStyle::callout, Tone::secondary)),
       m_closeUpBox(new QWidget),
-      m_closeUp(new PreviewImage),
+      m_closeUp(new CloseUp),
+      m_scroll(new QScrollArea),
       m_column(nullptr)
 {
     setObjectName(QStringLiteral("previewPane"));
@@ -22,12 +45,43 @@ PreviewPane::PreviewPane(const Environment &environment, QWidget *parent)
         words(QT_TRANSLATE_NOOP("Words",
                                 "Add PDFs to see their first pages stamped. Select a file to preview it."))));
     addWidget(makePages());
+    addWidget(makeUnshown());
     connect(&environment.model, &AppModel::previewsChanged, this, &PreviewPane::showImages);
     connect(&environment.model, &AppModel::closeUpChanged, this, &PreviewPane::showCloseUp);
     connect(&environment.model, &AppModel::previewFileNameChanged, this, &PreviewPane::showName);
     showImages();
     showCloseUp();
+    connect(&environment.plan, &CurrentPlan::changed, this, &PreviewPane::showPage);
     showName();
+}
+
+QWidget *PreviewPane::makeUnshown()
+{
+    m_unshownFile->setObjectName(QStringLiteral("unshownFile"));
+    m_unshownReason->setObjectName(QStringLiteral("unshownReason"));
+    return new EmptyState(QStringLiteral("doc.richtext"), m_unshownFile, m_unshownReason);
+}
+
+void PreviewPane::showPage()
+{
+    const AppModel &model = m_environment.model;
+    const std::optional<QString> &name = model.previewFileName();
+    if (!model.previews().isEmpty() || !name) {
+        setCurrentIndex(model.previews().isEmpty() ? nothing : pages);
+        return;
+    }
+    const ProductionPlan &plan = *m_environment.plan;
+    const auto isShown = [&](const PlannedFile &file) {
+        return file.source.name == *name &&
+               (model.selection().isEmpty() || model.selection().contains(file.source.id));
+    };
+    const auto file = std::find_if(plan.files.begin(), plan.files.end(), isShown);
+    m_unshownFile->setText(*name);
+    m_unshownReason->setText(
+        file != plan.files.end() && file->source.problem
+            ? messageOf(*file->source.problem)
+            : words(QT_TRANSLATE_NOOP("Words", "The first pages of this file can’t be shown.")));
+    setCurrentIndex(plan.files.empty() ? nothing : unshown);
 }
 
 QWidget *PreviewPane::makePages()
@@ -50,22 +104,53 @@ QWidget *PreviewPane::makePages()
     m_column->addWidget(m_header);
     m_column->addWidget(m_closeUpBox);
     m_column->addStretch(1);
-    auto *scroll = new QScrollArea;
-    scroll->setObjectName(QStringLiteral("previewScroll"));
-    scroll->setAccessibleName(words("Preview"));
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
+    m_scroll->setObjectName(QStringLiteral("previewScroll"));
+    m_scroll->setAccessibleName(words("Preview"));
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setWidgetResizable(true);
     // The bar keeps its place, or showing it would make the pages narrower and so hide it again.
-    scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(content);
-    return scroll;
+    m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setWidget(content);
+    m_scroll->viewport()->installEventFilter(this);
+    return m_scroll;
+}
+
+void PreviewPane::fitColumn()
+{
+    const int column = m_scroll->viewport()->width();
+    const double scale = devicePixelRatioF();
+    // No wider than there are pixels to show, for the close-up as well.
+    const auto most = static_cast<int>(PreviewImages::mostPageWidth / (scale * closeUpScale));
+    const int page = std::clamp(column - 2 * spacing::section, 1, most);
+    const int margin = (column - page) / 2;
+    m_column->setContentsMargins(margin, spacing::section, column - page - margin, spacing::section);
+    const double whole = std::max(closeUpWidth, page * closeUpScale);
+    m_closeUp->setWholeWidth(whole);
+    m_environment.model.setPreviewWidth(static_cast<std::int64_t>(std::ceil(whole * scale / widthStep)) *
+                                        widthStep);
+}
+
+bool PreviewPane::event(QEvent *event)
+{
+    if (event->type() == QEvent::ScreenChangeInternal) {
+        fitColumn();
+    }
+    return QStackedWidget::event(event);
+}
+
+bool PreviewPane::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::Resize) {
+        fitColumn();
+    }
+    return QStackedWidget::eventFilter(object, event);
 }
 
 void PreviewPane::showImages()
 {
     const QList<QImage> &images = m_environment.model.previews();
-    setCurrentIndex(images.isEmpty() ? 0 : 1);
+    showPage();
     // Pages that stay keep their widgets, so that nothing flickers and the scroll bar keeps its place.
     while (m_pages.size() > images.size()) {
         delete m_pages.takeLast();
@@ -86,7 +171,9 @@ void PreviewPane::showImages()
 void PreviewPane::showCloseUp()
 {
     const std::optional<QImage> &closeUp = m_environment.model.closeUp();
-    m_closeUp->show(closeUp.value_or(QImage()));
+    // Pictures of other settings than these are not shown.
+    m_closeUp->show(closeUp.value_or(QImage()),
+                    stampedEnds(m_environment.model.settings().stamp.normalized()));
     m_closeUpBox->setVisible(closeUp.has_value());
 }
 
@@ -94,6 +181,7 @@ void PreviewPane::showName()
 {
     m_header->setText(words(QT_TRANSLATE_NOOP("Words", "First pages of “%1”"))
                           .arg(m_environment.model.previewFileName().value_or(QString())));
+    showPage();
 }
 
 } // namespace tallyfold

@@ -2,9 +2,11 @@
 
 #include "ui/Environment.h"
 #include "ui/controls/ElidedLabel.h"
+#include "ui/preview/CloseUp.h"
 #include "ui/preview/PreviewImage.h"
 
 #include <QList>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -16,16 +18,27 @@ class PreviewPane final : public QStackedWidget {
 public:
     explicit PreviewPane(const Environment &environment, QWidget *parent = nullptr);
 
+protected:
+    bool event(QEvent *event) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
+
 private:
     QWidget *makePages();
+    QWidget *makeUnshown();
+    void showPage();
+    /// Gives pages and close-up the sizes that the column and the screen have room and pixels for.
+    void fitColumn();
     void showImages();
     void showCloseUp();
     void showName();
 
     Environment m_environment;
     ElidedLabel *m_header;
+    ElidedLabel *m_unshownFile;
+    StyledLabel *m_unshownReason;
     QWidget *m_closeUpBox;
-    PreviewImage *m_closeUp;
+    CloseUp *m_closeUp;
+    QScrollArea *m_scroll;
     QVBoxLayout *m_column;
     QList<PreviewImage *> m_pages;
 };

@@ -1,0 +1,18 @@
+#include "ui/preview/PictureFrame.h"
+
+#include "ui/theme/Tones.h"
+
+namespace tallyfold {
+
+void drawPictureFrame(QPainter &painter, const QRect &rect, const QPalette &palette)
+{
+    // Filled areas end on whole pixels and are one wide at least, where a line may fall between two.
+    const QColor color = colorOf(Tone::border, palette);
+    const QRect inner = rect.adjusted(pictureFrame, pictureFrame, -pictureFrame, -pictureFrame);
+    painter.fillRect(QRect(rect.left(), rect.top(), rect.width(), pictureFrame), color);
+    painter.fillRect(QRect(rect.left(), inner.bottom() + 1, rect.width(), pictureFrame), color);
+    painter.fillRect(QRect(rect.left(), rect.top(), pictureFrame, rect.height()), color);
+    painter.fillRect(QRect(inner.right() + 1, rect.top(), pictureFrame, rect.height()), color);
+}
+
+} // namespace tallyfold
