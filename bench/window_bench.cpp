@@ -43,22 +43,13 @@ public:
     void open(const QUrl &) override {}
 };
 
-class NoLastCheck final : public LastCheck {
-public:
-    [[nodiscard]] std::optional<QDateTime> load() const override
-    {
-        return std::nullopt;
-    }
-    void save(const QDateTime &) override {}
-};
-
 TallyfoldApp::Parts partsIn(const QString &folder)
 {
     TallyfoldApp::Parts parts;
     parts.settings = std::make_unique<SettingsStore>(folder + QStringLiteral("/settings.ini"));
     parts.windowState = std::make_unique<WindowState>(folder + QStringLiteral("/window.ini"));
     parts.desktop = std::make_unique<NoDesktop>();
-    parts.updater = std::make_unique<Updater>(FeedSettings{}, std::make_unique<NoLastCheck>());
+    parts.updater = std::make_unique<Updater>(FeedSettings{});
     return parts;
 }
 

@@ -32,7 +32,7 @@ ROOMS = {
     "fuzz": (("files", *PDF, "reader", "core", "app", "ui", "fuzz"), r"Q\w+"),
 }
 # Parts of Qt that a room may see besides Qt Core.
-FURTHER_QT = {"app": ("QtGui",), "window_support": ("QtGui", "QtWidgets"),
+FURTHER_QT = {"app": ("QtGui",), "fuzz": ("QtGui",), "window_support": ("QtGui", "QtWidgets"),
               "ui": ("QtDBus", "QtGui", "QtNetwork", "QtSvg", "QtWidgets"),
               "packaging": ("QtGui", "QtSvg")}
 # Lower case words, perhaps in a folder of the system: <vector>, <cstdint>, <unistd.h>, <sys/stat.h>.

@@ -26,15 +26,6 @@ namespace {
 using namespace tallyfold;
 namespace fs = std::filesystem;
 
-class NoLastCheck final : public LastCheck {
-public:
-    [[nodiscard]] std::optional<QDateTime> load() const override
-    {
-        return std::nullopt;
-    }
-    void save(const QDateTime &) override {}
-};
-
 class NoDesktop final : public Desktop {
 public:
     void reveal(const fs::path &) override {}
@@ -53,7 +44,7 @@ public:
             std::make_unique<SettingsStore>(QString::fromStdString(m_temporary / "settings.ini"));
         parts.windowState = std::make_unique<WindowState>(QString::fromStdString(m_temporary / "window.ini"));
         parts.desktop = std::make_unique<NoDesktop>();
-        parts.updater = std::make_unique<Updater>(FeedSettings{}, std::make_unique<NoLastCheck>());
+        parts.updater = std::make_unique<Updater>(FeedSettings{});
         parts.panels = std::make_unique<tests::FakePanels>();
         parts.writer = [this](const ProductionPlan &plan, const fs::path &into,
                               const ProductionOptions &options, const Production::OnPage &onPage) {

@@ -15,15 +15,6 @@ namespace tallyfold::tests {
 
 namespace {
 
-class NoLastCheck final : public LastCheck {
-public:
-    [[nodiscard]] std::optional<QDateTime> load() const override
-    {
-        return std::nullopt;
-    }
-    void save(const QDateTime &) override {}
-};
-
 QWidget *widgetCalled(const char *name)
 {
     const QString key = QString::fromLatin1(name);
@@ -71,7 +62,7 @@ void WindowFixture::makeApp(AppModel::Writer writer)
     parts.settings = std::make_unique<SettingsStore>(QString::fromStdString(folder / "settings.ini"));
     parts.windowState = std::make_unique<WindowState>(QString::fromStdString(folder / "window.ini"));
     parts.desktop = std::move(fakeDesktop);
-    parts.updater = std::make_unique<Updater>(FeedSettings{}, std::make_unique<NoLastCheck>());
+    parts.updater = std::make_unique<Updater>(FeedSettings{});
     parts.panels = std::move(fakePanels);
     parts.writer = std::move(writer);
     app = std::make_unique<TallyfoldApp>(std::move(parts));

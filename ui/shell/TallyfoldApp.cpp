@@ -5,9 +5,8 @@
 #include "ui/controls/Buttons.h"
 #include "ui/sheets/Alert.h"
 #include "ui/shell/FirstPaint.h"
+#include "ui/text/UpdateText.h"
 #include "ui/text/Words.h"
-#include "ui/updates/StoredLastCheck.h"
-#include "ui/updates/UpdateMessages.h"
 #include "window_support/CloseGuard.h"
 #include "window_support/FocusInView.h"
 #include "window_support/WindowReader.h"
@@ -62,7 +61,7 @@ TallyfoldApp::Parts TallyfoldApp::systemParts()
     return {std::make_unique<SettingsStore>(),
             std::make_unique<WindowState>(),
             std::make_unique<SystemDesktop>(),
-            std::make_unique<Updater>(FeedSettings::ours(), std::make_unique<StoredLastCheck>()),
+            std::make_unique<Updater>(FeedSettings::ours()),
             nullptr,
             AppModel::systemWriter()};
 }

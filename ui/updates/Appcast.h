@@ -1,41 +1,40 @@
 #pragma once
 
-#include "ui/updates/AppcastFault.h"
+#include "ui/updates/AppVersion.h"
+#include "ui/updates/UpdateOutcome.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QUrl>
 
-#include <variant>
+#include <optional>
 #include <vector>
 
 namespace tallyfold {
 
 /// A release as an appcast announces it. What is not told is empty.
 struct AppcastItem {
-    QString title;
-    QString version;      ///< What the feed compares, often the number of a build.
-    QString shortVersion; ///< What users call it.
-    QUrl link;            ///< Where to read of it or to get it; always https.
-    QString notes;        ///< Plain text.
-    QString os;           ///< What it runs on, such as "linux".
-
+    /// What users call it, else what the feed compares, which is often the number of a build.
+    std::optional<AppVersion> version;
+    QUrl link;     ///< Where to read of it or to get it: https, with a host, without a user name.
+    QString notes; ///< HTML, cut at `maxAppcastNotes`.
+    QString os;    ///< What it runs on, such as "linux".
     bool operator==(const AppcastItem &) const = default;
 };
 
-/// The most releases a feed may tell of.
-inline constexpr std::size_t mostAppcastItems = 500;
-/// How deep its elements may lie in one another.
-inline constexpr int deepestAppcastElement = 32;
-/// The most UTF-16 units of a short text, such as a title.
-inline constexpr qsizetype longestAppcastText = 2'000;
-/// The same for a description, which is cut there.
-inline constexpr qsizetype longestAppcastNotes = 100'000;
+inline constexpr std::size_t maxAppcastItems = 500;
+inline constexpr int maxAppcastDepth = 32;           ///< Of elements in one another.
+inline constexpr qsizetype maxAppcastNotes = 10'000; ///< UTF-16 units.
 
-/// The releases in the feed `bytes`, in its order: RSS 2.0 in UTF-8 with what Sparkle adds to it. Text and
-/// version of an item are taken from its elements, and from its first enclosure where it has no such element.
-/// Releases of a channel that users have to ask for are left out. Any bytes will do, no entities but the five
-/// of XML are known, and nothing is ever loaded.
-[[nodiscard]] std::variant<std::vector<AppcastItem>, AppcastFault> parseAppcast(const QByteArray &bytes);
+/// The releases in the feed `bytes`, in its order: RSS 2.0 with what Sparkle adds to it. Where an item has no
+/// element for a text, the attribute of its first enclosure is taken. Releases of a channel that users have
+/// to ask for are left out. Nothing when `bytes` are no such feed, declare a document type, which could
+/// define entities, or have more elements or deeper ones than the limits above allow.
+[[nodiscard]] std::optional<std::vector<AppcastItem>> parseAppcast(const QByteArray &bytes);
+
+/// What the feed `bytes` means to a program of the version `current`: the newest release for this system
+/// counts, wherever it stands. A feed without releases for it is up to date; one whose releases for it all
+/// have versions that cannot be read is a bad feed, as is one that is no appcast.
+[[nodiscard]] UpdateOutcome evaluateFeed(const QByteArray &bytes, const AppVersion &current);
 
 } // namespace tallyfold

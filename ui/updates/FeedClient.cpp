@@ -1,7 +1,10 @@
 #include "ui/updates/FeedClient.h"
 
+#include <QHostAddress>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QVariant>
+#include <QTimer>
 
 #include <utility>
 
@@ -9,152 +12,102 @@ namespace tallyfold {
 
 namespace {
 
-constexpr qint64 readAhead = 65'536; // Bytes that may wait to be received.
-constexpr int ok = 200;
+using Reason = UpdateCheckFailed::Reason;
 
-QNetworkRequest requestOf(const QUrl &url, const QString &userAgent)
+bool mayAsk(const QUrl &url, Transport transport)
 {
-    QNetworkRequest request(url);
-    request.setHeader(QNetworkRequest::UserAgentHeader, userAgent);
-    // What is not packed cannot grow when it is unpacked.
-    request.setRawHeader(QByteArrayLiteral("Accept-Encoding"), QByteArrayLiteral("identity"));
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
-    return request;
+    const bool isPlainLocal = transport == Transport::alsoPlainLocal &&
+                              url.scheme() == QStringLiteral("http") && QHostAddress(url.host()).isLoopback();
+    return url.isValid() && !url.host().isEmpty() &&
+           (url.scheme() == QStringLiteral("https") || isPlainLocal);
 }
 
-int statusOf(const QNetworkReply &reply)
-{
-    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-}
+/// One fetch. Its parent owns it until it has told what came of it; it owns its connections.
+class Fetch final : public QObject {
+public:
+    Fetch(FeedRequest request, std::function<void(const FeedAnswer &)> finished, QObject &parent)
+        : QObject(&parent), m_request(std::move(request)), m_finished(std::move(finished))
+    {
+        const bool may = mayAsk(m_request.feed, m_request.transport);
+        QTimer::singleShot(may ? m_request.limits.time : std::chrono::milliseconds(0), this,
+                           [this, may] { fail(may ? Reason::tooSlow : Reason::noFeed); });
+        if (may) {
+            ask(m_request.feed);
+        }
+    }
 
-bool isRedirect(int status)
-{
-    return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
-}
+private:
+    void ask(const QUrl &url)
+    {
+        QNetworkRequest request(url);
+        request.setHeader(QNetworkRequest::UserAgentHeader,
+                          QString(QStringLiteral("Tallyfold/") + m_request.version));
+        // What is not packed cannot grow when it is unpacked.
+        request.setRawHeader(QByteArrayLiteral("Accept-Encoding"), QByteArrayLiteral("identity"));
+        // Qt 6.4 asks again over a connection that the server has closed after a redirect.
+        request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+        request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+        QNetworkReply *const reply = m_network.get(request);
+        const qsizetype most = m_request.limits.bytes;
+        reply->setReadBufferSize(most + 1);
+        connect(reply, &QNetworkReply::readyRead, this, [this, reply, most] {
+            if (reply->bytesAvailable() > most) {
+                fail(Reason::tooLarge);
+            }
+        });
+        connect(reply, &QNetworkReply::finished, this, [this, reply] { settle(*reply); });
+    }
+
+    void settle(QNetworkReply &reply)
+    {
+        constexpr int ok = 200;
+        const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        if (status == 0 || (status == ok && reply.error() != QNetworkReply::NoError)) {
+            fail(Reason::noConnection); // Never made, or broken off in the middle.
+        } else if (status == 301 || status == 302 || status == 303 || status == 307 || status == 308) {
+            follow(reply.url(), reply.attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl());
+        } else if (status != ok) {
+            fail(Reason::serverError);
+        } else {
+            end(reply.readAll());
+        }
+    }
+
+    void follow(const QUrl &from, const QUrl &target)
+    {
+        const QUrl next = from.resolved(target);
+        if (target.isEmpty() || !mayAsk(next, m_request.transport) ||
+            ++m_redirects > m_request.limits.redirects) {
+            fail(Reason::refusedRedirect);
+        } else {
+            ask(next);
+        }
+    }
+
+    void fail(Reason reason)
+    {
+        end(UpdateCheckFailed{reason});
+    }
+
+    void end(const FeedAnswer &answer)
+    {
+        if (const auto finished = std::exchange(m_finished, nullptr)) {
+            deleteLater();
+            finished(answer);
+        }
+    }
+
+    FeedRequest m_request;
+    std::function<void(const FeedAnswer &)> m_finished; ///< Empty once it was called.
+    int m_redirects = 0;
+    QNetworkAccessManager m_network;
+};
 
 } // namespace
 
-void FeedClient::DeleteLater::operator()(QNetworkReply *reply) const
+void fetchFeed(const FeedRequest &request, QObject &parent, std::function<void(const FeedAnswer &)> finished)
 {
-    reply->deleteLater();
-}
-
-FeedClient::FeedClient(const QString &version, Transport transport, FeedLimits limits, QObject *parent)
-    : QObject(parent),
-      m_userAgent(QStringLiteral("Tallyfold/") + version),
-      m_transport(transport),
-      m_limits(limits)
-{
-    m_deadline.setSingleShot(true);
-    connect(&m_deadline, &QTimer::timeout, this, [this] {
-        fail(m_reply ? UpdateCheckFailed::Reason::tooSlow : UpdateCheckFailed::Reason::noFeed);
-    });
-}
-
-FeedClient::~FeedClient()
-{
-    leave();
-}
-
-void FeedClient::fetch(const QUrl &feed)
-{
-    if (m_isFetching) {
-        return;
-    }
-    m_isFetching = true;
-    m_redirects = 0;
-    if (!mayAsk(feed, m_transport)) {
-        m_deadline.start(0); // There is nothing to wait for, but this has to return first.
-        return;
-    }
-    m_deadline.start(m_limits.time);
-    ask(feed);
-}
-
-bool FeedClient::isFetching() const
-{
-    return m_isFetching;
-}
-
-void FeedClient::ask(const QUrl &url)
-{
-    m_feed.clear();
-    m_reply.reset(m_network.get(requestOf(url, m_userAgent)));
-    m_reply->setReadBufferSize(readAhead);
-    connect(m_reply.get(), &QNetworkReply::readyRead, this, &FeedClient::check);
-    connect(m_reply.get(), &QNetworkReply::finished, this, &FeedClient::settle);
-}
-
-void FeedClient::receive()
-{
-    const QByteArray received = m_reply->readAll();
-    if (statusOf(*m_reply) == ok) { // Other pages only go with an error or a redirect.
-        m_feed += received;
-    }
-}
-
-void FeedClient::check()
-{
-    receive();
-    if (m_feed.size() > m_limits.bytes) {
-        fail(UpdateCheckFailed::Reason::tooLarge);
-    }
-}
-
-void FeedClient::settle()
-{
-    receive();
-    const int status = statusOf(*m_reply);
-    if (m_feed.size() > m_limits.bytes) {
-        fail(UpdateCheckFailed::Reason::tooLarge);
-    } else if (status == 0 || (status == ok && m_reply->error() != QNetworkReply::NoError)) {
-        fail(UpdateCheckFailed::Reason::noConnection); // Never made, or broken off in the middle.
-    } else if (isRedirect(status)) {
-        follow(m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl());
-    } else if (status != ok) {
-        fail(UpdateCheckFailed::Reason::serverError);
-    } else {
-        end(std::exchange(m_feed, {}));
-    }
-}
-
-void FeedClient::follow(const QUrl &target)
-{
-    const std::optional<QUrl> next = nextHop(m_reply->url(), target, m_transport);
-    if (!next || ++m_redirects > m_limits.redirects) {
-        fail(UpdateCheckFailed::Reason::refusedRedirect);
-        return;
-    }
-    leave();
-    ask(*next);
-}
-
-void FeedClient::leave()
-{
-    if (m_reply) {
-        m_reply->disconnect(this);
-        m_reply->abort();
-        m_reply.reset();
-    }
-}
-
-void FeedClient::end(const FeedAnswer &answer)
-{
-    m_deadline.stop();
-    leave();
-    m_feed.clear();
-    m_isFetching = false;
-    Q_EMIT finished(answer);
-}
-
-void FeedClient::fail(UpdateCheckFailed::Reason reason)
-{
-    end(UpdateCheckFailed{reason});
+    new Fetch(request, std::move(finished), parent);
 }
 
 } // namespace tallyfold

@@ -17,7 +17,6 @@ struct NewerVersion {
     QString version;
     QString notes; ///< Plain text, to be shown as such; may be empty.
     QUrl link;     ///< Where to get it: https, or empty.
-
     bool operator==(const NewerVersion &) const = default;
 };
 
@@ -33,7 +32,6 @@ struct UpdateCheckFailed {
         serverError,     ///< The server has no feed for us.
     };
     Reason reason = Reason::noFeed;
-
     bool operator==(const UpdateCheckFailed &) const = default;
 };
 

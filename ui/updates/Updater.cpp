@@ -1,70 +1,69 @@
 #include "ui/updates/Updater.h"
 
-#include "ui/updates/Judgement.h"
+#include "ui/updates/Appcast.h"
 
 #include <utility>
 
 namespace tallyfold {
 
-namespace {
+static const QString lastCheckKey = QStringLiteral("lastUpdateCheck");
 
-UpdateOutcome outcomeOf(const FeedAnswer &answer, const AppVersion &current)
+FeedSettings FeedSettings::ours()
 {
-    if (const auto *failure = std::get_if<UpdateCheckFailed>(&answer)) {
-        return *failure;
-    }
-    return judge(std::get<QByteArray>(answer), current);
+    return {QUrl(QStringLiteral(TALLYFOLD_FEED_URL)),
+            AppVersion::parse(QStringLiteral(TALLYFOLD_VERSION)).value_or(AppVersion())};
 }
 
-} // namespace
-
-Updater::Updater(const FeedSettings &settings, std::unique_ptr<LastCheck> lastCheck,
-                 const UpdaterOptions &options, QObject *parent)
+Updater::Updater(const FeedSettings &settings, const UpdaterOptions &options, QObject *parent)
     : QObject(parent),
       m_settings(settings),
-      m_lastCheck(std::move(lastCheck)),
-      m_now(options.now),
-      m_client(settings.current.text(), options.transport, options.limits)
+      m_memory(options.settingsPath ? UserSettings(*options.settingsPath) : UserSettings()),
+      m_options(options)
 {
-    connect(&m_client, &FeedClient::finished, this, &Updater::take);
-}
-
-bool Updater::isChecking() const
-{
-    return m_isChecking;
-}
-
-bool Updater::isCheckingQuietly() const
-{
-    return m_client.isFetching() && !m_isChecking;
 }
 
 void Updater::checkForUpdates()
 {
-    if (m_isChecking) {
+    if (std::exchange(m_isChecking, true)) {
         return;
     }
-    m_isChecking = true;
-    m_client.fetch(m_settings.feed); // A quiet check that is under way becomes the user's.
+    fetch(); // A quiet check that is under way becomes the user's.
     Q_EMIT checkingChanged();
 }
 
 void Updater::checkQuietlyIfDue()
 {
-    if (m_settings.feed.isEmpty() || m_client.isFetching()) {
+    const QDateTime now = m_options.now();
+    if (m_settings.feed.isEmpty() || m_isFetching || !isCheckDue(now)) {
         return;
     }
-    const QDateTime now = m_now();
-    if (!isCheckDue(m_lastCheck->load(), now)) {
-        return;
+    // Already now: a server in trouble is not asked more often for it.
+    m_memory.setValue(lastCheckKey, now.toUTC().toString(Qt::ISODate));
+    fetch();
+}
+
+bool Updater::isCheckDue(const QDateTime &now) const
+{
+    constexpr qint64 day = 86'400; // Seconds.
+    const QDateTime last = QDateTime::fromString(m_memory.value(lastCheckKey).toString(), Qt::ISODate);
+    // A clock that was wrong once does not put an end to checks.
+    return !last.isValid() || last > now || last.secsTo(now) >= day;
+}
+
+void Updater::fetch()
+{
+    if (!std::exchange(m_isFetching, true)) {
+        fetchFeed({m_settings.feed, m_settings.current.text(), m_options.transport, m_options.limits}, *this,
+                  [this](const FeedAnswer &answer) { take(answer); });
     }
-    m_lastCheck->save(now); // Already now: a server in trouble is not asked more often for it.
-    m_client.fetch(m_settings.feed);
 }
 
 void Updater::take(const FeedAnswer &answer)
 {
-    const UpdateOutcome outcome = outcomeOf(answer, m_settings.current);
+    m_isFetching = false;
+    const auto *failure = std::get_if<UpdateCheckFailed>(&answer);
+    const UpdateOutcome outcome =
+        failure ? *failure : evaluateFeed(std::get<QByteArray>(answer), m_settings.current);
     if (!std::exchange(m_isChecking, false)) {
         if (const auto *newer = std::get_if<NewerVersion>(&outcome)) {
             Q_EMIT newerFound(*newer);

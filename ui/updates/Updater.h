@@ -1,22 +1,33 @@
 #pragma once
 
+#include "app/UserSettings.h"
+#include "ui/updates/AppVersion.h"
 #include "ui/updates/FeedClient.h"
-#include "ui/updates/FeedSettings.h"
-#include "ui/updates/LastCheck.h"
 #include "ui/updates/UpdateOutcome.h"
 
 #include <QDateTime>
 #include <QObject>
 
 #include <functional>
-#include <memory>
+#include <optional>
 
 namespace tallyfold {
+
+/// Where newer versions are told of, and what they have to be newer than.
+struct FeedSettings {
+    QUrl feed; ///< Empty: nowhere.
+    AppVersion current;
+
+    /// Those this program was built with.
+    [[nodiscard]] static FeedSettings ours();
+};
 
 /// How an updater goes about it. Tests bring their own.
 struct UpdaterOptions {
     Transport transport = Transport::httpsOnly;
     FeedLimits limits;
+    /// Where the time of the last quiet check is kept; in the user's settings file unless told otherwise.
+    std::optional<QString> settingsPath;
     std::function<QDateTime()> now = [] { return QDateTime::currentDateTimeUtc(); };
 };
 
@@ -26,13 +37,19 @@ class Updater final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool checking READ isChecking NOTIFY checkingChanged)
 public:
-    Updater(const FeedSettings &settings, std::unique_ptr<LastCheck> lastCheck,
-            const UpdaterOptions &options = {}, QObject *parent = nullptr);
+    explicit Updater(const FeedSettings &settings, const UpdaterOptions &options = {},
+                     QObject *parent = nullptr);
 
     /// Whether a check that the user started is under way.
-    [[nodiscard]] bool isChecking() const;
+    [[nodiscard]] bool isChecking() const
+    {
+        return m_isChecking;
+    }
     /// Whether one that nobody asked for is.
-    [[nodiscard]] bool isCheckingQuietly() const;
+    [[nodiscard]] bool isCheckingQuietly() const
+    {
+        return m_isFetching && !m_isChecking;
+    }
 
     /// Checks because the user wants to know: `finished` tells what came of it, whatever it is, and never
     /// before this returns. Does nothing while such a check is under way.
@@ -50,13 +67,15 @@ Q_SIGNALS:
     void newerFound(const tallyfold::NewerVersion &version);
 
 private:
+    [[nodiscard]] bool isCheckDue(const QDateTime &now) const;
+    void fetch();
     void take(const FeedAnswer &answer);
 
     FeedSettings m_settings;
-    std::unique_ptr<LastCheck> m_lastCheck;
-    std::function<QDateTime()> m_now;
+    UserSettings m_memory; ///< Of the last quiet check.
+    UpdaterOptions m_options;
     bool m_isChecking = false;
-    FeedClient m_client;
+    bool m_isFetching = false;
 };
 
 } // namespace tallyfold

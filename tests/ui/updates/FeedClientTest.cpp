@@ -23,17 +23,19 @@ FeedAnswer failure(Reason reason)
 }
 
 /// What comes of fetching `url`.
-FeedAnswer fetched(const QUrl &url, FeedLimits limits = {}, Transport transport = Transport::alsoPlainLocal)
+FeedAnswer fetched(const QUrl &url, const FeedLimits &limits = {},
+                   Transport transport = Transport::alsoPlainLocal)
 {
     std::optional<FeedAnswer> answer;
-    FeedClient client(QStringLiteral("1.2"), transport, limits);
-    QObject::connect(&client, &FeedClient::finished, &client,
-                     [&answer](const FeedAnswer &told) { answer = told; });
-    client.fetch(url);
-    EXPECT_TRUE(client.isFetching());
+    int times = 0;
+    QObject parent;
+    fetchFeed({url, QStringLiteral("1.2"), transport, limits}, parent, [&](const FeedAnswer &told) {
+        answer = told;
+        ++times;
+    });
     EXPECT_FALSE(answer);
-    EXPECT_TRUE(waitUntil([&answer] { return answer.has_value(); }));
-    EXPECT_FALSE(client.isFetching());
+    EXPECT_TRUE(waitUntil([&] { return parent.children().isEmpty(); }));
+    EXPECT_EQ(times, 1);
     return answer.value_or(FeedAnswer());
 }
 
@@ -51,15 +53,8 @@ TEST(FeedClient, ServersLearnTheVersionAndNoMore)
     FeedServer server;
     server.answer(path, "HTTP/1.1 200 OK\r\nConnection: close\r\nSet-Cookie: a=b; Path=/\r\n"
                         "Cache-Control: max-age=3600\r\nContent-Length: 4\r\n\r\nfeed");
-    std::optional<FeedAnswer> answer;
-    FeedClient client(QStringLiteral("1.2"), Transport::alsoPlainLocal);
-    QObject::connect(&client, &FeedClient::finished, &client,
-                     [&answer](const FeedAnswer &told) { answer = told; });
-    for (int time = 0; time < 2; ++time) {
-        answer.reset();
-        client.fetch(server.url(path));
-        ASSERT_TRUE(waitUntil([&answer] { return answer.has_value(); }));
-    }
+    fetched(server.url(path));
+    fetched(server.url(path));
     ASSERT_EQ(server.requests().size(), 2);
     for (const QString &request : server.requests()) {
         EXPECT_TRUE(request.contains(QStringLiteral("\r\nUser-Agent: Tallyfold/1.2\r\n")))
@@ -74,8 +69,11 @@ TEST(FeedClient, UnencryptedAddressesAreNotAsked)
     FeedServer server;
     server.serve(path, "feed");
     EXPECT_EQ(fetched(server.url(path), {}, Transport::httpsOnly), failure(Reason::noFeed));
-    EXPECT_EQ(fetched(QUrl()), failure(Reason::noFeed));
-    EXPECT_EQ(fetched(QUrl(QStringLiteral("file:///etc/hostname"))), failure(Reason::noFeed));
+    for (const char *text : {"", "http://example.org/", "http://127.0.0.1.example.org/", "http://localhost/",
+                             "http://192.168.0.1/", "ftp://127.0.0.1/", "https:///a", "file:///etc/hostname",
+                             "data:text/xml,a", "feed.xml"}) {
+        EXPECT_EQ(fetched(QUrl(QString::fromUtf8(text))), failure(Reason::noFeed)) << text;
+    }
     EXPECT_TRUE(server.requests().isEmpty());
 }
 
@@ -182,38 +180,22 @@ TEST(FeedClient, OtherAnswersAreErrorsOfTheServer)
     }
 }
 
-TEST(FeedClient, ASecondFetchMeanwhileDoesNothing)
+TEST(FeedClient, WhoeverAsksMayGoAtAnyTime)
 {
     FeedServer server;
     server.serve(path, "feed");
-    server.serve(QStringLiteral("/other"), "other");
-    int answers = 0;
-    FeedClient client(QStringLiteral("1.2"), Transport::alsoPlainLocal);
-    QObject::connect(&client, &FeedClient::finished, &client, [&answers](const FeedAnswer &answer) {
-        ++answers;
-        EXPECT_EQ(answer, FeedAnswer("feed"));
-    });
-    client.fetch(server.url(path));
-    client.fetch(server.url(QStringLiteral("/other")));
-    client.fetch(QUrl());
-    ASSERT_TRUE(waitUntil([&client] { return !client.isFetching(); }));
-    EXPECT_EQ(answers, 1);
-    EXPECT_EQ(server.requests().size(), 1);
-}
-
-TEST(FeedClient, ItMayGoAtAnyTime)
-{
-    FeedServer server;
-    server.serve(path, "feed");
-    auto client = std::make_unique<FeedClient>(QStringLiteral("1.2"), Transport::alsoPlainLocal);
-    client->fetch(server.url(QStringLiteral("/silent")));
+    bool isTold = false;
+    auto parent = std::make_unique<QObject>();
+    fetchFeed({server.url(QStringLiteral("/silent")), QStringLiteral("1.2"), Transport::alsoPlainLocal, {}},
+              *parent, [&](const FeedAnswer &) { isTold = true; });
     ASSERT_TRUE(waitUntil([&server] { return server.requests().size() == 1; }));
-    client.reset();
+    parent.reset();
+    EXPECT_FALSE(isTold);
 
-    client = std::make_unique<FeedClient>(QStringLiteral("1.2"), Transport::alsoPlainLocal);
-    QObject::connect(client.get(), &FeedClient::finished, &server, [&client] { client.reset(); });
-    client->fetch(server.url(path));
-    EXPECT_TRUE(waitUntil([&client] { return client == nullptr; }));
+    parent = std::make_unique<QObject>();
+    fetchFeed({server.url(path), QStringLiteral("1.2"), Transport::alsoPlainLocal, {}}, *parent,
+              [&](const FeedAnswer &) { parent.release()->deleteLater(); });
+    EXPECT_TRUE(waitUntil([&parent] { return parent == nullptr; }));
 }
 
 } // namespace tallyfold

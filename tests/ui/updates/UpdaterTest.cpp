@@ -3,6 +3,8 @@
 #include "tests/support/Waiting.h"
 #include "tests/ui/updates/FeedServer.h"
 
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -20,25 +22,6 @@ namespace {
 
 const QString path = QStringLiteral("/feed.xml");
 const QDateTime start(QDate(2024, 5, 6), QTime(7, 8, 9), Qt::UTC);
-
-/// Keeps the time where a test can see it.
-class FakeLastCheck final : public LastCheck {
-public:
-    explicit FakeLastCheck(std::optional<QDateTime> &time) : m_time(&time) {}
-
-    [[nodiscard]] std::optional<QDateTime> load() const override
-    {
-        return *m_time;
-    }
-
-    void save(const QDateTime &time) override
-    {
-        *m_time = time;
-    }
-
-private:
-    std::optional<QDateTime> *m_time;
-};
 
 NewerVersion newer(const QString &version)
 {
@@ -58,10 +41,10 @@ protected:
     {
         UpdaterOptions options;
         options.transport = Transport::alsoPlainLocal;
+        options.settingsPath = settingsPath();
         options.now = [this] { return now; };
-        updater =
-            std::make_unique<Updater>(FeedSettings{feed, AppVersion::parse(u"1.2").value_or(AppVersion())},
-                                      std::make_unique<FakeLastCheck>(lastCheck), options);
+        updater = std::make_unique<Updater>(
+            FeedSettings{feed, AppVersion::parse(u"1.2").value_or(AppVersion())}, options);
         QObject::connect(updater.get(), &Updater::checkingChanged, updater.get(),
                          [this] { checking.push_back(updater->isChecking()); });
         QObject::connect(updater.get(), &Updater::finished, updater.get(),
@@ -71,6 +54,25 @@ protected:
                          });
         QObject::connect(updater.get(), &Updater::newerFound, updater.get(),
                          [this](const NewerVersion &version) { found.push_back(version); });
+    }
+
+    [[nodiscard]] QString settingsPath() const
+    {
+        return folder.filePath(QStringLiteral("settings.ini"));
+    }
+
+    /// When the program last checked by itself, as its settings file says; not valid for never.
+    [[nodiscard]] QDateTime lastCheck() const
+    {
+        const UserSettings settings(settingsPath());
+        return QDateTime::fromString(settings.value(QStringLiteral("lastUpdateCheck")).toString(),
+                                     Qt::ISODate);
+    }
+
+    void setLastCheck(const QString &text)
+    {
+        UserSettings settings(settingsPath());
+        settings.setValue(QStringLiteral("lastUpdateCheck"), text);
     }
 
     /// What comes of a check that the user starts.
@@ -91,8 +93,8 @@ protected:
         return server.requests().size();
     }
 
+    QTemporaryDir folder;
     FeedServer server;
-    std::optional<QDateTime> lastCheck;
     QDateTime now = start;
     std::vector<bool> checking; ///< What the property was at each change of it.
     std::vector<UpdateOutcome> outcomes;
@@ -152,14 +154,14 @@ TEST_F(UpdaterOfAProgram, ASecondCheckMeanwhileDoesNothing)
     EXPECT_EQ(outcomes.size(), 1U);
     EXPECT_EQ(checking, (std::vector<bool>{true, false}));
     EXPECT_EQ(server.requests().size(), 1);
-    EXPECT_EQ(lastCheck, std::nullopt);
+    EXPECT_FALSE(lastCheck().isValid());
 }
 
 TEST_F(UpdaterOfAProgram, WithoutAFeedThereIsNoneToAsk)
 {
     useFeed(QUrl());
     updater->checkQuietlyIfDue();
-    EXPECT_EQ(lastCheck, std::nullopt);
+    EXPECT_FALSE(lastCheck().isValid());
     EXPECT_EQ(outcomeOfCheck(), UpdateOutcome(UpdateCheckFailed{Reason::noFeed}));
     EXPECT_EQ(checking, (std::vector<bool>{true, false}));
     EXPECT_TRUE(found.empty());
@@ -178,11 +180,11 @@ TEST_F(UpdaterOfAProgram, AQuietCheckIsSilentOtherwise)
 {
     for (const QByteArray &body : {feedWith(release("1.2")), QByteArray("garbage")}) {
         server.serve(path, body);
-        lastCheck.reset();
+        setLastCheck({});
         requestsAfterQuietCheck();
     }
     server.stop();
-    lastCheck.reset();
+    setLastCheck({});
     EXPECT_EQ(requestsAfterQuietCheck(), 2);
     EXPECT_TRUE(found.empty());
     EXPECT_TRUE(outcomes.empty());
@@ -193,16 +195,16 @@ TEST_F(UpdaterOfAProgram, QuietChecksAreMadeOnceADay)
 {
     server.serve(path, feedWith(release("1.2")));
     EXPECT_EQ(requestsAfterQuietCheck(), 1);
-    EXPECT_EQ(lastCheck, start);
+    EXPECT_EQ(lastCheck(), start);
     EXPECT_EQ(requestsAfterQuietCheck(), 1);
     now = start.addSecs(86'399);
     EXPECT_EQ(requestsAfterQuietCheck(), 1);
-    EXPECT_EQ(lastCheck, start);
+    EXPECT_EQ(lastCheck(), start);
     useFeed(server.url(path));
     EXPECT_EQ(requestsAfterQuietCheck(), 1);
     now = start.addSecs(86'400);
     EXPECT_EQ(requestsAfterQuietCheck(), 2);
-    EXPECT_EQ(lastCheck, now);
+    EXPECT_EQ(lastCheck(), now);
 }
 
 TEST_F(UpdaterOfAProgram, AFailedQuietCheckIsNotRepeatedEither)
@@ -215,10 +217,18 @@ TEST_F(UpdaterOfAProgram, AFailedQuietCheckIsNotRepeatedEither)
 TEST_F(UpdaterOfAProgram, AClockThatWasAheadDoesNotEndQuietChecks)
 {
     server.serve(path, feedWith(release("1.2")));
-    lastCheck = start.addYears(50);
+    setLastCheck(start.addYears(50).toString(Qt::ISODate));
     EXPECT_EQ(requestsAfterQuietCheck(), 1);
-    EXPECT_EQ(lastCheck, start);
+    EXPECT_EQ(lastCheck(), start);
     EXPECT_EQ(requestsAfterQuietCheck(), 1);
+}
+
+TEST_F(UpdaterOfAProgram, ATimeThatCannotBeReadWasNever)
+{
+    server.serve(path, feedWith(release("1.2")));
+    setLastCheck(QStringLiteral("soon"));
+    EXPECT_EQ(requestsAfterQuietCheck(), 1);
+    EXPECT_EQ(lastCheck(), start);
 }
 
 TEST_F(UpdaterOfAProgram, TheUsersChecksAreNotHeldUpByQuietOnes)

@@ -1,4 +1,4 @@
-#include "ui/updates/UpdateMessages.h"
+#include "ui/text/UpdateText.h"
 
 #include "app/RunMessages.h"
 #include "ui/text/Words.h"

@@ -1,4 +1,4 @@
-#include "ui/updates/UpdateMessages.h"
+#include "ui/text/UpdateText.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 namespace tallyfold {
 
-TEST(UpdateMessages, BeingUpToDateIsSaid)
+TEST(UpdateText, BeingUpToDateIsSaid)
 {
     EXPECT_EQ(updateMessageOf(UpToDate{}),
               (UpdateMessage{QStringLiteral("You’re up to date"),
@@ -15,7 +15,7 @@ TEST(UpdateMessages, BeingUpToDateIsSaid)
                              {}}));
 }
 
-TEST(UpdateMessages, ANewerVersionIsNamedWithItsNotesAndLink)
+TEST(UpdateText, ANewerVersionIsNamedWithItsNotesAndLink)
 {
     const QUrl link(QStringLiteral("https://example.org/"));
     EXPECT_EQ(updateMessageOf(NewerVersion{QStringLiteral("1.2"), QStringLiteral("100 %1 faster"), link}),
@@ -23,7 +23,7 @@ TEST(UpdateMessages, ANewerVersionIsNamedWithItsNotesAndLink)
                              link, QStringLiteral("Get the New Version")}));
 }
 
-TEST(UpdateMessages, WithoutNotesAndLinkThereIsStillSomethingToSay)
+TEST(UpdateText, WithoutNotesAndLinkThereIsStillSomethingToSay)
 {
     EXPECT_EQ(updateMessageOf(NewerVersion{QStringLiteral("1.2"), {}, {}}),
               (UpdateMessage{QStringLiteral("Tallyfold 1.2 is available"),
@@ -32,7 +32,7 @@ TEST(UpdateMessages, WithoutNotesAndLinkThereIsStillSomethingToSay)
                              {}}));
 }
 
-TEST(UpdateMessages, EveryFailureHasItsWords)
+TEST(UpdateText, EveryFailureHasItsWords)
 {
     using Reason = UpdateCheckFailed::Reason;
     std::set<QString> texts;
