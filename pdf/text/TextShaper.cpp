@@ -179,7 +179,8 @@ void TextShaper::Parts::fill(const QString &text, const FontStretch &stretch, co
     hb_buffer_set_direction(shaped, item.isRightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
     hb_buffer_set_script(shaped, hb_script_from_iso15924_tag(item.script));
     const bool hasLigatures = !stretch.face->isFixedPitch();
-    hb_shape(stretch.face->font(), shaped, noLigatures.data(), hasLigatures ? 0 : noLigatures.size());
+    hb_shape(stretch.face->font(), shaped, noLigatures.data(),
+             hasLigatures ? 0U : unsigned{noLigatures.size()});
 }
 
 GlyphRun TextShaper::Parts::run(const QString &text, const FontStretch &stretch, const TextItem &item)
