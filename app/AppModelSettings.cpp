@@ -88,14 +88,18 @@ void AppModel::applyPresetUndoably(const Preset &preset)
 void AppModel::forgetStepsOfEarlierSeries()
 {
     const auto isOver = [this](int step) {
+        // There is none before the first and after the last one.
         const auto *change = dynamic_cast<const PresetChange *>(m_undoManager->command(step));
         return change && change->isOver();
     };
+    if (!m_undoManager) {
+        return;
+    }
     // Such a step does nothing but leave the stack.
-    while (m_undoManager && m_undoManager->canUndo() && isOver(m_undoManager->index() - 1)) {
+    while (isOver(m_undoManager->index() - 1)) {
         m_undoManager->undo();
     }
-    while (m_undoManager && m_undoManager->canRedo() && isOver(m_undoManager->index())) {
+    while (isOver(m_undoManager->index())) {
         m_undoManager->redo();
     }
 }

@@ -9,21 +9,10 @@ BackgroundTask::~BackgroundTask()
     join();
 }
 
-bool BackgroundTask::isRunning() const
-{
-    return m_isRunning;
-}
-
 void BackgroundTask::start(Work work)
 {
     join(); // The thread of the last work, which has nothing left to do.
-    m_isRunning = true;
-    m_thread = std::thread([this, work = std::move(work)] {
-        m_mailbox.post([this, ending = work()] {
-            m_isRunning = false;
-            ending();
-        });
-    });
+    m_thread = std::thread([this, work = std::move(work)] { m_mailbox.post(work()); });
 }
 
 void BackgroundTask::post(std::function<void()> action)

@@ -21,10 +21,7 @@ public:
     BackgroundTask(const BackgroundTask &) = delete;
     BackgroundTask &operator=(const BackgroundTask &) = delete;
 
-    /// Whether work was started whose ending is still to come.
-    [[nodiscard]] bool isRunning() const;
-
-    /// Starts `work`; called only when none is running.
+    /// Starts `work`; called only when that before it has come to its ending.
     void start(Work work);
 
     /// Does `action` on the thread the task lives on, before the ending. Called by the work.
@@ -35,7 +32,6 @@ private:
 
     Mailbox m_mailbox;
     std::thread m_thread;
-    bool m_isRunning = false;
 };
 
 } // namespace tallyfold

@@ -201,6 +201,36 @@ TEST_F(ChangedSources, AModelThatGoesWaitsForNoLook)
     EXPECT_TRUE(waitUntil([] { return !LooseTask::isAnyLeft(); }));
 }
 
+TEST_F(ChangedSources, AreLookedForByOneThreadAtATime)
+{
+    std::vector<std::string> names;
+    for (int file = 0; file < 100; ++file) {
+        names.push_back(std::to_string(file) + ".pdf");
+    }
+    addPdfs(names);
+    for (int look = 0; look < 50; ++look) {
+        becomeActive();
+        ASSERT_FALSE(LooseTask::isAnyLeft()) << "one was given up for look " << look;
+    }
+}
+
+TEST(KnownSources, OfWhatWasNeverReadNothingIsKnown)
+{
+    const tests::TemporaryFolder folder;
+    KnownSources known;
+    const SourceFile read = known.read(tests::writeSamples(folder.path(), {"read.pdf"}, 1).front());
+    SourceFile stranger = read;
+    stranger.id = QUuid::createUuid();
+    stranger.pageCount = 7;
+    std::vector<SourceFile> sources{stranger, read};
+    const std::vector<KnownSources::Look> looks = known.looksAt(sources);
+    ASSERT_EQ(looks.size(), 1U);
+    EXPECT_EQ(looks.front().id, read.id);
+    EXPECT_FALSE(known.readAnew(sources, {{stranger.id, stranger.url, looks.front().then}}));
+    EXPECT_EQ(known.latest(sources), sources);
+    EXPECT_TRUE(known.takeChanges(sources).empty());
+}
+
 TEST_F(ChangedSources, ManyAreTakenTogether)
 {
     const auto change = [](const QString &name, bool isGone) {

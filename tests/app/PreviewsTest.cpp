@@ -398,6 +398,29 @@ TEST_F(PreviewsOfSlowFiles, DrawingBeginsSoLongAfterTheLastOfManyChanges)
     EXPECT_EQ(drawings->begun(), QStringList(a));
 }
 
+TEST(PreviewsOfAFile, HaveEveryPixelInItsPlace)
+{
+    const tests::TemporaryFolder folder;
+    tests::PdfBuilder builder;
+    const int content = builder.addStream({}, "1 0 0 rg 0 100 100 100 re f 0 0 1 rg 100 0 100 100 re f\n");
+    builder.addPage("/MediaBox[0 0 200 200]/Contents " + tests::reference(content));
+    tests::writeFile(folder / "a.pdf", builder.file());
+    StampSettings settings;
+    settings.prefix.clear();
+    settings.margin = 5;
+    const ProductionPlan plan({classify(folder / "a.pdf")}, settings);
+    const PreviewImages images = PreviewImages::of(plan.files.front(), plan.settings);
+    ASSERT_EQ(images.pages.size(), 1);
+    const QImage &page = images.pages.front();
+    ASSERT_EQ(page.size(), QSize(1200, 1200));
+    for (const int place : {10, 200, 400, 590}) {
+        EXPECT_EQ(page.pixelColor(place, place), QColor(255, 0, 0)) << place;
+        EXPECT_EQ(page.pixelColor(600 + place, place), QColor(255, 255, 255)) << place;
+        EXPECT_EQ(page.pixelColor(place, 600 + place), QColor(255, 255, 255)) << place;
+        EXPECT_EQ(page.pixelColor(600 + place, 600 + place / 2), QColor(0, 0, 255)) << place;
+    }
+}
+
 TEST(PreviewsOfAFile, GivenUpBeforeTheyAreBegunAreNone)
 {
     const tests::TemporaryFolder folder;

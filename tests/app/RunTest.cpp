@@ -7,8 +7,10 @@
 #include <QGuiApplication>
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <system_error>
+#include <thread>
 
 namespace tallyfold {
 
@@ -422,6 +424,26 @@ TEST_F(Run, QuittingStopsItAndLeavesNothingHalfWritten)
     counts.reset();
     model.reset();
     EXPECT_EQ(written(), (Names{"a.pdf"}));
+}
+
+TEST_F(Run, AModelThatGoesStopsIt)
+{
+    bool isStopped = false;
+    writeWith([&isStopped](const ProductionPlan &, const fs::path &, const ProductionOptions &,
+                           const Production::OnPage &onPage) -> ProductionResult {
+        constexpr int most = 2000; // So that it ends, too, where nothing stops it.
+        for (int page = 1; page <= most && !isStopped; ++page) {
+            isStopped = !onPage(page);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        return {};
+    });
+    addPdfs({"a.pdf"});
+    model->setOutputFolder(output);
+    model->stamp();
+    counts.reset();
+    model.reset();
+    EXPECT_TRUE(isStopped);
 }
 
 TEST_F(Run, TheNextProductionGoesOnWithTheNumbers)
