@@ -40,7 +40,7 @@ std::array<pdf::Rect, 4> earlierNumberStrips(const pdf::Rect &cropBox)
 
 std::optional<QString> earlierNumberIn(const QString &text)
 {
-    if (text.isEmpty() || pattern() == nullptr) {
+    if (pattern() == nullptr) {
         return std::nullopt;
     }
     const icu::UnicodeString subject(false, reinterpret_cast<const char16_t *>(text.utf16()),

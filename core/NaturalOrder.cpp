@@ -35,10 +35,7 @@ QByteArray collationSetting()
 /// The script that a POSIX locale names after its "@", if it names one; other modifiers do not order names.
 const char *scriptOf(QByteArrayView modifier)
 {
-    return modifier == "latin"        ? "Latn"
-           : modifier == "cyrillic"   ? "Cyrl"
-           : modifier == "devanagari" ? "Deva"
-                                      : "";
+    return modifier == "latin" ? "Latn" : modifier == "cyrillic" ? "Cyrl" : "";
 }
 
 /// The locale that POSIX calls `name`: language[_territory][.codeset][@modifier], of which ICU knows all but

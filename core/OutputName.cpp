@@ -7,15 +7,6 @@ namespace tallyfold {
 
 namespace {
 
-/// `name` without its last extension. As on the platform the rule comes from, a name that is all extension
-/// keeps it, and what follows the last dot is no extension when it holds a space.
-QString withoutExtension(const QString &name)
-{
-    const qsizetype dot = name.lastIndexOf(u'.');
-    const bool isExtension = dot > 0 && dot + 1 < name.size() && !name.sliced(dot).contains(u' ');
-    return isExtension ? name.first(dot) : name;
-}
-
 QString ending()
 {
     return QString::fromLatin1(pdfEnding.data(), static_cast<qsizetype>(pdfEnding.size()));
@@ -63,7 +54,7 @@ QString outputName(const QString &sourceName, const std::optional<NumberRange> &
         return cleanedFileName(name + ending());
     }
     case OutputNaming::batesAndOriginal:
-        return cleanedFileName(bates(range->first) + u' ' + withoutExtension(base) + ending());
+        return cleanedFileName(bates(range->first) + u' ' + base.chopped(ending().size()) + ending());
     }
     return base;
 }

@@ -135,12 +135,12 @@ std::vector<const PlannedFile *> ProductionPlan::stampedFiles() const
 
 std::vector<const PlannedFile *> ProductionPlan::coverOnlyFiles() const
 {
-    return filesThat(files, [](const PlannedFile &file) { return file.isStampable() && file.isCoverOnly(); });
+    return filesThat(files, [](const PlannedFile &file) { return file.isCoverOnly(); });
 }
 
 std::vector<const PlannedFile *> ProductionPlan::skippedFiles() const
 {
-    return filesThat(files, [](const PlannedFile &file) { return file.isStampable() && file.isSkipped(); });
+    return filesThat(files, [](const PlannedFile &file) { return file.isSkipped(); });
 }
 
 std::vector<const PlannedFile *> ProductionPlan::passwordProtectedFiles() const

@@ -54,18 +54,9 @@ std::vector<fs::path> pdfsBelow(const fs::path &top, const ListFolder &list,
     return found;
 }
 
-void sortByPathBelow(const fs::path &folder, std::vector<fs::path> &locations)
+/// Sorts what was found below one folder. The way to that folder, which all have in common, decides nothing.
+void sortByPath(std::vector<fs::path> &locations)
 {
-    const std::string prefix = standardized(folder).native();
-    std::vector<QString> relative;
-    relative.reserve(locations.size());
-    for (const fs::path &location : locations) {
-        std::string path = standardized(location).native();
-        if (path.starts_with(prefix)) {
-            path.erase(0, prefix.size());
-        }
-        relative.push_back(QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())));
-    }
     // Folders are read in no particular order: names that compare the same are told apart by their bytes
     // first.
     std::vector<std::size_t> byBytes(locations.size());
@@ -77,7 +68,8 @@ void sortByPathBelow(const fs::path &folder, std::vector<fs::path> &locations)
     std::vector<QString> names;
     names.reserve(byBytes.size());
     for (const std::size_t index : byBytes) {
-        names.push_back(relative[index]);
+        const std::string &path = locations[index].native();
+        names.push_back(QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())));
     }
     std::vector<fs::path> sorted;
     sorted.reserve(locations.size());
@@ -139,7 +131,7 @@ CollectedPdfs collectPdfs(std::span<const fs::path> items, const ListFolder &lis
             continue;
         }
         std::vector<fs::path> found = pdfsBelow(item, list, collected.unreadableFolders);
-        sortByPathBelow(item, found);
+        sortByPath(found);
         std::for_each(found.begin(), found.end(), add);
     }
     return collected;

@@ -39,8 +39,7 @@ std::size_t hashValue(const StampColor &color)
 {
     std::size_t hash = 0;
     for (const double value : {color.red, color.green, color.blue, color.alpha}) {
-        const double unsignedZero = value == 0.0 ? 0.0 : value;
-        hash = hash * 31 + std::hash<double>{}(unsignedZero);
+        hash = hash * 31 + std::hash<double>{}(value);
     }
     return hash;
 }

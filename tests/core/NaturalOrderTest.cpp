@@ -114,6 +114,26 @@ TEST(NaturalOrder, TheScriptOfALocaleCounts)
     EXPECT_GT(NaturalOrder().compare(c, caron), 0);
 }
 
+TEST(NaturalOrder, ALanguageOfTwoScriptsIsOrderedByTheOneThatIsNamed)
+{
+    const NoLocale none;
+    const QString latin = QStringLiteral("zebra");
+    const QString cyrillic = QStringLiteral("\u0430\u0431");
+    ::setenv("LC_ALL", "bs_BA.UTF-8", 1);
+    EXPECT_LT(NaturalOrder().compare(latin, cyrillic), 0);
+    ::setenv("LC_ALL", "bs_BA.UTF-8@cyrillic", 1);
+    EXPECT_GT(NaturalOrder().compare(latin, cyrillic), 0);
+}
+
+TEST(NaturalOrder, SpacesCountInLanguagesThatPassOverThemAsWell)
+{
+    const NoLocale none;
+    for (const char *name : {"en_US.UTF-8", "th_TH.UTF-8"}) {
+        ::setenv("LC_ALL", name, 1);
+        EXPECT_LT(NaturalOrder().compare(QStringLiteral("a b"), QStringLiteral("ab")), 0) << name;
+    }
+}
+
 TEST(NaturalOrder, DigitsCompareByValue)
 {
     const NaturalOrder order;

@@ -90,6 +90,28 @@ TEST(OutputFolder, WhatIsNoFolderIsNotOpened)
     EXPECT_EQ(error, std::errc::not_a_directory);
 }
 
+TEST(OutputFolder, TheLowestDescriptorIsOneLikeAnyOther)
+{
+    /// Calls of a program that was started without its three standard files.
+    class WithoutStandardFiles final : public files::FileCalls {
+    public:
+        int openAt(int, const char *, int, mode_t) override
+        {
+            return 0;
+        }
+        int close(int descriptor) override
+        {
+            m_closed = descriptor;
+            return 0;
+        }
+        int m_closed = -1;
+    } calls;
+    std::error_code refusal;
+    EXPECT_TRUE(OutputFolder::open("anywhere", calls, refusal));
+    EXPECT_FALSE(refusal);
+    EXPECT_EQ(calls.m_closed, 0);
+}
+
 TEST(OutputFolder, ACopyIsHiddenUntilItIsPublished)
 {
     Output output;

@@ -116,6 +116,12 @@ TEST(SettingsRecord, NumbersThatJsonCannotHoldAreNotWritten)
     StampSettings settings;
     settings.margin = std::numeric_limits<double>::infinity();
     EXPECT_FALSE(encode(settings));
+    for (double StampColor::*component :
+         {&StampColor::red, &StampColor::green, &StampColor::blue, &StampColor::alpha}) {
+        StampSettings coloured;
+        coloured.color.*component = std::numeric_limits<double>::quiet_NaN();
+        EXPECT_FALSE(encode(coloured));
+    }
 }
 
 TEST(SettingsRecord, APresetReadsBackTheSame)

@@ -142,6 +142,25 @@ TEST(SourceClassifier, AFileWithoutPagesIsEmpty)
     EXPECT_EQ(classify(folder / "a.pdf").problem, SourceProblem::empty);
 }
 
+TEST(SourceClassifier, WhatIsCutShortWhileItsPagesAreCountedIsUnreadable)
+{
+    PdfBuilder builder;
+    constexpr int depth = 20'000; // Lengths that need each other, as deep as no stack is.
+    const std::string letterPage = "<</Type/Page/MediaBox[0 0 612 792]>>";
+    const int tree = builder.reserve();
+    builder.set(tree, "<</Type/Pages/Count 2/Kids[" + reference(builder.add(letterPage)) + ' ' +
+                          reference(tree + 2) + "]>>");
+    for (int stream = tree + 2; stream < tree + depth; ++stream) {
+        builder.add("<</Length " + reference(stream + 1) + ">>stream\nq Q\nendstream");
+    }
+    builder.addToCatalog("/Pages " + reference(tree));
+    const TemporaryFolder folder;
+    writeFile(folder / "a.pdf", builder.file());
+    const SourceFile source = classify(folder / "a.pdf");
+    EXPECT_EQ(source.problem, SourceProblem::unreadable);
+    EXPECT_EQ(source.pageCount, 0);
+}
+
 TEST(SourceClassifier, ANameThatIsNotTextIsShownWithReplacementCharacters)
 {
     const TemporaryFolder folder;

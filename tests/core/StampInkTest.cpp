@@ -43,6 +43,21 @@ TEST(StampInk, AColourIsWrittenAsItIs)
     EXPECT_FALSE(has(copy, " gs\n"));
 }
 
+TEST(StampInk, BeforeEachLineStandsABreakBelowThePageFurtherDownThanTheLast)
+{
+    const std::string copy = stampedIn(StampColor::black(), QStringLiteral("CONFIDENTIAL"));
+    EXPECT_TRUE(has(copy, "\nq /F Do\nq ")) << copy;
+    EXPECT_TRUE(has(copy, "\nQ\nq 1 0 0 1 0 -9 cm /F Do Q\nq ")) << copy;
+    EXPECT_FALSE(has(copy, "-18 cm /F")) << "there are two lines";
+    std::smatch box;
+    ASSERT_TRUE(
+        std::regex_search(copy, box, std::regex("/BBox \\[\\s+0\\s+-32001\\s+([0-9.]+)\\s+-31999\\s+\\]")))
+        << copy;
+    const double spaces = 2 * 0.278; // Of Helvetica, one unit high.
+    EXPECT_NEAR(std::stod(box[1]), spaces + 1, 0.01) << "nothing of them is cut off";
+    EXPECT_TRUE(has(copy, "/Span <</ActualText()>>BDC\n") || has(copy, "/Span<</ActualText()>>BDC\n"));
+}
+
 TEST(StampInk, ComponentsBeyondTheirRangeAreAtItsEnds)
 {
     EXPECT_TRUE(has(stampedIn({1.05, -0.05, 7, 1}), "\n1 0 1 rg\n"));

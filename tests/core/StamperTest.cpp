@@ -408,6 +408,32 @@ TEST(Stamper, ASourceThatCannotBeOpenedIsToldBeforeAnyFileIsMade)
     EXPECT_EQ(tests::readFile(folder / "taken.pdf"), "mine");
 }
 
+TEST(Stamper, WhatIsLostWhenTheFileEndsIsTold)
+{
+    /// Takes all bytes and then cannot hand them on.
+    class LosingSink final : public files::ByteSink {
+    public:
+        bool write(std::span<const char>) override
+        {
+            return true;
+        }
+        bool finish() override
+        {
+            return false;
+        }
+    } sink;
+    const TemporaryFolder folder;
+    tests::writeSample(folder / "a.pdf", 1);
+    const ProductionPlan plan({classify(folder / "a.pdf")}, {});
+    const PlannedFile &file = plan.files.front();
+    try {
+        Stamper::write(file, *Stamper::open(file.source), plan.settings, sink, {});
+        ADD_FAILURE() << "nothing was told";
+    } catch (const StampError &error) {
+        EXPECT_EQ(error, StampError::cannotWrite(file.outputName));
+    }
+}
+
 TEST(Stamper, ASourceThatChangesMeanwhileIsNotTrusted)
 {
     const TemporaryFolder folder;
