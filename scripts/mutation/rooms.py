@@ -12,7 +12,7 @@ class Room:
 
 
 DECIDING = ("AnnotationAppearance", "ButtonAppearance", "ChoiceField", "CopyProof", "CopyWriter", "FieldAppearance", "FieldBox",
-            "Geometry", "NumberFormat", "ObjectCopier", "OptionalContent", "PageContent", "PageForms", "PageGeometry", "PageTree",
+            "FieldText", "Geometry", "NumberFormat", "ObjectCopier", "OptionalContent", "PageContent", "PageForms", "PageGeometry", "PageTree",
             "Syntax", "VisibleAnnotations")
 READER = ("tallyfold-reader",)
 

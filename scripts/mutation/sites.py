@@ -16,6 +16,7 @@ FIXED = {Kind.STATIC_ASSERT, Kind.ENUM_DECL, Kind.ALIGNED_ATTR}
 OTHER_COMPARISONS = {"<": ("<=", ">="), "<=": ("<", ">"), ">": (">=", "<="), ">=": (">", "<"), "==": ("!=",), "!=": ("==",)}
 OTHER_ASSIGNMENTS = {"+=": "-=", "-=": "+=", "*=": "/=", "/=": "*=", "|=": "&=", "&=": "|="}
 SYMMETRIC = {"min", "max", "clamp"}  # Their (first) arguments may stand either way.
+SYMMETRIC_LIST = re.compile(rb"\b(min|max)\(\s*\Z")
 UNSEEN = {"reserve"}  # Only makes what follows quicker.
 STRING = re.compile(rb'(u8|u|U|L)?"((?:\\.|[^"\\])*)"(_\w+|s|sv)?\Z')
 INTEGER = re.compile(rb"(0[xX][0-9a-fA-F']+|[0-9][0-9']*)([uUlLzZ]*)\Z")
@@ -37,6 +38,7 @@ class Sites:
         self.in_constant = None
         self.at_compile_time = False
         self.function = ""
+        self.statements = set()  # The ranges of those that were met.
 
     # Helpers
 
@@ -155,6 +157,7 @@ class Sites:
         """Left out, where it gives nothing that another one needs to be compiled."""
         kind = cursor.kind
         start, end = self.range_of(cursor)
+        self.statements.add((start, end))
         is_jump = kind in (Kind.BREAK_STMT, Kind.CONTINUE_STMT)
         is_return = kind == Kind.RETURN_STMT and (parent is not None and parent.kind == Kind.IF_STMT
                                                   or not list(cursor.get_children()))
@@ -179,7 +182,7 @@ class Sites:
                 self.operator(*arguments, start, end)
         elif kind == Kind.CALL_EXPR and cursor.spelling not in SYMMETRIC:
             self.swap_neighbours([argument for argument in cursor.get_arguments() if argument is not None])
-        elif kind == Kind.INIT_LIST_EXPR:
+        elif kind == Kind.INIT_LIST_EXPR and not SYMMETRIC_LIST.search(self.source, 0, start):
             self.swap_neighbours(list(cursor.get_children()))
         elif kind == Kind.UNARY_OPERATOR:
             self.sign(cursor, start, end)
@@ -208,7 +211,9 @@ class Sites:
         def other(name, kind):
             self.change(kind, start, end, before + b" " + name.encode() + b" " + after)
 
-        numbers = all(side.type.get_canonical().kind in NUMBERS for side in (left, right))
+        types = [side.type.get_canonical() for side in (left, right)]
+        numbers = all(one.kind in NUMBERS for one in types)
+        is_place = any(one.kind == TypeKind.POINTER or "iterator" in one.spelling for one in types)
         if between in ("&&", "||"):
             self.change("condition weakened", start, end, lhs, as_bool=True)
             self.change("condition weakened", start, end, rhs, as_bool=True)
@@ -222,7 +227,7 @@ class Sites:
         elif between in ("-", "/", "%", "+"):
             if between == "+" and numbers:
                 other("-", "operator")
-            else:
+            elif between != "+" or not is_place:  # A pointer and its like stand on either side of a sum.
                 self.change("operands swapped", start, end, b"(" + rhs + b") " + between.encode() + b" (" + lhs + b")")
         elif between == "*" and numbers:
             other("/", "operator")
@@ -250,7 +255,7 @@ class Sites:
         """Of conditions that are no comparison: calls, variables, and what is converted to bool."""
         if not cursor.kind.is_expression() or cursor.type.get_canonical().kind != TypeKind.BOOL or parent is None:
             return
-        if parent.kind in (Kind.COMPOUND_STMT, Kind.CASE_STMT, Kind.DEFAULT_STMT, Kind.CXX_BOOL_LITERAL_EXPR):
+        if (start, end) in self.statements or parent.kind == Kind.CXX_BOOL_LITERAL_EXPR:
             return
         if parent.kind == Kind.UNARY_OPERATOR or self.source[:start].rstrip(b"( ").endswith(b"!"):
             return

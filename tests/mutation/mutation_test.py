@@ -103,8 +103,21 @@ class Kinds(unittest.TestCase):
                          {"v.add(6);", "v.reserve(S(4) + 5); v.add(6);"})
 
     def test_the_arguments_of_min_and_max_are_not_swapped(self):
-        _, mutants = found_in("int max(int, int);\nint f(int a, int b)\n{\n    return max(a, b);\n}\n")
+        for source in ("int max(int, int);\nint f(int a, int b)\n{\n    return max(a, b);\n}\n",
+                       "struct P { int a, b; };\nint max(P);\nint f(int a, int b)\n{\n    return max({a, b});\n}\n"):
+            _, mutants = found_in(source)
+            self.assertNotIn("operands swapped", {kind for kind, _ in mutants})
+        self.holds("struct P { int a, b; };\nint g(P);\nint f(int a, int b)\n{\n    return g({a, b});\n}\n",
+                   ("operands swapped", "return g({b, a});"))
+
+    def test_what_a_statement_gives_nobody_is_not_negated(self):
+        _, mutants = found_in("struct S { S(int); ~S(); };\nbool g(const S &);\nvoid f()\n{\n    g(3);\n    g(4);\n}\n")
+        self.assertNotIn("condition negated", {kind for kind, _ in mutants})
+
+    def test_the_operands_of_a_sum_with_a_pointer_are_not_swapped(self):
+        _, mutants = found_in("const char *f(const char *a, int b)\n{\n    return a + b;\n}\n")
         self.assertNotIn("operands swapped", {kind for kind, _ in mutants})
+        self.holds("long f(const char *a, const char *b)\n{\n    return a - b;\n}\n", ("operands swapped", "return (b) - (a);"))
 
     def test_the_break_that_ends_a_switch_is_not_removed(self):
         read, _ = found_in("void g();\nvoid f(int a)\n{\n    switch (a) {\n    case 1:\n        g();\n        break;\n"
