@@ -152,7 +152,7 @@ DefaultAppearance parseDefaultAppearance(const std::string &text)
 
 QString fontNamed(const std::string &fontName, QPDFObjectHandle resources)
 {
-    if (resources.isDictionary() && fontName.starts_with('/')) {
+    if (resources.isDictionary()) {
         QPDFObjectHandle fonts = resources.getKey("/Font");
         QPDFObjectHandle font = fonts.isDictionary() ? fonts.getKey(fontName) : QPDFObjectHandle::newNull();
         QPDFObjectHandle base = font.isDictionary() ? font.getKey("/BaseFont") : QPDFObjectHandle::newNull();

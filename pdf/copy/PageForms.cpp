@@ -24,7 +24,7 @@ void PageForms::writeResources(EntryWriter &entries, const QPDFObjectHandle &res
 {
     QPDFObjectHandle handle = resources;
     int number = 0;
-    if (handle.isIndirect() && handle.isDictionary()) {
+    if (handle.isIndirect()) {
         number = m_copier->copyResources(handle);
     } else {
         std::string syntax;

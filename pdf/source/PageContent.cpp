@@ -7,13 +7,6 @@
 
 namespace tallyfold::pdf {
 
-namespace {
-
-/// More decoded content than the most detailed map has; beyond it lies data made to fill the memory.
-constexpr std::size_t largestContent = 256 * 1024 * 1024;
-
-} // namespace
-
 std::vector<QPDFObjectHandle> contentStreams(Document &document, const QPDFObjectHandle &contents)
 {
     std::vector<QPDFObjectHandle> streams;
@@ -31,12 +24,12 @@ std::vector<QPDFObjectHandle> contentStreams(Document &document, const QPDFObjec
     return streams;
 }
 
-std::string joinedContent(const std::vector<QPDFObjectHandle> &streams)
+std::string joinedContent(const std::vector<QPDFObjectHandle> &streams, std::size_t most)
 {
     std::string content;
     bool isTooLong = false;
     RawStream pipe([&](std::string_view bytes) {
-        if (content.size() + bytes.size() > largestContent) {
+        if (content.size() + bytes.size() > most) {
             isTooLong = true; // The parser swallows what its pipeline throws, but stops.
             throw std::length_error("page content");
         }

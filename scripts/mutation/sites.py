@@ -257,6 +257,8 @@ class Sites:
             return
         if (start, end) in self.statements or parent.kind == Kind.CXX_BOOL_LITERAL_EXPR:
             return
+        if parent.kind == Kind.CSTYLE_CAST_EXPR:  # To void: what it gives is for nobody.
+            return
         if parent.kind == Kind.UNARY_OPERATOR or self.source[:start].rstrip(b"( ").endswith(b"!"):
             return
         if cursor.kind == Kind.CALL_EXPR:

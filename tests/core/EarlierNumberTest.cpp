@@ -51,6 +51,19 @@ TEST(EarlierNumber, OneSeparatorMayStandInANumber)
     }
 }
 
+TEST(EarlierNumber, ACharacterIsNotDivided)
+{
+    // The sign of a number in Arabic and what follows are one character, and so are a digit and a Thai vowel
+    // after it, though a word may end between them.
+    const QString before = QStringLiteral("\u0600ABC000123");
+    const QString after = QStringLiteral("ABC000123\u0E33");
+    EXPECT_EQ(earlierNumberIn(before), std::nullopt);
+    EXPECT_EQ(earlierNumberIn(after), std::nullopt);
+    for (const QString &text : {before, after}) {
+        EXPECT_EQ(earlierNumberIn(text + QStringLiteral(" DEF000456")), QStringLiteral("DEF000456"));
+    }
+}
+
 TEST(EarlierNumber, WordsEndWhereUnicodeEndsThem)
 {
     // A full stop or a comma between digits ends no word, nor does an apostrophe between letters.

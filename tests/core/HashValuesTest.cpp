@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <set>
 
 namespace tallyfold {
 
@@ -49,6 +50,17 @@ TEST(HashValues, EveryFieldOfASourceCounts)
          [](SourceFile &file) { file.problem = SourceProblem::unreadable; },
          [](SourceFile &file) { file.existingBates = QString(); },
          [](SourceFile &file) { file.existingBates = QStringLiteral("ABC000001"); }});
+}
+
+TEST(HashValues, EveryProblemOfASourceHasItsOwn)
+{
+    std::set<std::size_t> hashes{hashValue(source())};
+    for (const SourceProblem problem : allSourceProblems) {
+        SourceFile file = source();
+        file.problem = problem;
+        hashes.insert(hashValue(file));
+    }
+    EXPECT_EQ(hashes.size(), allSourceProblems.size() + 1);
 }
 
 TEST(HashValues, EveryFieldOfAPlannedFileCounts)

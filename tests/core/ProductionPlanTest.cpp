@@ -284,6 +284,7 @@ TEST(OutputName, NamesAreCleaned)
         {QStringLiteral(".pdf"), QStringLiteral("pdf.pdf")},
         {QStringLiteral("...x.PDF"), QStringLiteral("x.PDF")},
         {QStringLiteral(" a\nb "), QStringLiteral("a b.pdf")},
+        {QStringLiteral("a\u2028b\u2029c"), QStringLiteral("a b c.pdf")},
         {QStringLiteral(""), QStringLiteral("Document.pdf")},
         {QStringLiteral("..."), QStringLiteral("Document.pdf")},
     };

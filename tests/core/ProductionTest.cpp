@@ -127,6 +127,31 @@ TEST(Production, NothingToStampAndNoFolderAreBothToldAndNothingElse)
               (Conflicts{{Kind::nothingToStamp, {}}, {Kind::folderMissing, {}}}));
 }
 
+TEST(Production, OfAMissingFolderNothingElseIsTold)
+{
+    const TemporaryFolder folder;
+    for (const char *name : {"one", "two"}) {
+        fs::create_directory(folder / name);
+        writeSample(folder / name / "a.pdf", 1);
+    }
+    const ProductionPlan plan({classify(folder / "one/a.pdf"), classify(folder / "two/a.pdf")}, {});
+    ASSERT_FALSE(plan.duplicateOutputNames().isEmpty());
+    EXPECT_EQ(Production::findConflicts(plan, folder / "missing", {}),
+              (Conflicts{{Kind::folderMissing, {}}}));
+}
+
+TEST(Production, ASourceThatIsALinkIsTheFileThatItLeadsTo)
+{
+    const TemporaryFolder folder;
+    fs::create_directories(folder / "out");
+    fs::create_directories(folder / "in");
+    writeSample(folder / "out/a.pdf", 1);
+    fs::create_symlink(folder / "out/a.pdf", folder / "in/a.pdf");
+    EXPECT_EQ(
+        Production::findConflicts(ProductionPlan({classify(folder / "in/a.pdf")}, {}), folder / "out", {}),
+        (Conflicts{{Kind::wouldReplaceOriginal, QStringLiteral("a.pdf")}}));
+}
+
 TEST(Production, AFileIsNoFolder)
 {
     const ThreeFiles files;

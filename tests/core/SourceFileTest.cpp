@@ -35,6 +35,12 @@ TEST(SourceFile, EveryProblemHasItsKeyAndItsStatus)
     }
 }
 
+TEST(SourceFile, ThePathShownIsWholeWithReplacementCharactersForWhatIsNoText)
+{
+    EXPECT_EQ(displayPath("/a/b.pdf"), QStringLiteral("/a/b.pdf"));
+    EXPECT_EQ(displayPath("/a\xff/b.pdf"), QStringLiteral("/a\uFFFD/b.pdf"));
+}
+
 TEST(SourceFile, TheNameShownIsTheLastComponent)
 {
     EXPECT_EQ(displayName("/a/b.pdf"), QStringLiteral("b.pdf"));

@@ -9,9 +9,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <functional>
 #include <limits>
 #include <map>
 #include <regex>
+#include <utility>
 
 namespace tallyfold {
 
@@ -219,7 +222,10 @@ TEST(Stamper, BoxesAndBaselinesAreWhereTheLayoutPutsThem)
         EXPECT_NEAR(boxes[line][0], places[line][0] - 2, 0.001);
         EXPECT_NEAR(boxes[line][0] + boxes[line][2], 612 - 18 + 2, 0.001);
     }
+    const double descent = places[2][1] - 18;
+    EXPECT_GT(descent, 1);
     const double lineHeight = boxes[0][3] - 4;
+    EXPECT_GT(lineHeight, 3 * descent) << "Helvetica reaches higher than it descends";
     EXPECT_NEAR(boxes[2][1], 18 - 2, 0.001) << "the lowest descent is at the margin";
     EXPECT_NEAR(boxes[0][1] - boxes[1][1], lineHeight + 3, 0.001) << "a gap of a quarter of the font size";
     EXPECT_NEAR(boxes[1][1] + boxes[1][3] - boxes[0][1], 1, 0.001) << "boxes overlap by a point";
@@ -410,27 +416,37 @@ TEST(Stamper, ASourceThatCannotBeOpenedIsToldBeforeAnyFileIsMade)
 
 TEST(Stamper, WhatIsLostWhenTheFileEndsIsTold)
 {
-    /// Takes all bytes and then cannot hand them on.
+    /// Takes all bytes and then cannot hand them on, whatever else happens.
     class LosingSink final : public files::ByteSink {
     public:
+        explicit LosingSink(std::function<void()> meanwhile) : m_meanwhile(std::move(meanwhile)) {}
         bool write(std::span<const char>) override
         {
             return true;
         }
         bool finish() override
         {
+            m_meanwhile();
             return false;
         }
-    } sink;
+
+    private:
+        std::function<void()> m_meanwhile;
+    };
     const TemporaryFolder folder;
     tests::writeSample(folder / "a.pdf", 1);
     const ProductionPlan plan({classify(folder / "a.pdf")}, {});
     const PlannedFile &file = plan.files.front();
-    try {
-        Stamper::write(file, *Stamper::open(file.source), plan.settings, sink, {});
-        ADD_FAILURE() << "nothing was told";
-    } catch (const StampError &error) {
-        EXPECT_EQ(error, StampError::cannotWrite(file.outputName));
+    const auto changeSource = [&] { std::ofstream(file.source.url, std::ios::app) << "\n"; };
+    for (const std::function<void()> &meanwhile :
+         {std::function<void()>([] {}), std::function<void()>(changeSource)}) {
+        LosingSink sink(meanwhile);
+        try {
+            Stamper::write(file, *Stamper::open(file.source), plan.settings, sink, {});
+            ADD_FAILURE() << "nothing was told";
+        } catch (const StampError &error) {
+            EXPECT_EQ(error, StampError::cannotWrite(file.outputName)) << "what came first";
+        }
     }
 }
 
@@ -520,6 +536,7 @@ TEST(Stamper, TheHeightOfAPreviewIsCutOffAndBounded)
         EXPECT_EQ(Stamper::previewHeight({0.001, height}, 1200), most) << height;
     }
     EXPECT_EQ(Stamper::previewHeight({1, most}, 1), most);
+    EXPECT_EQ(Stamper::previewHeight({1, 1}, most), most);
     for (const pdf::Size &size : {pdf::Size{0, 1}, {1, 0}, {-1, 1}, {1, -1}, {nan, 1}, {1, nan}}) {
         EXPECT_EQ(Stamper::previewHeight(size, 100), 0) << size.width << " by " << size.height;
     }

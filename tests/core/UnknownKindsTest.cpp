@@ -3,6 +3,7 @@
 
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/UnreadableFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -74,6 +75,18 @@ TEST_F(UnknownKinds, FoldersAreEnteredAndLinksToThemAreNot)
     EXPECT_TRUE(found.unreadableFolders.empty());
     isKindTold = true;
     EXPECT_EQ(collected().locations, found.locations);
+}
+
+TEST_F(UnknownKinds, AFolderWithAnEntryThatCannotBeAskedIsTold)
+{
+    tests::makeUnreadableFolder(folder / "in/m");
+    const CollectedPdfs found = collected();
+    EXPECT_EQ(found.locations.size(), 5U);
+    ASSERT_EQ(found.unreadableFolders.size(), 1U);
+    EXPECT_TRUE(found.unreadableFolders.front().native().starts_with((folder / "in/m/ddd").native()));
+    std::vector<FolderEntry> entries;
+    EXPECT_FALSE(listFolder(found.unreadableFolders.front(), entries));
+    EXPECT_EQ(entries.size(), 1U) << "its name is known";
 }
 
 TEST_F(UnknownKinds, AnEntryThatIsGoneBeforeItIsAskedIsNoFailureOfItsFolder)

@@ -140,6 +140,19 @@ TEST(AppearancePlacement, ValuesAreInheritedFromTheNearestFieldThatHasOne)
     EXPECT_TRUE(inheritedFieldValue(QPDFObjectHandle::newNull(), "/V").isNull());
 }
 
+TEST(AppearancePlacement, ValuesAreInheritedThroughAsManyFieldsAsOccur)
+{
+    const auto valueThrough = [](int fields) {
+        std::string field = "<</V 7>>";
+        for (int above = 1; above < fields; ++above) {
+            field = "<</Parent" + field + ">>";
+        }
+        return inheritedFieldValue(QPDFObjectHandle::parse(field), "/V");
+    };
+    EXPECT_TRUE(valueThrough(64).isInteger());
+    EXPECT_TRUE(valueThrough(65).isNull());
+}
+
 TEST(AppearancePlacement, FieldsThatAreTheirOwnParentsEnd)
 {
     QPDF file;

@@ -103,6 +103,8 @@ TEST(ButtonMarks, MarksStandInTheMiddleOfTheBox)
         "q 1 0 0 rg 3 15.1 m 7.9 20 l 3 24.9 l 5.1 27 l 10 22.1 l 14.9 27 l 17 24.9 l 12.1 20 l 17 15.1 l "
         "14.9 13 l 10 17.9 l 5.1 13 l h f Q\n");
     EXPECT_EQ(boundsOf(cornersOf(markOf("/AS/Yes/MK<</CA(4)>>"))), (Rect{3, 13, 17, 27}));
+    EXPECT_EQ(markOf("/AS/Yes/MK<</CA(4)>>"),
+              "q 1 0 0 rg 3 19.65 m 5.1 21.75 l 7.9 17.55 l 15.25 27 l 17 25.95 l 8.25 13 l h f Q\n");
     EXPECT_EQ(boundsOf(cornersOf(markOf("/AS/Yes/MK<</CA(l)>>"))), (Rect{5.1, 15.1, 14.9, 24.9}));
     EXPECT_EQ(boundsOf(cornersOf(markOf("/AS/Yes/MK<</CA(u)>>", {100, 200, 140, 220}))),
               (Rect{113, 203, 127, 217}));

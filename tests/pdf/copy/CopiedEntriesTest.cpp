@@ -99,13 +99,15 @@ TEST(CopiedEntries, PagesAndTheirTreeAreNotDrawnWithAndStayOut)
     QPDFObjectHandle states =
         page.resources("/ExtGState<</Page " + add("/Parent " + parent + "/MediaBox[0 0 1 1]") + "/Node " +
                        add("/Parent " + parent + "/Kids[]") + "/Child " + add("/Parent " + parent + "/K 1") +
-                       "/Box " + add("/MediaBox[0 0 1 1]") + "/Kin " + add("/Kids[]") + ">>")
+                       "/Box " + add("/MediaBox[0 0 1 1]") + "/Kin " + add("/Kids[]") + "/Other " +
+                       add("/Type/ExtGState/Parent 1/Kids[]") + ">>")
             .getKey("/ExtGState");
     EXPECT_TRUE(states.getKey("/Page").isNull());
     EXPECT_TRUE(states.getKey("/Node").isNull());
     EXPECT_EQ(states.getKey("/Child").getKey("/K").unparse(), "1");
     EXPECT_TRUE(states.getKey("/Box").hasKey("/MediaBox"));
     EXPECT_TRUE(states.getKey("/Kin").hasKey("/Kids"));
+    EXPECT_TRUE(states.getKey("/Other").hasKey("/Kids")) << "it says that it is something else";
 }
 
 TEST(CopiedEntries, AFormsResourcesThatAreNoneStayOut)

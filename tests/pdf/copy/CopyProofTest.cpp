@@ -11,7 +11,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <fcntl.h>
+#include <functional>
+#include <map>
 #include <random>
 #include <string>
 #include <string_view>
@@ -165,6 +168,233 @@ TEST(CopyProof, NumbersBeyondAllSizesAreSurvived)
             bytes.replace(place, 1, number);
             EXPECT_FALSE(holds(bytes, 2)) << key << number;
         }
+    }
+}
+
+namespace {
+
+/// How a test changes one part of a file.
+using Edit = std::function<void(std::string &)>;
+using Edits = std::map<std::string, Edit>;
+
+/// A row of a cross-reference.
+std::string row(int kind, std::uint64_t where, int index = 0)
+{
+    std::string bytes(1, static_cast<char>(kind));
+    for (int shift = 32; shift >= 0; shift -= 8) {
+        bytes.push_back(static_cast<char>(where >> static_cast<unsigned>(shift) & 0xffU));
+    }
+    return bytes.append({'\0', static_cast<char>(index)});
+}
+
+/// A file of two pages as small copies are written, put together from parts: whatever an edit does to one of
+/// them, the others fit what came of it. Its last page is in the stream of objects, or `pageAlone`.
+std::string assembled(const Edits &edits = {}, bool pageAlone = false)
+{
+    const auto part = [&edits](const std::string &name, std::string text) {
+        if (const auto edit = edits.find(name); edit != edits.end()) {
+            edit->second(text);
+        }
+        return text;
+    };
+    const auto numbered = [](int number, const std::string &syntax) {
+        return std::to_string(number) + " 0 obj\n" + syntax;
+    };
+    const auto stream = [](const std::string &entries, const std::string &data) {
+        return "<<" + entries + ">>stream\n" + data + "\nendstream\nendobj\n";
+    };
+    const std::string catalog = part("catalog", "<</Type/Catalog/Pages 2 0 R>>\n");
+    const std::string node = part("node", "<</Type/Pages/Kids[3 0 R 4 0 R ]/Count 2>>\n");
+    const std::string page = part("page", "<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]>>\n");
+    const std::string body = part("body", catalog + node + page);
+    const std::string head = part("head", "1 0 2 " + std::to_string(catalog.size()) + " 4 " +
+                                              std::to_string(catalog.size() + node.size()) + ' ');
+    std::string file = part("header", "%PDF-1.7\n");
+    const std::size_t pagePlace = file.size();
+    file += part("page alone", numbered(4, page + "endobj\n"));
+    const std::size_t objectsPlace = file.size();
+    file +=
+        part("objects", numbered(5, stream(part("entries of objects",
+                                                "/Type/ObjStm/N 3/First " + std::to_string(head.size()) +
+                                                    "/Length " + std::to_string(head.size() + body.size())),
+                                           head + body)));
+    const std::size_t place = file.size();
+    const std::string rows = part("rows", row(0, 0) + row(2, 5, 0) + row(2, 5, 1) + row(0, 0) +
+                                              (pageAlone ? row(1, pagePlace) : row(2, 5, 2)) +
+                                              row(1, objectsPlace) + row(1, place));
+    const std::string entries = "/Type/XRef/W[1 5 2]/Size 7/Root 1 0 R/Length " + std::to_string(rows.size());
+    file += part("references", numbered(6, stream(part("entries of references", entries), rows)));
+    return file + part("end", "startxref\n" + std::to_string(place) + "\n%%EOF\n");
+}
+
+Edit replaced(const std::string &from, const std::string &to)
+{
+    return [from, to](std::string &text) {
+        const std::size_t place = text.find(from);
+        ASSERT_NE(place, std::string::npos) << from;
+        text.replace(place, from.size(), to);
+    };
+}
+
+Edit appended(const std::string &more)
+{
+    return [more](std::string &text) { text += more; };
+}
+
+/// Another row for the object `number`.
+Edit rowReplaced(int number, const std::string &by)
+{
+    return [number, by](std::string &rows) { rows.replace(static_cast<std::size_t>(number) * 8, 8, by); };
+}
+
+} // namespace
+
+TEST(CopyProof, EachPartOnTheWayCountsByItself)
+{
+    ASSERT_TRUE(holds(assembled(), 2));
+    const std::vector<std::pair<std::string, Edit>> damages{
+        {"header", replaced("7", "6")},
+        {"catalog", replaced("/Catalog", "/Outline")},
+        {"catalog", replaced("2 0 R", "2 1 R")},
+        {"catalog", replaced("2 0 R", "4 0 R")},
+        {"catalog", replaced(">>\n", ">> ")},
+        {"node", replaced("/Pages", "/Pagen")},
+        {"node", replaced("<</Type/Pages", "<</Type/Pages/Parent 1 0 R")},
+        {"node", replaced("/Kids[", "/Kids[ ")},
+        {"node", replaced("3 0 R ", "")},
+        {"node", replaced("4 0 R ", "3 0 R ")},
+        {"node", replaced(" 4 0 R ]", "]")},
+        {"node", replaced("4 0 R ", "4 0 R 5 ")},
+        {"node", replaced("]/Count", "]/Counts")},
+        {"node", replaced("Count 2", "Count 3")},
+        {"node", replaced("Count 2", "Count 2/X 1")},
+        {"page", replaced("/Page/", "/Pag/")},
+        {"page", replaced("2 0 R", "1 0 R")},
+        {"page", replaced("/MediaBox", "/MediaBix")},
+        {"page", replaced(">>\n", ">>")},
+        {"head", replaced("1 0", "7 0")},
+        {"head", replaced("1 0", "1 x")},
+        {"head", replaced("1 0", "1/0")},
+        {"head", replaced("1 0 2 ", "1 0 2/")},
+        {"head", replaced(" 2", "/2")},
+        {"head", replaced("1 0", "1 30")},
+        {"head", replaced(" 4 ", " 4 9")},
+        {"body", replaced("9 9]>>\n", "")},
+        {"objects", replaced("5 0 obj", "7 0 obj")},
+        {"objects", replaced("\nendstream", " endstream")},
+        {"objects", replaced("obj\n<<", "obj\n< ")},
+        {"entries of objects", replaced("/ObjStm", "/ObjStn")},
+        {"entries of objects", replaced("/First", "/Furst")},
+        {"entries of objects", replaced("/First ", "/First 9")},
+        {"entries of objects", replaced("/Length", "/Longth")},
+        {"entries of objects", replaced("/Length 1", "/Length 2")},
+        {"entries of references", replaced("/XRef", "/XRof")},
+        {"entries of references", replaced("[1 5 2]", "[1 4 2]")},
+        {"entries of references", replaced("/Size 7", "/Size 6")},
+        {"entries of references", replaced("/Size 7", "/Size 8")},
+        {"entries of references", replaced("/Size 7", "/Size x")},
+        {"entries of references", replaced("/Root 1", "/Root x")},
+        {"entries of references", replaced("/Root 1", "/Root 2")},
+        {"entries of references", replaced("/Root 1", "/Root 7")},
+        {"rows", appended(row(0, 0))},
+        {"rows", [](std::string &rows) { rows.resize(rows.size() - 8); }},
+        {"rows", [](std::string &rows) { rows.resize(rows.size() - 1); }},
+        {"rows", rowReplaced(1, row(0, 5, 0))},
+        {"rows", rowReplaced(1, row(1, 5, 0))},
+        {"rows", rowReplaced(1, row(2, 5, 1))},
+        {"rows", rowReplaced(1, row(2, 5, 3))},
+        {"rows", rowReplaced(1, row(2, 6, 0))},
+        {"rows", rowReplaced(1, row(2, 7, 0))},
+        {"rows", rowReplaced(2, row(2, 5, 2))},
+        {"rows", rowReplaced(4, row(1, 10))},
+        {"rows", rowReplaced(4, row(1, 1ULL << 39U))},
+        {"rows", rowReplaced(5, row(0, 9))},
+        {"rows", rowReplaced(5, row(1, 9))},
+        {"rows", rowReplaced(5, row(1, 1ULL << 39U))},
+        {"references", replaced("6 0 obj", "7 0 obj")},
+        {"references", replaced("6 0 obj", "x 0 obj")},
+        {"references", appended("\n")},
+        {"end", replaced("startxref", "startxrif")},
+        {"end", replaced("\n%%EOF\n", "\n%%EOF")},
+        {"end", replaced("\n%%EOF\n", "\n%%EOF\n\n")},
+        {"end", replaced("startxref\n", "startxref\n9")},
+        {"end", replaced("startxref\n", "startxref\nx")},
+    };
+    for (std::size_t index = 0; index < damages.size(); ++index) {
+        const auto &[name, edit] = damages[index];
+        EXPECT_TRUE(holds(assembled(), 2));
+        EXPECT_FALSE(holds(assembled({{name, edit}}), 2)) << "edit " << index << " of " << name;
+    }
+}
+
+TEST(CopyProof, APageAloneIsFoundByItsNumber)
+{
+    EXPECT_TRUE(holds(assembled({}, true), 2));
+    EXPECT_FALSE(holds(assembled({{"page alone", replaced("4 0 obj", "3 0 obj")}}, true), 2));
+    EXPECT_FALSE(holds(assembled({{"page alone", replaced("4 0 obj", "4 0 obJ")}}, true), 2));
+}
+
+TEST(CopyProof, TheWayToTheLastPageLeadsThroughTenNodesAtMost)
+{
+    for (const int nodes : {1, 2, 9, 10, 11}) {
+        // Below the topmost node others, of one kid each, in the place of the page.
+        std::string body = "<</Type/Catalog/Pages 2 0 R>>\n";
+        std::string head = "1 0 ";
+        std::string rows = row(0, 0) + row(2, 5, 0);
+        const auto number = [](int depth) { return depth == 0 ? 2 : 6 + depth; };
+        std::map<int, std::string> objects;
+        for (int depth = 0; depth < nodes; ++depth) {
+            objects[number(depth)] =
+                "<</Type/Pages" +
+                (depth > 0 ? "/Parent " + std::to_string(number(depth - 1)) + " 0 R" : std::string()) +
+                "/Kids[" + std::to_string(number(depth + 1)) + " 0 R ]/Count 1>>\n";
+        }
+        objects[number(nodes)] =
+            "<</Type/Page/Parent " + std::to_string(number(nodes - 1)) + " 0 R/MediaBox[0 0 9 9]>>\n";
+        std::map<int, std::string> rowOf;
+        int index = 0;
+        for (const auto &[object, syntax] : objects) {
+            head += std::to_string(object) + ' ' + std::to_string(body.size()) + ' ';
+            body += syntax;
+            rowOf[object] = row(2, 5, ++index);
+        }
+        const std::string file = assembled(
+            {{"body", [&](std::string &text) { text = body; }},
+             {"head", [&](std::string &text) { text = head; }},
+             {"rows",
+              [&](std::string &text) {
+                  for (const auto &[object, bytes] : rowOf) {
+                      text.resize(std::max(text.size(), static_cast<std::size_t>(object) * 8));
+                      text.replace(static_cast<std::size_t>(object) * 8, 8, bytes);
+                  }
+                  // The cross-reference is the last object.
+                  text += row(0, 0);
+              }},
+             {"entries of references",
+              [&](std::string &text) { replaced("/Size 7", "/Size " + std::to_string(8 + nodes))(text); }},
+             {"references",
+              [&](std::string &text) { replaced("6 0", std::to_string(7 + nodes) + " 0")(text); }}});
+        EXPECT_EQ(holds(file, 1), nodes <= 10) << nodes;
+    }
+}
+
+TEST(CopyProof, LengthsThatLeadBackBeforeTheDataAreSurvived)
+{
+    // The end of a stream in its own entries, and a length that makes the whole stream end there.
+    const std::string trap = "\nendstream\nendobj\n";
+    for (const std::string part : {"entries of objects", "entries of references"}) {
+        const std::string file = assembled({{part, [&](std::string &entries) {
+                                                 const std::size_t place = entries.find("/Length ");
+                                                 entries.resize(place);
+                                                 entries += trap;
+                                                 // Object number, "<<" and the entries come before the data.
+                                                 const std::size_t end = 10 + entries.size();
+                                                 const std::size_t key = 8 + 20;
+                                                 const std::size_t start = end + key + 9;
+                                                 entries +=
+                                                     "/Length " + std::to_string(end - start - trap.size());
+                                             }}});
+        EXPECT_FALSE(holds(file, 2));
     }
 }
 

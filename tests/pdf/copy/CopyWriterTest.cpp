@@ -8,10 +8,14 @@
 #include "tests/support/Tool.h"
 
 #include <gtest/gtest.h>
+#include <qpdf/QPDF.hh>
 
 #include <memory>
+#include <random>
 #include <string>
+#include <string_view>
 #include <variant>
+#include <vector>
 
 namespace tallyfold {
 
@@ -88,6 +92,84 @@ TEST(CopyWriter, DrawsTheFormOfTheOverlaysWhereverOneNamesIt)
     for (int page = 1; page <= 3; ++page) {
         EXPECT_EQ(count(tests::textOfPage(folder / "copy.pdf", page), "SHARED"), page < 3 ? 1U : 0U) << page;
     }
+}
+
+TEST(CopyWriter, KeepsTheUnitOfAPageAndDrawsTheOverlayInPoints)
+{
+    const TemporaryFolder folder;
+    tests::PdfBuilder builder;
+    const int mark = builder.addStream("/Subtype/Form/BBox[0 0 9 9]", "0 0 9 9 re f");
+    const std::string stamp =
+        "/Annots[<</Subtype/Stamp/Rect[20 30 29 39]/AP<</N " + tests::reference(mark) + ">>>>]";
+    builder.addPage("/MediaBox[0 0 200 100]/UserUnit 2" + stamp);
+    builder.addPage("/MediaBox[0 0 200 100]/UserUnit 0.123456" + stamp);
+    builder.addPage("/MediaBox[0 0 200 100]" + stamp);
+    tests::writeFile(folder / "a.pdf", builder.file());
+    const auto source = opened(folder / "a.pdf");
+    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(folder / "copy.pdf");
+    pdf::CopyWriter copy(*source, *sink);
+    (void)copy.overlayForm({0, 0, 9, 9}, {});
+    for (const double unit : {2.0, 0.123456, 1.0}) {
+        ASSERT_EQ(copy.nextPage(), Step::done);
+        EXPECT_EQ(copy.pageSize(), (pdf::Size{200 * unit, 100 * unit}));
+        ASSERT_EQ(copy.endPage("1 0 0 rg 0 0 9 9 re f\n"), Step::done);
+    }
+    ASSERT_EQ(copy.finish(), Step::done);
+
+    QPDF written;
+    written.processFile((folder / "copy.pdf").c_str());
+    const std::vector<QPDFObjectHandle> pages = written.getAllPages();
+    ASSERT_EQ(pages.size(), 3U);
+    const auto contentOf = [](QPDFObjectHandle page) {
+        const auto data = page.getKey("/Contents").getStreamData();
+        return std::string(reinterpret_cast<const char *>(data->getBuffer()), data->getSize());
+    };
+    const std::string drawn = "/P Do\nq 1 0 0 1 20 30 cm /A0 Do Q\n";
+    EXPECT_EQ(contentOf(pages[0]), drawn + "q 0.5 0 0 0.5 0 0 cm 1 0 0 rg 0 0 9 9 re f\nQ\n");
+    EXPECT_EQ(contentOf(pages[2]), drawn + "q 1 0 0 rg 0 0 9 9 re f\nQ\n");
+    const auto entry = [](QPDFObjectHandle page, const char *key) { return page.getKey(key).unparse(); };
+    EXPECT_EQ(entry(pages[0], "/UserUnit"), "2");
+    EXPECT_EQ(entry(pages[1], "/UserUnit"), "0.123456");
+    EXPECT_EQ(entry(pages[2], "/UserUnit"), "null");
+    for (QPDFObjectHandle page : pages) {
+        EXPECT_EQ(entry(page, "/Type"), "/Page");
+        EXPECT_EQ(entry(page, "/MediaBox"), "[ 0 0 200 100 ]");
+        for (const char *name : {"/P", "/F"}) {
+            QPDFObjectHandle form = page.getKey("/Resources").getKey("/XObject").getKey(name).getDict();
+            EXPECT_EQ(entry(form, "/Type"), "/XObject") << name;
+            EXPECT_EQ(entry(form, "/Subtype"), "/Form") << name;
+        }
+    }
+}
+
+TEST(CopyWriter, CopiesDataThatIsTooLargeToBeHeld)
+{
+    const TemporaryFolder folder;
+    std::string data(5 * 1024 * 1024, ' ');
+    std::mt19937 noise(7);
+    for (char &byte : data) {
+        byte = static_cast<char>(noise());
+    }
+    tests::PdfBuilder builder;
+    const int picture = builder.addStream("/Subtype/Image/Width 2048/Height 2560/BitsPerComponent 8", data);
+    builder.addPage("/MediaBox[0 0 9 9]/Resources<</XObject<</I " + tests::reference(picture) + ">>>>");
+    tests::writeFile(folder / "plain.pdf", builder.file());
+    // What is encrypted has to pass through the parser, some at a time.
+    tests::encrypt(folder / "plain.pdf", folder / "a.pdf", "'' owner 256");
+    const auto source = opened(folder / "a.pdf");
+    const std::unique_ptr<files::FileSink> sink = files::FileSink::create(folder / "copy.pdf");
+    pdf::CopyWriter copy(*source, *sink);
+    ASSERT_EQ(copy.nextPage(), Step::done);
+    ASSERT_EQ(copy.endPage({}), Step::done);
+    ASSERT_EQ(copy.finish(), Step::done);
+    QPDF written;
+    written.processFile((folder / "copy.pdf").c_str());
+    QPDFObjectHandle page = written.getAllPages().at(0);
+    QPDFObjectHandle form = page.getKey("/Resources").getKey("/XObject").getKey("/P");
+    QPDFObjectHandle copied = form.getDict().getKey("/Resources").getKey("/XObject").getKey("/I");
+    const auto bytes = copied.getStreamData();
+    EXPECT_TRUE(std::string_view(reinterpret_cast<const char *>(bytes->getBuffer()), bytes->getSize()) ==
+                data);
 }
 
 TEST(CopyWriter, SaysThatThereIsNoFurtherPageAsOftenAsItIsAsked)

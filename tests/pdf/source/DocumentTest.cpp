@@ -1,6 +1,7 @@
 #include "pdf/source/Document.h"
 
 #include "pdf/source/FileInput.h"
+#include "pdf/source/PageContent.h"
 #include "pdf/source/PageTree.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
@@ -54,6 +55,40 @@ TEST(Document, WhatIsNotAPdfIsUnreadable)
         ASSERT_TRUE(std::holds_alternative<OpenFailure>(result)) << name;
         EXPECT_EQ(std::get<OpenFailure>(result).kind, OpenFailure::Kind::unreadable) << name;
     }
+}
+
+TEST(Document, PagesAreCountedFromTheTopOfTheirTreeWhateverOfItTheCatalogNames)
+{
+    const TemporaryFolder folder;
+    for (const char *named : {"tree", "node", "page"}) {
+        PdfBuilder builder;
+        const int tree = builder.reserve();
+        const int node = builder.reserve();
+        const int page = builder.add("<</Type/Page/Parent " + reference(node) + ">>");
+        const int other = builder.add("<</Type/Page/Parent " + reference(tree) + ">>");
+        builder.set(node,
+                    "<</Type/Pages/Count 1/Kids[" + reference(page) + "]/Parent " + reference(tree) + ">>");
+        builder.set(tree, "<</Type/Pages/Count 2/Kids[" + reference(node) + ' ' + reference(other) + "]>>");
+        const std::string name = named;
+        builder.addToCatalog("/Pages " + reference(name == "tree" ? tree : name == "node" ? node : page));
+        const auto document = opened(folder, builder.file());
+        ASSERT_TRUE(document) << named;
+        EXPECT_EQ(document->pageCount(), 2) << named;
+    }
+}
+
+TEST(Document, ContentThatIsJoinedIsBounded)
+{
+    QPDF file;
+    file.emptyPDF();
+    const std::vector<QPDFObjectHandle> streams{QPDFObjectHandle::newStream(&file, "0 0 m"),
+                                                QPDFObjectHandle::newStream(&file, "9 9 l S")};
+    const std::string joined = "0 0 m\n9 9 l S\n";
+    EXPECT_EQ(joinedContent(streams), joined);
+    EXPECT_EQ(joinedContent(streams, joined.size() - 1), joined);
+    EXPECT_THROW((void)joinedContent(streams, joined.size() - 2), std::length_error);
+    EXPECT_THROW((void)joinedContent(streams, 4), std::length_error);
+    EXPECT_EQ(joinedContent({}, 0), "");
 }
 
 TEST(Document, ANameThatIsNotUtf8IsOpened)
