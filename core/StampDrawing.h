@@ -2,6 +2,7 @@
 
 #include "core/Stamper.h"
 #include "pdf/copy/CopyWriter.h"
+#include "pdf/syntax/ContentStream.h"
 #include "pdf/text/ShapedLine.h"
 
 #include <span>
@@ -27,7 +28,7 @@ private:
     /// well in some readers, ends there.
     std::string_view lineBreak();
     /// Draws it, `down` points further below.
-    void appendBreak(double down, std::string &content);
+    void appendBreak(double down, pdf::ContentStream &content);
 
     const StampSettings *m_settings;
     pdf::CopyWriter *m_copy;

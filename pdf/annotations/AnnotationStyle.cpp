@@ -1,9 +1,8 @@
 #include "pdf/annotations/AnnotationStyle.h"
 
-#include "pdf/syntax/NumberFormat.h"
-
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 namespace tallyfold::pdf {
 
@@ -43,14 +42,6 @@ std::vector<double> numbersIn(QPDFObjectHandle array, int most)
     return numbers;
 }
 
-void appendNumbers(std::string &out, std::initializer_list<double> numbers)
-{
-    for (const double number : numbers) {
-        appendNumber(out, number);
-        out.push_back(' ');
-    }
-}
-
 BorderStyle borderStyleOf(QPDFObjectHandle annotation)
 {
     BorderStyle style;
@@ -85,40 +76,25 @@ BorderStyle borderStyleOf(QPDFObjectHandle annotation)
     return style;
 }
 
-std::string colorOperators(QPDFObjectHandle components, Paint paint)
+std::optional<DeviceColor> colorFrom(QPDFObjectHandle components)
 {
     const std::vector<double> values = numbersIn(components, 5);
-    const bool isStroke = paint == Paint::stroke;
-    std::string operators;
-    for (const double value : values) {
-        appendNumber(operators, std::clamp(value, 0.0, 1.0));
-        operators.push_back(' ');
+    if (values.size() != 1 && values.size() != 3 && values.size() != 4) {
+        return std::nullopt;
     }
-    switch (values.size()) {
-    case 1:
-        return operators + (isStroke ? "G " : "g ");
-    case 3:
-        return operators + (isStroke ? "RG " : "rg ");
-    case 4:
-        return operators + (isStroke ? "K " : "k ");
-    default:
-        return {};
-    }
+    DeviceColor color;
+    color.count = values.size();
+    std::transform(values.begin(), values.end(), color.components.begin(),
+                   [](double value) { return std::clamp(value, 0.0, 1.0); });
+    return color;
 }
 
-std::string lineOperators(const BorderStyle &style)
+void setLineStyle(ContentStream &content, const BorderStyle &style)
 {
-    std::string operators;
-    appendNumber(operators, style.width);
-    operators.append(" w ");
+    content.setLineWidth(style.width);
     if (!style.dashes.empty()) {
-        operators.push_back('[');
-        for (const double dash : style.dashes) {
-            appendNumbers(operators, {dash});
-        }
-        operators.append("] 0 d ");
+        content.setLineDash(style.dashes);
     }
-    return operators;
 }
 
 double opacityOf(QPDFObjectHandle annotation)

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "pdf/syntax/ContentStream.h"
+
 #include <qpdf/QPDFObjectHandle.hh>
 
-#include <string>
+#include <optional>
 #include <vector>
 
 namespace tallyfold::pdf {
@@ -19,23 +21,17 @@ struct BorderStyle {
 /// given.
 [[nodiscard]] BorderStyle borderStyleOf(QPDFObjectHandle annotation);
 
-/// Whether lines and areas are coloured.
-enum class Paint { stroke, fill };
+/// The colour whose components `components` holds: 1 for grey, 3 for RGB, 4 for CMYK; nothing for any other
+/// number of them.
+[[nodiscard]] std::optional<DeviceColor> colorFrom(QPDFObjectHandle components);
 
-/// The operators that choose the colour in `components` (none for transparent, 1 grey, 3 RGB, 4 CMYK), ended
-/// by a space; empty for no colour.
-[[nodiscard]] std::string colorOperators(QPDFObjectHandle components, Paint paint);
-
-/// The operators that choose the line width and dashes of `style`.
-[[nodiscard]] std::string lineOperators(const BorderStyle &style);
+/// Sets the line width and the dash pattern of `style`.
+void setLineStyle(ContentStream &content, const BorderStyle &style);
 
 /// The constant opacity `/CA` of `annotation`, 0…1.
 [[nodiscard]] double opacityOf(QPDFObjectHandle annotation);
 
 /// The numbers in `array`, at most `most`; empty when one is missing or not finite.
 [[nodiscard]] std::vector<double> numbersIn(QPDFObjectHandle array, int most = 100'000);
-
-/// Appends numbers, each followed by a space.
-void appendNumbers(std::string &out, std::initializer_list<double> numbers);
 
 } // namespace tallyfold::pdf

@@ -4,7 +4,10 @@
 #include "pdf/annotations/Shapes.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <initializer_list>
+#include <vector>
 
 namespace tallyfold::pdf {
 
@@ -13,47 +16,43 @@ namespace {
 /// A mark takes this part of the shorter side of its box.
 constexpr double partOfBox = 0.7;
 
-void appendStar(std::string &out, Point middle, double radius)
+void appendStar(ContentStream &content, Point middle, double radius)
 {
-    constexpr int points = 5;
+    constexpr std::size_t tips = 5;
     constexpr double pi = 3.14159265358979;
     constexpr double innerRadius = 0.382; // Where the sides of a five-pointed star cross.
-    for (int index = 0; index < 2 * points; ++index) {
-        const double angle = pi / 2 + index * pi / points;
+    std::array<Point, 2 * tips> corners;
+    for (std::size_t index = 0; index < corners.size(); ++index) {
+        const double angle = pi / 2 + static_cast<double>(index) * pi / tips;
         const double reach = index % 2 == 0 ? radius : radius * innerRadius;
-        const double x = middle.x + reach * std::cos(angle);
-        const double y = middle.y + reach * std::sin(angle);
-        index == 0 ? appendMoveTo(out, x, y) : appendLineTo(out, x, y);
+        corners[index] = {middle.x + reach * std::cos(angle), middle.y + reach * std::sin(angle)};
     }
-    out.append("h ");
+    appendPolygon(content, corners);
 }
 
 /// A polygon given in a square from -1 to 1, around `middle`.
-void appendScaled(std::string &out, Point middle, double half,
-                  std::initializer_list<std::pair<double, double>> corners)
+void appendScaled(ContentStream &content, Point middle, double half, std::initializer_list<Point> corners)
 {
-    bool isFirst = true;
-    for (const auto &[x, y] : corners) {
-        const Point corner{middle.x + x * half, middle.y + y * half};
-        isFirst ? appendMoveTo(out, corner.x, corner.y) : appendLineTo(out, corner.x, corner.y);
-        isFirst = false;
+    std::vector<Point> placed;
+    for (const Point corner : corners) {
+        placed.push_back({middle.x + corner.x * half, middle.y + corner.y * half});
     }
-    out.append("h ");
+    appendPolygon(content, placed);
 }
 
-void appendMark(std::string &out, ButtonMark mark, Point middle, double half)
+void appendMark(ContentStream &content, ButtonMark mark, Point middle, double half)
 {
     switch (mark) {
     case ButtonMark::check:
-        appendScaled(out, middle, half,
+        appendScaled(content, middle, half,
                      {{-1, -0.05}, {-0.7, 0.25}, {-0.3, -0.35}, {0.75, 1}, {1, 0.85}, {-0.25, -1}});
         break;
     case ButtonMark::disc:
-        appendEllipse(out, {middle.x - half * partOfBox, middle.y - half * partOfBox,
-                            middle.x + half * partOfBox, middle.y + half * partOfBox});
+        appendEllipse(content, {middle.x - half * partOfBox, middle.y - half * partOfBox,
+                                middle.x + half * partOfBox, middle.y + half * partOfBox});
         break;
     case ButtonMark::cross:
-        appendScaled(out, middle, half,
+        appendScaled(content, middle, half,
                      {{-1, -0.7},
                       {-0.3, 0},
                       {-1, 0.7},
@@ -68,16 +67,16 @@ void appendMark(std::string &out, ButtonMark mark, Point middle, double half)
                       {-0.7, -1}});
         break;
     case ButtonMark::diamond:
-        appendScaled(out, middle, half, {{-1, 0}, {0, 1}, {1, 0}, {0, -1}});
+        appendScaled(content, middle, half, {{-1, 0}, {0, 1}, {1, 0}, {0, -1}});
         break;
     case ButtonMark::square:
-        appendScaled(out, middle, half * partOfBox, {{-1, -1}, {-1, 1}, {1, 1}, {1, -1}});
+        appendScaled(content, middle, half * partOfBox, {{-1, -1}, {-1, 1}, {1, 1}, {1, -1}});
         break;
     case ButtonMark::star:
-        appendStar(out, middle, half);
+        appendStar(content, middle, half);
         break;
     }
-    out.append("f ");
+    content.fill();
 }
 
 } // namespace
@@ -121,7 +120,7 @@ QString buttonCaption(QPDFObjectHandle widget)
     return characteristics.isDictionary() ? fieldText(characteristics.getKey("/CA")) : QString();
 }
 
-void appendButtonMark(std::string &content, QPDFObjectHandle widget, const TextBox &box)
+void appendButtonMark(ContentStream &content, QPDFObjectHandle widget, const TextBox &box)
 {
     if (appearanceState(widget) == "/Off") {
         return;
@@ -131,9 +130,9 @@ void appendButtonMark(std::string &content, QPDFObjectHandle widget, const TextB
     if (half <= 0) {
         return;
     }
-    content.append("q ").append(box.color);
+    const auto state = content.saveGraphicsState();
+    content.setColor(Paint::fill, box.color);
     appendMark(content, buttonMark(widget), middle, half);
-    content.append("Q\n");
 }
 
 } // namespace tallyfold::pdf

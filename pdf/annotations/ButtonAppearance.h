@@ -6,8 +6,6 @@
 
 #include <QString>
 
-#include <string>
-
 namespace tallyfold::pdf {
 
 /// Whether a button field with the flags `/Ff` (PDF 1.7, table 226) is a push-button or one of a set of radio
@@ -26,6 +24,6 @@ enum class ButtonMark { check, disc, cross, diamond, square, star };
 [[nodiscard]] QString buttonCaption(QPDFObjectHandle widget);
 
 /// Appends the mark of `widget`, in the middle of the box, when the button is on.
-void appendButtonMark(std::string &content, QPDFObjectHandle widget, const TextBox &box);
+void appendButtonMark(ContentStream &content, QPDFObjectHandle widget, const TextBox &box);
 
 } // namespace tallyfold::pdf

@@ -1,7 +1,6 @@
 #include "pdf/annotations/ChoiceField.h"
 
 #include "pdf/annotations/AnnotationAppearance.h"
-#include "pdf/annotations/Shapes.h"
 #include "pdf/text/TextFonts.h"
 
 #include <QStringList>
@@ -15,6 +14,10 @@ namespace {
 
 /// More options than a page has room for are not looked at.
 constexpr int mostOptions = 10'000;
+
+/// The colour in which most programs mark what is chosen.
+constexpr DeviceColor highlight = DeviceColor::rgb(0.6, 0.75686, 0.8549);
+constexpr int highlightDecimals = 5;
 
 struct Option {
     QString value;
@@ -94,7 +97,7 @@ QString chosenText(QPDFObjectHandle widget)
     return texts.join(QStringLiteral(", "));
 }
 
-void appendOptions(std::string &content, QPDFObjectHandle widget, const TextBox &box, TextFonts &fonts)
+void appendOptions(ContentStream &content, QPDFObjectHandle widget, const TextBox &box, TextFonts &fonts)
 {
     constexpr double usualSize = 12;
     constexpr double leading = 1.15;
@@ -109,16 +112,15 @@ void appendOptions(std::string &content, QPDFObjectHandle widget, const TextBox 
         row.area.minY = row.area.maxY - row.size * leading;
         const Rect visible{row.area.minX, std::max(row.area.minY, box.area.minY), row.area.maxX,
                            row.area.maxY};
-        if (chosen[index]) { // The colour in which most programs mark what is chosen.
-            content.append("q 0.6 0.75686 0.8549 rg ");
-            appendRectangle(content, visible);
-            content.append("f Q\n");
+        if (chosen[index]) {
+            const auto state = content.saveGraphicsState();
+            content.setColor(Paint::fill, highlight, highlightDecimals).appendRectangle(visible).fill();
         }
-        content.append("q ");
-        appendRectangle(content, box.area);
-        content.append("W n ");
-        appendSingleLine(content, options[index].text, row, fonts);
-        content.append("Q\n");
+        {
+            const auto state = content.saveGraphicsState();
+            content.appendRectangle(box.area).setClippingPath().endPath();
+            appendSingleLine(content, options[index].text, row, fonts);
+        }
         row.area.maxY = row.area.minY;
     }
 }

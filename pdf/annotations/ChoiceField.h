@@ -6,8 +6,6 @@
 
 #include <QString>
 
-#include <string>
-
 namespace tallyfold::pdf {
 
 /// What a choice field (PDF 1.7, 12.7.4.4) shows for its value: the display text of the chosen option, or the
@@ -16,6 +14,6 @@ namespace tallyfold::pdf {
 [[nodiscard]] QString chosenText(QPDFObjectHandle widget);
 
 /// Appends the options of a list box, one to a line from the first one in view, the chosen ones marked.
-void appendOptions(std::string &content, QPDFObjectHandle widget, const TextBox &box, TextFonts &fonts);
+void appendOptions(ContentStream &content, QPDFObjectHandle widget, const TextBox &box, TextFonts &fonts);
 
 } // namespace tallyfold::pdf

@@ -81,7 +81,7 @@ double sizeOfLines(const QString &text, TextBox box, TextFonts &fonts)
     return box.size;
 }
 
-void appendText(std::string &content, const QString &text, TextBox box, long long flags,
+void appendText(ContentStream &content, const QString &text, TextBox box, long long flags,
                 long long mostCharacters, TextFonts &fonts)
 {
     const bool isComb = (flags & (combFlag | multilineFlag | passwordFlag)) == combFlag && mostCharacters > 0;
@@ -145,7 +145,8 @@ std::optional<GeneratedForm> fieldAppearance(QPDFObjectHandle widget, QPDFObject
     const bool isRound = type == "/Btn" && isRadioButton(flags) && buttonMark(widget) == ButtonMark::disc;
     const FieldBox field =
         fieldBoxOf(widget, *rect, isRound ? FieldOutline::circle : FieldOutline::rectangle);
-    std::string content = field.decoration;
+    std::string operators = field.decoration;
+    ContentStream content(operators);
     TextBox box = textBoxOf(widget, acroForm, field);
     if (type == "/Btn") {
         if (!isPushButton(flags)) {
@@ -159,7 +160,7 @@ std::optional<GeneratedForm> fieldAppearance(QPDFObjectHandle widget, QPDFObject
     } else if (const QString text = shownText(widget, type); !text.isEmpty()) {
         appendText(content, text, box, type == "/Tx" ? flags : 0, integerOf(widget, "/MaxLen"), fonts);
     }
-    return GeneratedForm{content,
+    return GeneratedForm{operators,
                          {0, 0, field.size.width, field.size.height},
                          field.matrix,
                          QPDFObjectHandle::newDictionary(),

@@ -3,6 +3,8 @@
 #include "pdf/annotations/Shapes.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 namespace tallyfold::pdf {
 
@@ -39,26 +41,28 @@ bool isThick(const BorderStyle &border)
 }
 
 /// The two lit and shaded edges that make a box stand out or lie deeper.
-void appendEdges(std::string &out, Size size, const BorderStyle &border)
+void appendEdges(ContentStream &content, Size size, const BorderStyle &border)
 {
     const double outer = border.width;
     const double inner = 2 * border.width;
     const bool isBeveled = border.kind == Kind::beveled;
-    out.append(isBeveled ? "1 g " : "0.5 g ");
-    appendPolygon(out, {{outer, outer},
-                        {outer, size.height - outer},
-                        {size.width - outer, size.height - outer},
-                        {size.width - inner, size.height - inner},
-                        {inner, size.height - inner},
-                        {inner, inner}});
-    out.append(isBeveled ? "f 0.5 g " : "f 0.75 g ");
-    appendPolygon(out, {{size.width - outer, size.height - outer},
-                        {size.width - outer, outer},
-                        {outer, outer},
-                        {inner, inner},
-                        {size.width - inner, inner},
-                        {size.width - inner, size.height - inner}});
-    out.append("f ");
+    const std::array<Point, 6> upper{{{outer, outer},
+                                      {outer, size.height - outer},
+                                      {size.width - outer, size.height - outer},
+                                      {size.width - inner, size.height - inner},
+                                      {inner, size.height - inner},
+                                      {inner, inner}}};
+    const std::array<Point, 6> lower{{{size.width - outer, size.height - outer},
+                                      {size.width - outer, outer},
+                                      {outer, outer},
+                                      {inner, inner},
+                                      {size.width - inner, inner},
+                                      {size.width - inner, size.height - inner}}};
+    content.setColor(Paint::fill, DeviceColor::gray(isBeveled ? 1 : 0.5));
+    appendPolygon(content, upper);
+    content.fill().setColor(Paint::fill, DeviceColor::gray(isBeveled ? 0.5 : 0.75));
+    appendPolygon(content, lower);
+    content.fill();
 }
 
 /// The square in the middle of an area, which a circle fills.
@@ -69,20 +73,44 @@ Rect middleSquare(Size size, double inset)
             size.height / 2 + radius};
 }
 
-void appendBorder(std::string &out, Size size, const BorderStyle &border, FieldOutline outline)
+void appendBorder(ContentStream &content, Size size, const BorderStyle &border, FieldOutline outline)
 {
     const double half = border.width / 2;
     if (outline == FieldOutline::circle) {
-        appendEllipse(out, middleSquare(size, half));
+        appendEllipse(content, middleSquare(size, half));
     } else if (border.kind == Kind::underline) {
-        appendNumbers(out, {0, half});
-        out.append("m ");
-        appendNumbers(out, {size.width, half});
-        out.append("l ");
+        content.beginSubpath({0, half}).appendLine({size.width, half});
     } else {
-        appendRectangle(out, {half, half, size.width - half, size.height - half});
+        content.appendRectangle({half, half, size.width - half, size.height - half});
     }
-    out.append("S ");
+    content.stroke();
+}
+
+/// Draws background and border, and takes the width from a border that is not drawn.
+void decorate(FieldBox &box, const std::optional<DeviceColor> &background,
+              const std::optional<DeviceColor> &color, FieldOutline outline)
+{
+    ContentStream content(box.decoration);
+    const auto state = content.saveGraphicsState();
+    if (background) {
+        content.setColor(Paint::fill, *background);
+        if (outline == FieldOutline::circle) {
+            appendEllipse(content, middleSquare(box.size, 0));
+        } else {
+            content.appendRectangle({0, 0, box.size.width, box.size.height});
+        }
+        content.fill();
+    }
+    if (isThick(box.border) && outline == FieldOutline::rectangle) {
+        appendEdges(content, box.size, box.border);
+    }
+    if (color && box.border.width > 0) {
+        content.setColor(Paint::stroke, *color);
+        setLineStyle(content, box.border);
+        appendBorder(content, box.size, box.border, outline);
+    } else if (!isThick(box.border)) {
+        box.border.width = 0;
+    }
 }
 
 } // namespace
@@ -105,29 +133,7 @@ FieldBox fieldBoxOf(QPDFObjectHandle widget, const Rect &rect, FieldOutline outl
     box.matrix = matrixOf(turn, box.size);
     box.border = borderStyleOf(widget);
 
-    const std::string background = colorOperators(entry("/BG"), Paint::fill);
-    const std::string color = colorOperators(entry("/BC"), Paint::stroke);
-    std::string &out = box.decoration;
-    out.append("q ");
-    if (!background.empty()) {
-        out.append(background);
-        if (outline == FieldOutline::circle) {
-            appendEllipse(out, middleSquare(box.size, 0));
-        } else {
-            appendRectangle(out, {0, 0, box.size.width, box.size.height});
-        }
-        out.append("f ");
-    }
-    if (isThick(box.border) && outline == FieldOutline::rectangle) {
-        appendEdges(out, box.size, box.border);
-    }
-    if (!color.empty() && box.border.width > 0) {
-        out.append(color).append(lineOperators(box.border));
-        appendBorder(out, box.size, box.border, outline);
-    } else if (!isThick(box.border)) {
-        box.border.width = 0;
-    }
-    out.append("Q\n");
+    decorate(box, colorFrom(entry("/BG")), colorFrom(entry("/BC")), outline);
     return box;
 }
 

@@ -1,6 +1,5 @@
 #include "pdf/annotations/FieldText.h"
 
-#include "pdf/annotations/AnnotationStyle.h"
 #include "pdf/text/Graphemes.h"
 #include "pdf/text/TextFonts.h"
 #include "pdf/text/TextItems.h"
@@ -48,11 +47,10 @@ QString postScriptName(const std::string &name)
     return QString::fromStdString(name.starts_with('/') ? name.substr(1) : name);
 }
 
-void beginClipped(std::string &content, const TextBox &box)
+/// Clips what follows to the box, and gives it the colour of the box.
+void clipTo(ContentStream &content, const TextBox &box)
 {
-    content.append("q ");
-    appendNumbers(content, {box.area.minX, box.area.minY, box.area.width(), box.area.height()});
-    content.append("re W n ").append(box.color);
+    content.appendRectangle(box.area).setClippingPath().endPath().setColor(Paint::fill, box.color);
 }
 
 double startOf(double width, const TextBox &box)
@@ -134,13 +132,12 @@ DefaultAppearance parseDefaultAppearance(const std::string &text)
                 appearance.size = 0;
             }
         } else if (components > 0 && operands.size() >= components) {
-            appearance.color.clear();
-            for (std::size_t fromEnd = components; fromEnd > 0; --fromEnd) {
-                const double component = number(fromEnd);
-                appendNumbers(appearance.color,
-                              {std::isfinite(component) ? std::clamp(component, 0.0, 1.0) : 0});
+            appearance.color = {{}, components};
+            for (std::size_t index = 0; index < components; ++index) {
+                const double component = number(components - index);
+                appearance.color.components[index] =
+                    std::isfinite(component) ? std::clamp(component, 0.0, 1.0) : 0;
             }
-            appearance.color.append(word).push_back(' ');
         } else {
             operands.push_back(word);
             continue;
@@ -174,9 +171,10 @@ QString fontNamed(const std::string &fontName, QPDFObjectHandle resources)
     return QStringLiteral("Helvetica");
 }
 
-void appendWrappedText(std::string &content, const QString &text, const TextBox &box, TextFonts &fonts)
+void appendWrappedText(ContentStream &content, const QString &text, const TextBox &box, TextFonts &fonts)
 {
-    beginClipped(content, box);
+    const auto state = content.saveGraphicsState();
+    clipTo(content, box);
     double y = box.area.maxY - box.padding;
     for (const ShapedLine &line : wrapped(text, box, fonts)) {
         if (y < box.area.minY) {
@@ -185,7 +183,6 @@ void appendWrappedText(std::string &content, const QString &text, const TextBox 
         fonts.show(line, startOf(line.width, box), y - line.ascent, content);
         y -= line.ascent + line.descent;
     }
-    content.append("Q\n");
 }
 
 double heightOfWrappedText(const QString &text, const TextBox &box, TextFonts &fonts)
@@ -197,18 +194,19 @@ double heightOfWrappedText(const QString &text, const TextBox &box, TextFonts &f
     return height;
 }
 
-void appendSingleLine(std::string &content, const QString &text, const TextBox &box, TextFonts &fonts)
+void appendSingleLine(ContentStream &content, const QString &text, const TextBox &box, TextFonts &fonts)
 {
-    beginClipped(content, box);
+    const auto state = content.saveGraphicsState();
+    clipTo(content, box);
     const ShapedLine line = fonts.shape(text, box.fontName, box.size);
     const double baseline = (box.area.minY + box.area.maxY) / 2 - middleToBaseline * box.size;
     fonts.show(line, startOf(line.width, box), baseline, content);
-    content.append("Q\n");
 }
 
-void appendComb(std::string &content, const QString &text, int cells, const TextBox &box, TextFonts &fonts)
+void appendComb(ContentStream &content, const QString &text, int cells, const TextBox &box, TextFonts &fonts)
 {
-    beginClipped(content, box);
+    const auto state = content.saveGraphicsState();
+    clipTo(content, box);
     const double cell = box.area.width() / cells;
     const double baseline = (box.area.minY + box.area.maxY) / 2 - middleToBaseline * box.size;
     const std::vector<qsizetype> characters = graphemeBoundaries(text, 0, text.size());
@@ -218,7 +216,6 @@ void appendComb(std::string &content, const QString &text, int cells, const Text
         const double x = box.area.minX + cell * static_cast<double>(index) + (cell - line.width) / 2;
         fonts.show(line, x, baseline, content);
     }
-    content.append("Q\n");
 }
 
 } // namespace tallyfold::pdf

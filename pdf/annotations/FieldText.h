@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/syntax/Geometry.h"
+#include "pdf/syntax/ContentStream.h"
 
 #include <qpdf/QPDFObjectHandle.hh>
 
@@ -18,16 +18,15 @@ class TextFonts;
 
 /// What a default appearance string asks for (PDF 1.7, 12.7.3.3).
 struct DefaultAppearance {
-    std::string fontName;       ///< Name of the font resource, with its slash; empty when there is none.
-    double size = 0;            ///< Points; 0 for a size that fits.
-    std::string color = "0 g "; ///< The operators that choose the text's colour.
+    std::string fontName; ///< Name of the font resource, with its slash; empty when there is none.
+    double size = 0;      ///< Points; 0 for a size that fits.
+    DeviceColor color;
 };
 
 [[nodiscard]] DefaultAppearance parseDefaultAppearance(const std::string &text);
 
 /// The PostScript name of the font that the resource name `fontName` stands for in the resources `resources`
-/// (a form's
-/// `/DR`); the customary meaning of the name where they do not say.
+/// (a form's `/DR`); the customary meaning of the name where they do not say.
 [[nodiscard]] QString fontNamed(const std::string &fontName, QPDFObjectHandle resources);
 
 /// Where and how text is set.
@@ -37,19 +36,19 @@ struct TextBox {
     int quadding = 0;   ///< 0 left, 1 centred, 2 right.
     double size = 12;   ///< Points.
     QString fontName;   ///< PostScript name.
-    std::string color = "0 g ";
+    DeviceColor color;
 };
 
 /// Appends `text` in lines that fit the width of the box, from its top, clipped to it.
-void appendWrappedText(std::string &content, const QString &text, const TextBox &box, TextFonts &fonts);
+void appendWrappedText(ContentStream &content, const QString &text, const TextBox &box, TextFonts &fonts);
 
 /// Height in points that `text` takes when it is set in the box.
 [[nodiscard]] double heightOfWrappedText(const QString &text, const TextBox &box, TextFonts &fonts);
 
 /// Appends `text` as one line, in the middle of the height of the box, clipped to it.
-void appendSingleLine(std::string &content, const QString &text, const TextBox &box, TextFonts &fonts);
+void appendSingleLine(ContentStream &content, const QString &text, const TextBox &box, TextFonts &fonts);
 
 /// Appends `text` one character to a cell, the width of the box divided into `cells`.
-void appendComb(std::string &content, const QString &text, int cells, const TextBox &box, TextFonts &fonts);
+void appendComb(ContentStream &content, const QString &text, int cells, const TextBox &box, TextFonts &fonts);
 
 } // namespace tallyfold::pdf

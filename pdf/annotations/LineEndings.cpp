@@ -1,11 +1,12 @@
 #include "pdf/annotations/LineEndings.h"
 
-#include "pdf/annotations/AnnotationStyle.h"
+#include "pdf/annotations/Shapes.h"
 
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
 #include <span>
+#include <vector>
 
 namespace tallyfold::pdf {
 
@@ -14,17 +15,22 @@ namespace {
 enum class Shape { open, closed };
 
 /// Draws through `points`, given along the line (x away from its end, back toward its start) and across it.
-void appendShape(std::string &out, std::span<const Point> points, const Matrix &place, Shape shape,
+void appendShape(ContentStream &content, std::span<const Point> points, const Matrix &place, Shape shape,
                  bool isFilled)
 {
-    const char *step = "m ";
-    for (const Point &point : points) {
-        const Point placed = transform(place, point);
-        appendNumbers(out, {placed.x, placed.y});
-        out.append(step);
-        step = "l ";
+    std::vector<Point> placed;
+    for (const Point point : points) {
+        placed.push_back(transform(place, point));
     }
-    out.append(shape == Shape::open ? "S\n" : isFilled ? "b\n" : "s\n");
+    appendPolyline(content, placed);
+    if (shape == Shape::open) {
+        content.stroke();
+    } else if (isFilled) {
+        content.closeFillAndStroke();
+    } else {
+        content.closeAndStroke();
+    }
+    content.endLine();
 }
 
 } // namespace
@@ -43,8 +49,8 @@ double lineEndingSize(double lineWidth)
     return 6 * std::max(lineWidth, 1.0);
 }
 
-void appendLineEnding(std::string &out, const std::string &name, Point end, Point from, double lineWidth,
-                      bool isFilled)
+void appendLineEnding(ContentStream &content, const std::string &name, Point end, Point from,
+                      double lineWidth, bool isFilled)
 {
     const double length = std::hypot(from.x - end.x, from.y - end.y);
     if (length == 0 || name == "/None") {
@@ -56,7 +62,7 @@ void appendLineEnding(std::string &out, const std::string &name, Point end, Poin
     const double size = lineEndingSize(lineWidth);
     const double half = size / 2;
     const auto draw = [&](std::initializer_list<Point> points, Shape shape) {
-        appendShape(out, std::span(points.begin(), points.size()), place, shape, isFilled);
+        appendShape(content, std::span(points.begin(), points.size()), place, shape, isFilled);
     };
     if (name == "/OpenArrow") {
         draw({{size, half}, {0, 0}, {size, -half}}, Shape::open);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/syntax/Geometry.h"
+#include "pdf/syntax/ContentStream.h"
 
 #include <qpdf/QPDFObjectHandle.hh>
 
@@ -17,7 +17,7 @@ namespace tallyfold::pdf {
 
 /// Appends the operators that draw the ending `name` at `end` of a line that comes from `from`, in the
 /// colours already chosen; closed shapes are filled where `isFilled`.
-void appendLineEnding(std::string &out, const std::string &name, Point end, Point from, double lineWidth,
-                      bool isFilled);
+void appendLineEnding(ContentStream &content, const std::string &name, Point end, Point from,
+                      double lineWidth, bool isFilled);
 
 } // namespace tallyfold::pdf

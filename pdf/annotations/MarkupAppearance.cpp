@@ -3,7 +3,6 @@
 #include "pdf/annotations/FieldText.h"
 #include "pdf/annotations/MarkupForm.h"
 #include "pdf/annotations/ShapeMarkup.h"
-#include "pdf/annotations/Shapes.h"
 #include "pdf/annotations/TextMarkup.h"
 #include "pdf/source/PageGeometry.h"
 
@@ -21,21 +20,21 @@ std::optional<GeneratedForm> freeText(QPDFObjectHandle annotation, TextFonts &fo
         return std::nullopt;
     }
     const BorderStyle border = borderStyleOf(annotation);
-    const std::string fill = colorOperators(annotation.getKey("/C"), Paint::fill);
-    std::string content = fill;
-    if (!fill.empty()) {
-        appendRectangle(content, *rect);
-        content.append("f\n");
+    std::string operators;
+    ContentStream content(operators);
+    if (const auto background = colorFrom(annotation.getKey("/C"))) {
+        content.setColor(Paint::fill, *background).appendRectangle(*rect).fill().endLine();
     }
     QPDFObjectHandle appearance = annotation.getKey("/DA");
     const DefaultAppearance style =
         parseDefaultAppearance(appearance.isString() ? appearance.getStringValue() : std::string());
     if (border.width > 0) {
         const double half = border.width / 2;
-        content.append("q 0 G ").append(lineOperators(border));
-        appendRectangle(content,
-                        {rect->minX + half, rect->minY + half, rect->maxX - half, rect->maxY - half});
-        content.append("S Q\n");
+        const auto state = content.saveGraphicsState();
+        content.setColor(Paint::stroke, DeviceColor::gray(0));
+        setLineStyle(content, border);
+        content.appendRectangle({rect->minX + half, rect->minY + half, rect->maxX - half, rect->maxY - half})
+            .stroke();
     }
     TextBox box{*rect,
                 border.width + 2,
@@ -45,10 +44,11 @@ std::optional<GeneratedForm> freeText(QPDFObjectHandle annotation, TextFonts &fo
                 style.color};
     QPDFObjectHandle quadding = annotation.getKey("/Q");
     box.quadding = quadding.isInteger() ? static_cast<int>(std::clamp(quadding.getIntValue(), 0LL, 2LL)) : 0;
-    content.append("q ");
-    appendWrappedText(content, text, box, fonts);
-    content.append("Q\n");
-    GeneratedForm form = markupForm(annotation, content, *rect);
+    {
+        const auto state = content.saveGraphicsState();
+        appendWrappedText(content, text, box, fonts);
+    }
+    GeneratedForm form = markupForm(annotation, operators, *rect);
     form.usesTextFonts = !text.isEmpty();
     return form;
 }
@@ -63,15 +63,18 @@ std::optional<GeneratedForm> note(QPDFObjectHandle annotation)
     constexpr double width = 18;
     constexpr double height = 20;
     const Rect sheet{rect->minX, rect->maxY - height, rect->minX + width, rect->maxY};
-    std::string content = colorOr(annotation, "/C", Paint::fill, "1 1 0.6 rg ") + "0.3 G 1 w ";
-    appendRectangle(content, {sheet.minX + 1, sheet.minY + 1, sheet.maxX - 1, sheet.maxY - 1});
-    content.append("B\n");
+    constexpr DeviceColor paleYellow = DeviceColor::rgb(1, 1, 0.6);
+    std::string operators;
+    ContentStream content(operators);
+    content.setColor(Paint::fill, colorOr(annotation, "/C", paleYellow));
+    content.setColor(Paint::stroke, DeviceColor::gray(0.3)).setLineWidth(1);
+    content.appendRectangle({sheet.minX + 1, sheet.minY + 1, sheet.maxX - 1, sheet.maxY - 1});
+    content.fillAndStroke().endLine();
     for (const double below : {5.0, 9.0, 13.0}) {
-        appendMoveTo(content, sheet.minX + 4, sheet.maxY - below);
-        appendLineTo(content, sheet.maxX - 4, sheet.maxY - below);
-        content.append("S\n");
+        content.beginSubpath({sheet.minX + 4, sheet.maxY - below});
+        content.appendLine({sheet.maxX - 4, sheet.maxY - below}).stroke().endLine();
     }
-    return markupForm(annotation, content, sheet);
+    return markupForm(annotation, operators, sheet);
 }
 
 } // namespace

@@ -19,6 +19,12 @@ Rect Extent::with(double room) const
     return {m_bounds.minX - room, m_bounds.minY - room, m_bounds.maxX + room, m_bounds.maxY + room};
 }
 
+namespace {
+
+constexpr std::string_view stateName = "/S";
+
+} // namespace
+
 GeneratedForm markupForm(QPDFObjectHandle annotation, const std::string &content, const Rect &bounds,
                          Blending blending)
 {
@@ -26,7 +32,7 @@ GeneratedForm markupForm(QPDFObjectHandle annotation, const std::string &content
     {
         DictionaryWriter resources(syntax);
         DictionaryWriter states = resources.dictionary("/ExtGState");
-        DictionaryWriter state = states.dictionary("/S");
+        DictionaryWriter state = states.dictionary(stateName);
         const double opacity = opacityOf(annotation);
         state.number("/CA", opacity);
         state.number("/ca", opacity);
@@ -34,13 +40,14 @@ GeneratedForm markupForm(QPDFObjectHandle annotation, const std::string &content
             state.name("/BM", "/Multiply");
         }
     }
-    return {"/S gs " + content, bounds, {}, QPDFObjectHandle::parse(syntax), false};
+    std::string operators;
+    ContentStream(operators).setGraphicsState(stateName).append(content);
+    return {operators, bounds, {}, QPDFObjectHandle::parse(syntax), false};
 }
 
-std::string colorOr(QPDFObjectHandle annotation, const char *key, Paint paint, const char *otherwise)
+DeviceColor colorOr(QPDFObjectHandle annotation, const char *key, const DeviceColor &otherwise)
 {
-    const std::string color = colorOperators(annotation.getKey(key), paint);
-    return color.empty() ? otherwise : color;
+    return colorFrom(annotation.getKey(key)).value_or(otherwise);
 }
 
 } // namespace tallyfold::pdf

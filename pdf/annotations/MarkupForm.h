@@ -30,8 +30,7 @@ enum class Blending { normal, multiply };
 [[nodiscard]] GeneratedForm markupForm(QPDFObjectHandle annotation, const std::string &content,
                                        const Rect &bounds, Blending blending = Blending::normal);
 
-/// The operators that choose the colour under `key` of `annotation`, or `otherwise` when it has none.
-[[nodiscard]] std::string colorOr(QPDFObjectHandle annotation, const char *key, Paint paint,
-                                  const char *otherwise);
+/// The colour under `key` of `annotation`, or `otherwise` when it has none.
+[[nodiscard]] DeviceColor colorOr(QPDFObjectHandle annotation, const char *key, const DeviceColor &otherwise);
 
 } // namespace tallyfold::pdf

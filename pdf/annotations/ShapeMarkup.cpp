@@ -11,10 +11,31 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// The operator that paints a closed path; empty when there is nothing to paint it with.
-const char *closedPaint(bool isFilled, bool isStroked)
+/// Paints the path and ends the line.
+void paintPath(ContentStream &content, bool isFilled, bool isStroked)
 {
-    return isFilled ? (isStroked ? "B\n" : "f\n") : (isStroked ? "S\n" : "n\n");
+    if (isFilled && isStroked) {
+        content.fillAndStroke();
+    } else if (isFilled) {
+        content.fill();
+    } else if (isStroked) {
+        content.stroke();
+    } else {
+        content.endPath();
+    }
+    content.endLine();
+}
+
+/// Sets the colours of `annotation` and its line style; gives whether it has a colour for areas.
+bool setStyle(ContentStream &content, QPDFObjectHandle annotation, const BorderStyle &border)
+{
+    const std::optional<DeviceColor> interior = colorFrom(annotation.getKey("/IC"));
+    if (interior) {
+        content.setColor(Paint::fill, *interior);
+    }
+    content.setColor(Paint::stroke, colorOr(annotation, "/C", DeviceColor::gray(0)));
+    setLineStyle(content, border);
+    return interior.has_value();
 }
 
 std::optional<GeneratedForm> squareOrCircle(QPDFObjectHandle annotation, bool isSquare)
@@ -35,73 +56,85 @@ std::optional<GeneratedForm> squareOrCircle(QPDFObjectHandle annotation, bool is
     if (path.width() <= 0 || path.height() <= 0) {
         return std::nullopt;
     }
-    const std::string fill = colorOperators(annotation.getKey("/IC"), Paint::fill);
-    std::string content = fill + colorOr(annotation, "/C", Paint::stroke, "0 G ") + lineOperators(border);
+    std::string operators;
+    ContentStream content(operators);
+    const bool isFilled = setStyle(content, annotation, border);
     if (isSquare) {
-        appendRectangle(content, path);
+        content.appendRectangle(path);
     } else {
         appendEllipse(content, path);
     }
-    content.append(closedPaint(!fill.empty(), border.width > 0));
-    return markupForm(annotation, content, outer);
+    paintPath(content, isFilled, border.width > 0);
+    return markupForm(annotation, operators, outer);
 }
 
-/// Appends lines from point to point, of coordinates in pairs.
-void appendPolyline(std::string &out, const std::vector<double> &coordinates, Extent &extent)
+/// The points whose coordinates `array` holds in pairs.
+std::vector<Point> pointsIn(QPDFObjectHandle array)
 {
+    const std::vector<double> coordinates = numbersIn(array);
+    std::vector<Point> points;
     for (std::size_t at = 0; at + 2 <= coordinates.size(); at += 2) {
-        extent.add(coordinates[at], coordinates[at + 1]);
-        if (at == 0) {
-            appendMoveTo(out, coordinates[at], coordinates[at + 1]);
-        } else {
-            appendLineTo(out, coordinates[at], coordinates[at + 1]);
-        }
+        points.push_back({coordinates[at], coordinates[at + 1]});
+    }
+    return points;
+}
+
+void addTo(Extent &extent, const std::vector<Point> &points)
+{
+    for (const Point point : points) {
+        extent.add(point.x, point.y);
     }
 }
 
 std::optional<GeneratedForm> lineOrPolygon(QPDFObjectHandle annotation, const std::string &subtype)
 {
-    const std::vector<double> points = numbersIn(annotation.getKey(subtype == "/Line" ? "/L" : "/Vertices"));
-    if (points.size() < 4) {
+    const std::vector<Point> points = pointsIn(annotation.getKey(subtype == "/Line" ? "/L" : "/Vertices"));
+    if (points.size() < 2) {
         return std::nullopt;
     }
     const BorderStyle border = borderStyleOf(annotation);
     const bool isClosed = subtype == "/Polygon";
-    const std::string fill = colorOperators(annotation.getKey("/IC"), Paint::fill);
-    std::string content = fill + colorOr(annotation, "/C", Paint::stroke, "0 G ") + lineOperators(border);
+    std::string operators;
+    ContentStream content(operators);
+    const bool isFilled = setStyle(content, annotation, border);
     Extent extent;
-    appendPolyline(content, points, extent);
+    addTo(extent, points);
     if (isClosed) {
-        content.append("h ").append(closedPaint(!fill.empty(), border.width > 0));
+        appendPolygon(content, points);
+        paintPath(content, isFilled, border.width > 0);
     } else {
-        content.append(border.width > 0 ? "S\n" : "n\n");
-        const std::size_t last = points.size() / 2 * 2 - 2;
+        appendPolyline(content, points);
+        paintPath(content, false, border.width > 0);
         QPDFObjectHandle endings = annotation.getKey("/LE");
-        appendLineEnding(content, endingAt(endings, 0), {points[0], points[1]}, {points[2], points[3]},
-                         border.width, !fill.empty());
-        appendLineEnding(content, endingAt(endings, 1), {points[last], points[last + 1]},
-                         {points[last - 2], points[last - 1]}, border.width, !fill.empty());
+        appendLineEnding(content, endingAt(endings, 0), points[0], points[1], border.width, isFilled);
+        appendLineEnding(content, endingAt(endings, 1), points.back(), points[points.size() - 2],
+                         border.width, isFilled);
     }
-    return markupForm(annotation, content, extent.with(lineEndingSize(border.width) + border.width));
+    return markupForm(annotation, operators, extent.with(lineEndingSize(border.width) + border.width));
 }
 
 std::optional<GeneratedForm> ink(QPDFObjectHandle annotation)
 {
     QPDFObjectHandle strokes = annotation.getKey("/InkList");
     const BorderStyle border = borderStyleOf(annotation);
-    std::string content =
-        colorOr(annotation, "/C", Paint::stroke, "0 G ") + lineOperators(border) + "1 J 1 j ";
+    std::string operators;
+    ContentStream content(operators);
+    content.setColor(Paint::stroke, colorOr(annotation, "/C", DeviceColor::gray(0)));
+    setLineStyle(content, border);
+    content.setLineCap(LineCap::round).setLineJoin(LineJoin::round);
     Extent extent;
     bool hasAny = false;
     for (int stroke = 0, count = strokes.isArray() ? strokes.getArrayNItems() : 0; stroke < count; ++stroke) {
-        const std::vector<double> points = numbersIn(strokes.getArrayItem(stroke));
-        if (points.size() >= 2) {
-            appendPolyline(content, points, extent);
-            content.append("S\n");
+        const std::vector<Point> points = pointsIn(strokes.getArrayItem(stroke));
+        if (!points.empty()) {
+            addTo(extent, points);
+            appendPolyline(content, points);
+            content.stroke().endLine();
             hasAny = true;
         }
     }
-    return hasAny ? std::optional(markupForm(annotation, content, extent.with(border.width))) : std::nullopt;
+    return hasAny ? std::optional(markupForm(annotation, operators, extent.with(border.width)))
+                  : std::nullopt;
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "pdf/annotations/TextMarkup.h"
 
 #include "pdf/annotations/MarkupForm.h"
-#include "pdf/annotations/Shapes.h"
 
 #include <algorithm>
 #include <array>
@@ -22,8 +21,13 @@ std::optional<GeneratedForm> textMarkup(QPDFObjectHandle annotation, const std::
         return std::nullopt;
     }
     const bool isHighlight = subtype == "/Highlight";
-    std::string content = isHighlight ? colorOr(annotation, "/C", Paint::fill, "1 1 0 rg ")
-                                      : colorOr(annotation, "/C", Paint::stroke, "0 G ");
+    std::string operators;
+    ContentStream content(operators);
+    if (isHighlight) {
+        content.setColor(Paint::fill, colorOr(annotation, "/C", DeviceColor::rgb(1, 1, 0)));
+    } else {
+        content.setColor(Paint::stroke, colorOr(annotation, "/C", DeviceColor::gray(0)));
+    }
     Extent extent;
     double tallest = 0;
     for (std::size_t at = 0; at + 8 <= points.size(); at += 8) {
@@ -37,34 +41,30 @@ std::optional<GeneratedForm> textMarkup(QPDFObjectHandle annotation, const std::
         tallest = std::max(tallest, height);
         if (isHighlight) { // With ends bulging by a quarter of the height, as of a marker pen.
             const double bulge = std::abs(y1 - y3) / 4;
-            appendMoveTo(content, x3, y3);
-            appendNumbers(content, {x3 - bulge, y3 + bulge, x1 - bulge, y1 - bulge, x1, y1});
-            content.append("c ");
-            appendLineTo(content, x2, y2);
-            appendNumbers(content, {x2 + bulge, y2 - bulge, x4 + bulge, y4 + bulge, x4, y4});
-            content.append("c f\n");
+            content.beginSubpath({x3, y3});
+            content.appendCurve({x3 - bulge, y3 + bulge}, {x1 - bulge, y1 - bulge}, {x1, y1});
+            content.appendLine({x2, y2});
+            content.appendCurve({x2 + bulge, y2 - bulge}, {x4 + bulge, y4 + bulge}, {x4, y4}).fill();
         } else if (subtype == "/Underline") {
-            appendMoveTo(content, x3, y3);
-            appendLineTo(content, x4, y4);
-            content.append("S\n");
+            content.beginSubpath({x3, y3}).appendLine({x4, y4}).stroke();
         } else if (subtype == "/StrikeOut") {
-            appendMoveTo(content, (x1 + x3) / 2, (y1 + y3) / 2);
-            appendLineTo(content, (x2 + x4) / 2, (y2 + y4) / 2);
-            content.append("S\n");
+            content.beginSubpath({(x1 + x3) / 2, (y1 + y3) / 2});
+            content.appendLine({(x2 + x4) / 2, (y2 + y4) / 2}).stroke();
         } else {
             constexpr double step = 2;
             const double length = std::hypot(x4 - x3, y4 - y3);
             const int steps = static_cast<int>(std::clamp(length / step, 1.0, 2000.0));
-            appendMoveTo(content, x3, y3);
+            content.beginSubpath({x3, y3});
             for (int index = 1; index <= steps; ++index) {
                 const double along = static_cast<double>(index) / steps;
-                appendLineTo(content, x3 + (x4 - x3) * along,
-                             y3 + (y4 - y3) * along + (index % 2 == 1 ? step : 0));
+                content.appendLine(
+                    {x3 + (x4 - x3) * along, y3 + (y4 - y3) * along + (index % 2 == 1 ? step : 0)});
             }
-            content.append("S\n");
+            content.stroke();
         }
+        content.endLine();
     }
-    return markupForm(annotation, content, extent.with(tallest / 4 + 2),
+    return markupForm(annotation, operators, extent.with(tallest / 4 + 2),
                       isHighlight ? Blending::multiply : Blending::normal);
 }
 

@@ -14,6 +14,8 @@ namespace {
 using spelling::compressed;
 using spelling::dataEnd;
 using spelling::dataStart;
+using spelling::dictionaryEnd;
+using spelling::dictionaryStart;
 using spelling::objectStart;
 using spelling::referenceEnd;
 using spelling::rowLength;
@@ -103,7 +105,7 @@ std::optional<Node> nodeIn(std::string_view object)
 {
     Cursor cursor(object);
     Node node;
-    if (!cursor.take("<</Type/Pages")) {
+    if (!cursor.take(dictionaryStart) || !cursor.take("/Type/Pages")) {
         return std::nullopt;
     }
     if (cursor.take("/Parent ")) {
@@ -121,7 +123,7 @@ std::optional<Node> nodeIn(std::string_view object)
         return std::nullopt;
     }
     node.pages = cursor.number().value_or(0);
-    return cursor.take(">>") ? std::optional(node) : std::nullopt;
+    return cursor.take(dictionaryEnd) ? std::optional(node) : std::nullopt;
 }
 
 } // namespace
@@ -138,16 +140,17 @@ bool CopyProof::holds(const files::WrittenFile &file, std::int64_t pages)
         return false;
     }
     Cursor catalog(object(*root));
-    const auto topNode = catalog.take("<</Type/Catalog/Pages ") ? catalog.reference() : std::nullopt;
+    const auto topNode = catalog.take(dictionaryStart) && catalog.take("/Type/Catalog/Pages ")
+                             ? catalog.reference()
+                             : std::nullopt;
     return topNode && hasLastPage(*topNode, static_cast<std::uint64_t>(pages));
 }
 
 bool CopyProof::readEnd()
 {
-    constexpr std::string_view header = "%PDF-1.7\n";
     const bool isRead = m_file->readEnd(endSize, m_end);
     m_endStart = m_file->size() - m_end.size();
-    return isRead && view(0, header.size()) == header;
+    return isRead && view(0, spelling::fileStart.size()) == spelling::fileStart;
 }
 
 std::string_view CopyProof::view(std::uint64_t offset, std::uint64_t length)
@@ -175,7 +178,7 @@ std::optional<CopyProof::Stream> CopyProof::streamAt(std::uint64_t offset)
     const std::string_view head = view(offset, std::min(headSize, size - offset));
     Cursor cursor(head);
     const auto number = cursor.number();
-    if (!number || !cursor.take(objectStart) || !cursor.take("<<")) {
+    if (!number || !cursor.take(objectStart) || !cursor.take(dictionaryStart)) {
         return std::nullopt;
     }
     const std::size_t entriesStart = head.size() - cursor.rest().size();
@@ -198,14 +201,14 @@ std::optional<CopyProof::Stream> CopyProof::streamAt(std::uint64_t offset)
 
 std::optional<std::uint64_t> CopyProof::readCrossReferences()
 {
-    constexpr std::string_view mark = "startxref\n";
+    constexpr std::string_view mark = spelling::crossReferenceStart;
     const std::size_t place = m_end.rfind(mark);
     if (place == std::string::npos) {
         return std::nullopt;
     }
     Cursor cursor(std::string_view(m_end).substr(place + mark.size()));
     const auto start = cursor.number();
-    if (!start || cursor.rest() != "\n%%EOF\n") {
+    if (!start || cursor.rest() != spelling::fileEnd) {
         return std::nullopt;
     }
     const auto stream = streamAt(*start);
@@ -313,7 +316,9 @@ std::string_view CopyProof::object(std::uint64_t number)
     if (entry.kind == inObjectStream) {
         const std::string_view found =
             unpackObjects(entry.where) ? objectInStream(number, entry.index) : std::string_view();
-        return found.ends_with(">>\n") ? found : std::string_view();
+        const bool isWhole =
+            found.ends_with('\n') && found.substr(0, found.size() - 1).ends_with(dictionaryEnd);
+        return isWhole ? found : std::string_view();
     }
     if (entry.kind != inFile || entry.where >= m_file->size()) {
         return {};
@@ -336,7 +341,7 @@ bool CopyProof::hasLastPage(std::uint64_t topNode, std::uint64_t pages)
         }
         const std::string_view last = object(node->lastKid);
         Cursor page(last);
-        if (page.take("<</Type/Page/Parent ")) {
+        if (page.take(dictionaryStart) && page.take("/Type/Page/Parent ")) {
             return page.reference() == number && page.take("/MediaBox[") && node->pages == node->kids;
         }
         parent = number;

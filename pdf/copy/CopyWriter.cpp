@@ -1,9 +1,7 @@
 #include "pdf/copy/CopyWriter.h"
 
 #include "pdf/copy/OptionalContent.h"
-#include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/NumberFormat.h"
-#include "pdf/syntax/Syntax.h"
 
 #include <exception>
 
@@ -80,18 +78,19 @@ CopyWriter::Step CopyWriter::endPage(std::string_view overlay)
 CopyWriter::Step CopyWriter::endPageUnchecked(std::string_view overlay)
 {
     const int form = m_forms.formFor(m_page, m_geometry);
-    m_content.assign("/P Do\n");
+    m_content.clear();
     m_objects.clear();
     m_properties.clear();
     EntryWriter(m_objects).reference("/P", form);
-    drawAnnotations();
+    ContentStream drawn(m_content);
+    drawn.invokeXObject("/P").endLine();
+    drawAnnotations(drawn);
     if (!overlay.empty()) {
-        m_content.append("q ");
+        const auto state = drawn.saveGraphicsState();
         if (m_geometry.userUnit != 1) {
-            appendMatrix(m_content, {1 / m_geometry.userUnit, 0, 0, 1 / m_geometry.userUnit, 0, 0});
-            m_content.append(" cm ");
+            drawn.concatenateMatrix({1 / m_geometry.userUnit, 0, 0, 1 / m_geometry.userUnit, 0, 0});
         }
-        m_content.append(overlay).append("Q\n");
+        drawn.append(overlay);
         if (m_overlayForm != 0) {
             EntryWriter(m_objects).reference("/F", m_overlayForm);
         }
@@ -142,7 +141,7 @@ void CopyWriter::writeResources(EntryWriter &page)
     }
 }
 
-void CopyWriter::drawAnnotations()
+void CopyWriter::drawAnnotations(ContentStream &content)
 {
     if (!m_page.dictionary.getKey("/Annots").isArray()) {
         return;
@@ -158,16 +157,20 @@ void CopyWriter::drawAnnotations()
         const std::string name = numbered("/A", number);
         EntryWriter(m_objects).reference(name, form);
 
-        const bool isLayered = !QPDFObjectHandle(appearance.optionalContent).isNull();
-        if (isLayered) {
+        const Matrix placement = concatenate(appearance.placement, m_geometry.toUpright());
+        const auto drawForm = [&](Separator after) {
+            const auto state = content.saveGraphicsState(after);
+            content.concatenateMatrix(placement).invokeXObject(name);
+        };
+        if (QPDFObjectHandle(appearance.optionalContent).isNull()) {
+            drawForm(Separator::newLine);
+        } else {
             const std::string layer = numbered("/O", number);
-            m_properties.append(layer).push_back(' ');
+            EntryWriter(m_properties).key(layer);
             m_copier.append(m_properties, appearance.optionalContent);
-            m_content.append("/OC ").append(layer).append(" BDC ");
+            const auto sequence = content.beginMarkedContent("/OC", layer);
+            drawForm(Separator::space);
         }
-        m_content.append("q ");
-        appendMatrix(m_content, concatenate(appearance.placement, m_geometry.toUpright()));
-        m_content.append(" cm ").append(name).append(isLayered ? " Do Q EMC\n" : " Do Q\n");
         ++number;
     };
     drawVisibleAnnotations(m_page.dictionary, m_acroForm, m_geometry.rotation, m_fonts, draw);

@@ -7,6 +7,7 @@
 #include "pdf/source/Document.h"
 #include "pdf/source/PageGeometry.h"
 #include "pdf/source/PageTree.h"
+#include "pdf/syntax/ContentStream.h"
 #include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/OutputPageTree.h"
 #include "pdf/syntax/StreamingOutput.h"
@@ -61,7 +62,7 @@ public:
 
 private:
     Step endPageUnchecked(std::string_view overlay);
-    void drawAnnotations();
+    void drawAnnotations(ContentStream &content);
     int writeGenerated(const GeneratedForm &form);
     void writePage(std::string &out, int parent, int content);
     void writeResources(EntryWriter &page);

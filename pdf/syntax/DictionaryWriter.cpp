@@ -1,6 +1,7 @@
 #include "pdf/syntax/DictionaryWriter.h"
 
 #include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/Spelling.h"
 #include "pdf/syntax/Syntax.h"
 
 namespace tallyfold::pdf {
@@ -43,6 +44,12 @@ void EntryWriter::matrix(std::string_view key, const Matrix &value)
     m_out->push_back(']');
 }
 
+void EntryWriter::text(std::string_view key, std::u16string_view value)
+{
+    m_out->append(key);
+    appendTextString(*m_out, value);
+}
+
 void EntryWriter::syntax(std::string_view key, std::string_view value)
 {
     m_out->append(key).append(value);
@@ -67,12 +74,12 @@ std::string &EntryWriter::out()
 
 DictionaryWriter::DictionaryWriter(std::string &out) : EntryWriter(out)
 {
-    out.append("<<");
+    out.append(spelling::dictionaryStart);
 }
 
 DictionaryWriter::~DictionaryWriter()
 {
-    out().append(">>");
+    out().append(spelling::dictionaryEnd);
 }
 
 } // namespace tallyfold::pdf

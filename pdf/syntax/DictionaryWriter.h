@@ -29,6 +29,8 @@ public:
     void rect(std::string_view key, const Rect &value);
     /// "/Matrix[1 0 0 1 0 0]".
     void matrix(std::string_view key, const Matrix &value);
+    /// "/ActualText<FEFF0041>", as `appendTextString` writes it.
+    void text(std::string_view key, std::u16string_view value);
     /// An entry whose value is spelled already, with what keeps it apart from the key.
     void syntax(std::string_view key, std::string_view value);
     /// A dictionary as the value, which is complete when what this gives goes.

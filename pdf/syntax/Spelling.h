@@ -7,6 +7,14 @@
 /// of a copy, which reads it back and takes nothing else.
 namespace tallyfold::pdf::spelling {
 
+inline constexpr std::string_view fileStart = "%PDF-1.7\n";
+/// Around the offset of the cross-reference stream.
+inline constexpr std::string_view crossReferenceStart = "startxref\n";
+inline constexpr std::string_view fileEnd = "\n%%EOF\n";
+
+inline constexpr std::string_view dictionaryStart = "<<";
+inline constexpr std::string_view dictionaryEnd = ">>";
+
 inline constexpr std::string_view objectStart = " 0 obj\n"; ///< After the object's number.
 inline constexpr std::string_view objectEnd = "\nendobj\n";
 inline constexpr std::string_view referenceEnd = " 0 R"; ///< After the object's number.

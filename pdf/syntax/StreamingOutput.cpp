@@ -38,8 +38,9 @@ void appendBigEndian(std::string &out, std::uint64_t value, unsigned bytes)
 StreamingOutput::StreamingOutput(files::ByteSink &sink) : m_sink(&sink)
 {
     m_entries.emplace_back();
-    // The second line tells transfer programs that the file is binary (PDF 1.7, 7.5.2).
-    put("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
+    put(spelling::fileStart);
+    // Tells transfer programs that the file is binary (PDF 1.7, 7.5.2).
+    put("%\xE2\xE3\xCF\xD3\n");
 }
 
 int StreamingOutput::reserve()
@@ -126,7 +127,7 @@ void StreamingOutput::putStreamHead(int number, std::string_view entries, std::s
     m_scratch.clear();
     appendInteger(m_scratch, number);
     m_scratch.append(spelling::objectStart)
-        .append("<<")
+        .append(spelling::dictionaryStart)
         .append(entries)
         .append("/Length ")
         .append(lengthSyntax)
@@ -226,9 +227,9 @@ void StreamingOutput::finish(int catalog)
         }
         writeEncodedStream(number, syntax, m_deflater.compress(withUpPredictor(rows, spelling::rowLength)));
     }
-    std::string end = "startxref\n";
+    std::string end(spelling::crossReferenceStart);
     appendInteger(end, static_cast<std::int64_t>(start));
-    end.append("\n%%EOF\n");
+    end.append(spelling::fileEnd);
     put(end);
     if (!m_hasFailed && !m_sink->finish()) {
         m_hasFailed = true;

@@ -65,6 +65,29 @@ void appendReference(std::string &out, int number)
     out.append(spelling::referenceEnd);
 }
 
+void appendHex(std::string &out, std::uint16_t code)
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    for (const unsigned shift : {12U, 8U, 4U, 0U}) {
+        out.push_back(digits[(std::uint32_t{code} >> shift) & 0xfU]);
+    }
+}
+
+void appendTextString(std::string &out, std::u16string_view text)
+{
+    if (text.empty()) {
+        out.append("()");
+        return;
+    }
+    constexpr char16_t byteOrderMark = u'\ufeff';
+    out.push_back('<');
+    appendHex(out, byteOrderMark);
+    for (const char16_t unit : text) {
+        appendHex(out, unit);
+    }
+    out.push_back('>');
+}
+
 void appendRect(std::string &out, const Rect &rect)
 {
     out.push_back('[');

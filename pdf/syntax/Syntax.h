@@ -2,6 +2,7 @@
 
 #include "pdf/syntax/Geometry.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,12 @@ void appendName(std::string &out, std::string_view name);
 
 /// Appends "12 0 R": every object that is written here has the generation 0 (PDF 1.7, 7.3.10).
 void appendReference(std::string &out, int number);
+
+/// Appends `code` as four hexadecimal digits.
+void appendHex(std::string &out, std::uint16_t code);
+
+/// Appends a text string (PDF 1.7, 7.9.2.2): "()" for no text, else hexadecimal UTF-16, "<FEFF…>".
+void appendTextString(std::string &out, std::u16string_view text);
 
 /// Appends "[minX minY maxX maxY]".
 void appendRect(std::string &out, const Rect &rect);

@@ -1,6 +1,7 @@
 #include "pdf/text/CharacterMaps.h"
 
 #include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/Syntax.h"
 
 #include <algorithm>
 #include <vector>
@@ -36,14 +37,6 @@ std::string mapOf(std::string_view head, std::string_view sectionKind,
 }
 
 } // namespace
-
-void appendHex(std::string &out, std::uint16_t code)
-{
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    for (const unsigned shift : {12U, 8U, 4U, 0U}) {
-        out.push_back(digits[(std::uint32_t{code} >> shift) & 0xfU]);
-    }
-}
 
 std::string_view encodingEntries()
 {

@@ -17,7 +17,4 @@ namespace tallyfold::pdf {
 /// code without text is left out.
 [[nodiscard]] std::string toUnicodeMap(std::span<const std::u16string> texts);
 
-/// Appends `code` as four hexadecimal digits.
-void appendHex(std::string &out, std::uint16_t code);
-
 } // namespace tallyfold::pdf

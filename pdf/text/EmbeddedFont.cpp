@@ -218,7 +218,7 @@ void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, EntryWri
             font.reference("/ToUnicode", toUnicode);
         }
         objects.writeObject(number, syntax);
-        resources.reference("/" + fontResourceName(ownNumber, index), number);
+        resources.reference(fontResourceName(ownNumber, index), number);
     }
 }
 

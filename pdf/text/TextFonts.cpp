@@ -90,9 +90,9 @@ ShapedLine TextFonts::shape(const QString &text, const QString &postScriptName, 
     return line;
 }
 
-void TextFonts::show(const ShapedLine &line, double x, double baseline, std::string &content) const
+void TextFonts::show(const ShapedLine &line, double x, double baseline, ContentStream &content) const
 {
-    appendTextObject(line, x, baseline, content);
+    appendTextObject(line, {x, baseline}, content);
 }
 
 int TextFonts::resources()

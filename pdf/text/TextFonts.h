@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pdf/syntax/ContentStream.h"
 #include "pdf/syntax/OutputObjects.h"
 #include "pdf/text/EmbeddedFont.h"
 #include "pdf/text/ShapedLine.h"
@@ -31,7 +32,7 @@ public:
 
     /// Appends a text object (PDF 1.7, 9.4) that shows `line`, one of these fonts', with its left edge at `x`
     /// and its baseline at `baseline`, in the current colour.
-    void show(const ShapedLine &line, double x, double baseline, std::string &content) const;
+    void show(const ShapedLine &line, double x, double baseline, ContentStream &content) const;
 
     /// Object number of the `/Font` resources of whatever shows text with these fonts.
     [[nodiscard]] int resources();

@@ -21,10 +21,11 @@ std::string markOf(const std::string &entries, const Rect &area = {0, 0, 20, 40}
 {
     TextBox box;
     box.area = area;
-    box.color = "1 0 0 rg ";
-    std::string content;
+    box.color = DeviceColor::rgb(1, 0, 0);
+    std::string operators;
+    ContentStream content(operators);
     appendButtonMark(content, QPDFObjectHandle::parse("<<" + entries + ">>"), box);
-    return content;
+    return operators;
 }
 
 /// The points that the operators of a path lead to.

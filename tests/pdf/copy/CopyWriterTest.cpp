@@ -55,7 +55,8 @@ TEST(CopyWriter, WritesACopyWithTextOnEveryPage) // The example of the rooms' de
     while (copy.nextPage() == pdf::CopyWriter::Step::done) {
         const pdf::ShapedLine line = copy.fonts().shape(u"COPY"_s, u"Helvetica"_s, 12);
         std::string overlay;
-        copy.fonts().show(line, copy.pageSize().width - 18 - line.width, 18, overlay);
+        pdf::ContentStream content(overlay);
+        copy.fonts().show(line, copy.pageSize().width - 18 - line.width, 18, content);
         if (copy.endPage(overlay) != pdf::CopyWriter::Step::done) {
             break;
         }
@@ -78,7 +79,8 @@ TEST(CopyWriter, DrawsTheFormOfTheOverlaysWhereverOneNamesIt)
     const std::unique_ptr<files::FileSink> sink = files::FileSink::create(folder / "copy.pdf", error);
     pdf::CopyWriter copy(*source, *sink);
     std::string word;
-    copy.fonts().show(copy.fonts().shape(u"SHARED"_s, u"Helvetica"_s, 12), 0, 0, word);
+    pdf::ContentStream content(word);
+    copy.fonts().show(copy.fonts().shape(u"SHARED"_s, u"Helvetica"_s, 12), 0, 0, content);
     const std::string form(copy.overlayForm({0, -20, 200, 20}, word));
     EXPECT_EQ(copy.overlayForm({0, 0, 1, 1}, "another"), form) << "one form serves the whole copy";
     for (const char *placement : {"q 1 0 0 1 20 60 cm ", "q 1 0 0 1 20 90 cm ", ""}) {

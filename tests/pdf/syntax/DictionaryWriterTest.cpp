@@ -20,10 +20,11 @@ TEST(DictionaryWriter, WritesEachKindOfValueBehindItsKey)
         entries.number("/UserUnit", 1.23456789, 6);
         entries.rect("/BBox", {0, -1.5, 612, 792});
         entries.matrix("/Matrix", {1, 0, 0, -1, 0.5, 7});
+        entries.text("/Name", u"A\u0416");
         entries.syntax("/ID", "[<00><00>]");
     }
     EXPECT_EQ(out, "<</Type/Page/Parent 4 0 R/Count -12/ca 0.25/UserUnit 1.234568/BBox[0 -1.5 612 792]"
-                   "/Matrix[1 0 0 -1 0.5 7]/ID[<00><00>]>>");
+                   "/Matrix[1 0 0 -1 0.5 7]/Name<FEFF00410416>/ID[<00><00>]>>");
 }
 
 TEST(DictionaryWriter, ClosesItselfBeforeTheOneAroundItGoesOn)

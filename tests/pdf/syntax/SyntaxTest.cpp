@@ -43,6 +43,26 @@ TEST(Syntax, EveryDelimiterOfANameIsEscapedAndNothingElse)
     EXPECT_EQ(out, "/");
 }
 
+TEST(Syntax, TextStringsAreUtf16AndAnEmptyOneIsEmpty)
+{
+    const auto written = [](std::u16string_view text) {
+        std::string out;
+        appendTextString(out, text);
+        return out;
+    };
+    EXPECT_EQ(written(u""), "()");
+    EXPECT_EQ(written(u"(\u00e9"), "<FEFF002800E9>");
+    EXPECT_EQ(written(u"\U0010fffd"), "<FEFFDBFFDFFD>");
+}
+
+TEST(Syntax, CodesAreFourHexadecimalDigits)
+{
+    std::string out;
+    appendHex(out, 0x0a9f);
+    appendHex(out, 0xffff);
+    EXPECT_EQ(out, "0A9FFFFF");
+}
+
 TEST(Syntax, RectanglesAreWrittenCornerByCorner)
 {
     std::string out;
