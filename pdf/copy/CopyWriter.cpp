@@ -26,12 +26,12 @@ void writeHeadOfForm(EntryWriter &entries, const Rect &box)
 
 } // namespace
 
-CopyWriter::CopyWriter(Document &source, files::ByteSink &sink)
+CopyWriter::CopyWriter(Document &source, files::ByteSink &sink, FontCatalog &catalog)
     : m_source(&source),
       m_output(sink),
       m_copier(source, m_output),
       m_forms(source, m_copier, m_output),
-      m_fonts(m_output),
+      m_fonts(m_output, catalog),
       m_tree(m_output),
       m_acroForm(QPDFObjectHandle::newNull())
 {

@@ -11,6 +11,7 @@
 #include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/OutputPageTree.h"
 #include "pdf/syntax/StreamingOutput.h"
+#include "pdf/text/FontCatalog.h"
 #include "pdf/text/TextFonts.h"
 
 #include <optional>
@@ -31,8 +32,8 @@ public:
         cannotWrite,      ///< The output takes nothing more.
     };
 
-    /// Both must outlive this.
-    CopyWriter(Document &source, files::ByteSink &sink);
+    /// All must outlive this; text is shown with fonts of `catalog`.
+    CopyWriter(Document &source, files::ByteSink &sink, FontCatalog &catalog = FontCatalog::installed());
 
     /// The fonts that overlays show their text with.
     [[nodiscard]] TextFonts &fonts();

@@ -104,9 +104,9 @@ constexpr const char *latin = "en";
 } // namespace
 
 struct FontCatalog::Config {
-    FcConfig *config = FcInitLoadConfigAndFonts();
+    FcConfig *config;
 
-    Config() = default;
+    explicit Config(FcConfig *owned) : config(owned) {}
     ~Config()
     {
         FcConfigDestroy(config);
@@ -139,7 +139,15 @@ FontCatalog &FontCatalog::installed()
     return catalog;
 }
 
-FontCatalog::FontCatalog() : m_config(std::make_unique<Config>()) {}
+FontCatalog::FontCatalog() : m_config(std::make_unique<Config>(FcInitLoadConfigAndFonts())) {}
+
+FontCatalog::FontCatalog(std::span<const std::filesystem::path> files)
+    : m_config(std::make_unique<Config>(FcConfigCreate()))
+{
+    for (const std::filesystem::path &file : files) {
+        FcConfigAppFontAddFile(m_config->config, fcText(file.c_str()));
+    }
+}
 
 FontCatalog::~FontCatalog() = default;
 

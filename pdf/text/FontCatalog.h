@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -14,16 +15,17 @@
 
 namespace tallyfold::pdf {
 
-/// The installed fonts, looked up by PostScript name or by the characters they have. One for the whole
-/// process: the list of fonts is read once, faces stay open. The locale has no say in what is found. May be
-/// used on several threads.
+/// Fonts, looked up by PostScript name or by the characters they have; faces stay open. The locale has no say
+/// in what is found. May be used on several threads.
 class FontCatalog {
 public:
     using Face = std::shared_ptr<const FontFace>;
 
+    /// The installed fonts: one catalogue for the whole process, whose list is read once.
     [[nodiscard]] static FontCatalog &installed();
 
-    FontCatalog();
+    /// The fonts of these files and no others. A file that cannot be read has none.
+    explicit FontCatalog(std::span<const std::filesystem::path> files);
     ~FontCatalog();
     FontCatalog(const FontCatalog &) = delete;
     FontCatalog &operator=(const FontCatalog &) = delete;
@@ -43,6 +45,8 @@ public:
     [[nodiscard]] Face withBox(const QString &postScriptName);
 
 private:
+    FontCatalog();
+
     struct Config;
     struct Candidate;
 

@@ -18,9 +18,8 @@ struct ShapedGlyph {
     double yOffset = 0;
 };
 
-/// Glyphs `first` up to but not including `end` of a line, and the text that readers are told they show
-/// (PDF 1.7, 14.9.4).
-struct SpokenText {
+/// The text that stands for the glyphs `first` up to but not including `end` of a line (PDF 1.7, 14.9.4).
+struct ActualText {
     std::size_t first = 0;
     std::size_t end = 0;
     std::u16string text;
@@ -33,8 +32,8 @@ struct ShapedLine {
     double ascent = 0;
     double descent = 0; ///< Below the baseline, a positive number.
     double size = 0;
-    std::vector<ShapedGlyph> glyphs; ///< From left to right.
-    std::vector<SpokenText> spoken;  ///< Where the glyphs alone do not say it; from left to right.
+    std::vector<ShapedGlyph> glyphs;     ///< From left to right.
+    std::vector<ActualText> actualTexts; ///< Where the glyphs alone do not say it; from left to right.
 };
 
 } // namespace tallyfold::pdf

@@ -1,7 +1,6 @@
 #include "pdf/text/TextFonts.h"
 
-#include "pdf/text/FontCatalog.h"
-#include "pdf/text/SpokenText.h"
+#include "pdf/text/ActualText.h"
 #include "pdf/text/TextOperators.h"
 
 #include <algorithm>
@@ -35,7 +34,10 @@ QString onOneLine(const QString &text)
 
 } // namespace
 
-TextFonts::TextFonts(OutputObjects &objects) : m_objects(&objects) {}
+TextFonts::TextFonts(OutputObjects &objects, FontCatalog &catalog)
+    : m_objects(&objects), m_catalog(&catalog), m_shaper(catalog)
+{
+}
 
 TextFonts::~TextFonts() = default;
 
@@ -43,7 +45,7 @@ const TextFonts::Face &TextFonts::faceNamed(const QString &postScriptName)
 {
     if (!m_lastFace || m_lastName != postScriptName) {
         m_lastName = postScriptName;
-        m_lastFace = FontCatalog::installed().named(postScriptName);
+        m_lastFace = m_catalog->named(postScriptName);
     }
     return m_lastFace;
 }
@@ -86,7 +88,7 @@ ShapedLine TextFonts::shape(const QString &text, const QString &postScriptName, 
     line.width = width * size / 1000;
     line.ascent = ascent * size / 1000;
     line.descent = descent * size / 1000;
-    line.spoken = spokenTexts(runs);
+    line.actualTexts = actualTexts(runs);
     return line;
 }
 

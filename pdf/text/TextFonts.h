@@ -3,6 +3,7 @@
 #include "pdf/syntax/ContentStream.h"
 #include "pdf/syntax/OutputObjects.h"
 #include "pdf/text/EmbeddedFont.h"
+#include "pdf/text/FontCatalog.h"
 #include "pdf/text/ShapedLine.h"
 #include "pdf/text/TextShaper.h"
 
@@ -18,16 +19,16 @@ namespace tallyfold::pdf {
 /// The fonts of one output file: looked up, measured, noted as used, and embedded once at the end.
 class TextFonts {
 public:
-    /// `objects` must outlive this.
-    explicit TextFonts(OutputObjects &objects);
+    /// Both must outlive this.
+    TextFonts(OutputObjects &objects, FontCatalog &catalog);
     ~TextFonts();
     TextFonts(const TextFonts &) = delete;
     TextFonts &operator=(const TextFonts &) = delete;
 
     /// `text` as one line in the font `postScriptName` at `size` points: shaped, right-to-left text in its
-    /// order, characters that the font lacks from other installed fonts. A character that no font has is
-    /// shown as a box. Tabs and line breaks count as spaces, other control characters as nothing.
-    /// The line is empty when no font that can be embedded is installed at all.
+    /// order, characters that the font lacks from other fonts of the catalogue. A character that no font has
+    /// is shown as a box. Tabs and line breaks count as spaces, other control characters as nothing. The line
+    /// is empty when the catalogue has no font that can be embedded.
     [[nodiscard]] ShapedLine shape(const QString &text, const QString &postScriptName, double size);
 
     /// Appends a text object (PDF 1.7, 9.4) that shows `line`, one of these fonts', with its left edge at `x`
@@ -49,6 +50,7 @@ private:
     std::uint16_t numberOf(const Face &face);
 
     OutputObjects *m_objects;
+    FontCatalog *m_catalog;
     TextShaper m_shaper;
     std::vector<EmbeddedFont> m_fonts;
     QString m_lastName;

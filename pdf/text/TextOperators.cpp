@@ -118,10 +118,10 @@ void appendTextObject(const ShapedLine &line, Point start, ContentStream &conten
             object.show(glyphs[next]);
         }
     };
-    for (const SpokenText &spoken : line.spoken) {
-        showUpTo(spoken.first);
-        object.showAs(spoken.text, glyphs.subspan(spoken.first, spoken.end - spoken.first));
-        next = spoken.end;
+    for (const ActualText &part : line.actualTexts) {
+        showUpTo(part.first);
+        object.showAs(part.text, glyphs.subspan(part.first, part.end - part.first));
+        next = part.end;
     }
     showUpTo(glyphs.size());
 }

@@ -1,7 +1,6 @@
 #include "pdf/text/TextShaper.h"
 
 #include "pdf/text/ClusterText.h"
-#include "pdf/text/FontCatalog.h"
 #include "pdf/text/Graphemes.h"
 #include "pdf/text/ScriptLanguage.h"
 #include "pdf/text/TextItems.h"
@@ -91,8 +90,8 @@ std::vector<std::u32string> spellingsOf(QStringView cluster)
 }
 
 /// The font for a user-perceived character, all of it where there is one that has all of it.
-Face faceFor(const std::vector<std::u32string> &spellings, const Face &base, const Face &last,
-             const QString &postScriptName, const std::string &language)
+Face faceFor(FontCatalog &catalog, const std::vector<std::u32string> &spellings, const Face &base,
+             const Face &last, const QString &postScriptName, const std::string &language)
 {
     if (last && spellings.front().empty()) { // Nothing to be seen: no reason for a seam.
         return last;
@@ -104,7 +103,6 @@ Face faceFor(const std::vector<std::u32string> &spellings, const Face &base, con
     if (last && hasOneOf(*last, spellings)) {
         return last;
     }
-    FontCatalog &catalog = FontCatalog::installed();
     if (Face other = catalog.having(spellings, postScriptName, language)) {
         return other;
     }
@@ -120,8 +118,8 @@ Face faceFor(const std::vector<std::u32string> &spellings, const Face &base, con
 }
 
 /// Splits an item by font, never inside a user-perceived character.
-std::vector<FontStretch> byFont(const QString &text, const TextItem &item, const Face &base,
-                                const QString &postScriptName)
+std::vector<FontStretch> byFont(FontCatalog &catalog, const QString &text, const TextItem &item,
+                                const Face &base, const QString &postScriptName)
 {
     std::vector<FontStretch> stretches;
     const std::string language = languageFor(item.script, text);
@@ -130,8 +128,8 @@ std::vector<FontStretch> byFont(const QString &text, const TextItem &item, const
         const qsizetype start = clusters[index];
         const qsizetype end = clusters[index + 1];
         const Face last = stretches.empty() ? nullptr : stretches.back().face;
-        const Face face = faceFor(spellingsOf(QStringView(text).sliced(start, end - start)), base, last,
-                                  postScriptName, language);
+        const Face face = faceFor(catalog, spellingsOf(QStringView(text).sliced(start, end - start)), base,
+                                  last, postScriptName, language);
         if (face == last) {
             stretches.back().end = end;
         } else {
@@ -227,7 +225,7 @@ GlyphRun TextShaper::Parts::run(const QString &text, const FontStretch &stretch,
     return result;
 }
 
-TextShaper::TextShaper() : m_parts(std::make_unique<Parts>()) {}
+TextShaper::TextShaper(FontCatalog &catalog) : m_catalog(&catalog), m_parts(std::make_unique<Parts>()) {}
 
 TextShaper::~TextShaper() = default;
 
@@ -243,7 +241,7 @@ std::vector<GlyphRun> TextShaper::shape(const QString &text, const Face &base, c
         return runs;
     }
     for (const TextItem &item : itemize(text)) {
-        for (const FontStretch &stretch : byFont(text, item, base, postScriptName)) {
+        for (const FontStretch &stretch : byFont(*m_catalog, text, item, base, postScriptName)) {
             runs.push_back(m_parts->run(text, stretch, item));
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pdf/text/FontCatalog.h"
 #include "pdf/text/FontFace.h"
 
 #include <QString>
@@ -28,21 +29,23 @@ struct GlyphRun {
 };
 
 /// Turns a line of text into glyphs: its stretches in their order from left to right (UAX #9), kerned, with
-/// ligatures, characters that the font lacks taken from other installed fonts.
+/// ligatures, characters that the font lacks taken from other fonts of the catalogue.
 class TextShaper {
 public:
-    TextShaper();
+    /// `catalog` must outlive this.
+    explicit TextShaper(FontCatalog &catalog);
     ~TextShaper();
     TextShaper(const TextShaper &) = delete;
     TextShaper &operator=(const TextShaper &) = delete;
 
     /// `text` in the font `base`, which was asked for as `postScriptName`. There are no control characters in
-    /// `text`. A character that no installed font has is shown as a box.
+    /// `text`. A character that no font has is shown as a box.
     [[nodiscard]] std::vector<GlyphRun>
     shape(const QString &text, const std::shared_ptr<const FontFace> &base, const QString &postScriptName);
 
 private:
     struct Parts;
+    FontCatalog *m_catalog;
     std::unique_ptr<Parts> m_parts;
 };
 

@@ -21,11 +21,9 @@ using tests::TemporaryFolder;
 
 namespace {
 
-/// A legend, the language (RFC 3066) for which a font has to be installed, and whether it runs from the
-/// right.
+/// A legend, and whether it runs from the right.
 struct Legend {
     const char *name;
-    const char *language;
     QString text;
     bool isRightToLeft = false;
 };
@@ -33,11 +31,6 @@ struct Legend {
 void PrintTo(const Legend &legend, std::ostream *out)
 {
     *out << legend.name;
-}
-
-bool hasFontFor(const std::string &language)
-{
-    return !tests::runTool({"fc-list", ":lang=" + language, "file"}).output.empty();
 }
 
 fs::path stampedWith(const TemporaryFolder &folder, const StampSettings &settings, int pages = 1)
@@ -120,12 +113,10 @@ class LegendText : public testing::TestWithParam<Legend> {};
 
 } // namespace
 
+// With whatever fonts are installed: boxes stand for the text of characters that none has.
 TEST_P(LegendText, IsFoundByReaders)
 {
     const Legend &legend = GetParam();
-    if (!hasFontFor(legend.language)) {
-        GTEST_SKIP() << "No font for the language " << legend.language << " is installed.";
-    }
     const TemporaryFolder folder;
     const fs::path copy = stampedWith(folder, legend.text);
     const std::string expected = legend.text.toStdString();
@@ -140,25 +131,22 @@ TEST_P(LegendText, IsFoundByReaders)
 
 INSTANTIATE_TEST_SUITE_P(
     Scripts, LegendText,
-    testing::Values(Legend{"Kerning", "en", QStringLiteral("AVATAR Type. – “To” office affluent ffi fl")},
-                    Legend{"Accents", "en", QStringLiteral("naïve Ångström e\u0301cole Przyłębski")},
-                    Legend{"Greek", "el", QStringLiteral("Εμπιστευτικό έγγραφο")},
-                    Legend{"Cyrillic", "ru", QStringLiteral("Строго конфиденциально")},
-                    Legend{"Chinese", "zh-cn", QStringLiteral("机密文件 第 1 号")},
-                    Legend{"Japanese", "ja", QStringLiteral("秘密 カタカナ ひらがな")},
-                    Legend{"Korean", "ko", QStringLiteral("한국어 기밀")},
-                    Legend{"Devanagari", "hi", QStringLiteral("गोपनीय क्षत्रिय")},
-                    Legend{"Emoji", "en", QStringLiteral("🔒 locked")},
-                    Legend{"NoFontHasIt", "en", QStringLiteral("a\U0010fffdb")},
-                    Legend{"Arabic", "ar", QStringLiteral("سري للغاية"), true},
-                    Legend{"Hebrew", "he", QStringLiteral("סודי ביותר"), true}),
+    testing::Values(Legend{"Kerning", QStringLiteral("AVATAR Type. – “To” office affluent ffi fl")},
+                    Legend{"Accents", QStringLiteral("naïve Ångström e\u0301cole Przyłębski")},
+                    Legend{"Greek", QStringLiteral("Εμπιστευτικό έγγραφο")},
+                    Legend{"Cyrillic", QStringLiteral("Строго конфиденциально")},
+                    Legend{"Chinese", QStringLiteral("机密文件 第 1 号")},
+                    Legend{"Japanese", QStringLiteral("秘密 カタカナ ひらがな")},
+                    Legend{"Korean", QStringLiteral("한국어 기밀")},
+                    Legend{"Devanagari", QStringLiteral("गोपनीय क्षत्रिय")},
+                    Legend{"Emoji", QStringLiteral("🔒 locked")},
+                    Legend{"NoFontHasIt", QStringLiteral("a\U0010fffdb")},
+                    Legend{"Arabic", QStringLiteral("سري للغاية"), true},
+                    Legend{"Hebrew", QStringLiteral("סודי ביותר"), true}),
     [](const testing::TestParamInfo<Legend> &legend) { return std::string(legend.param.name); });
 
 TEST(StampText, ThaiIsFoundByPoppler)
 {
-    if (!hasFontFor("th")) {
-        GTEST_SKIP() << "No Thai font is installed.";
-    }
     const TemporaryFolder folder;
     const fs::path copy = stampedWith(folder, QStringLiteral("ลับสุดยอดกำ"));
     EXPECT_TRUE(linesOf(tests::runTool({"pdftotext", copy.string(), "-"}).output).contains("ลับสุดยอดกำ"));

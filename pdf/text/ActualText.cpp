@@ -1,4 +1,4 @@
-#include "pdf/text/SpokenText.h"
+#include "pdf/text/ActualText.h"
 
 #include <QChar>
 
@@ -14,7 +14,7 @@ bool isSpace(char16_t unit)
     return QChar::isSpace(unit);
 }
 
-bool needsTelling(std::u16string_view glyphText)
+bool needsActualText(std::u16string_view glyphText)
 {
     return glyphText.empty() || std::any_of(glyphText.begin(), glyphText.end(), isSpace);
 }
@@ -32,34 +32,34 @@ bool parts(const std::vector<const PlacedGlyph *> &glyphs, std::size_t index)
 
 } // namespace
 
-std::vector<SpokenText> spokenTexts(std::span<const GlyphRun> runs)
+std::vector<ActualText> actualTexts(std::span<const GlyphRun> runs)
 {
-    std::vector<SpokenText> spoken;
+    std::vector<ActualText> found;
     std::vector<const PlacedGlyph *> glyphs;
     for (const GlyphRun &run : runs) {
         if (run.isRightToLeft) {
-            return spoken;
+            return found;
         }
         for (const PlacedGlyph &glyph : run.glyphs) {
             glyphs.push_back(&glyph);
         }
     }
-    SpokenText word;
+    ActualText word;
     bool isNeeded = false;
     for (std::size_t index = 0; index <= glyphs.size(); ++index) {
         if (index == glyphs.size() || parts(glyphs, index)) {
             word.end = index;
             if (isNeeded && word.text.size() > 1) {
-                spoken.push_back(word);
+                found.push_back(word);
             }
             word = {index + 1, 0, {}};
             isNeeded = false;
         } else {
-            isNeeded = isNeeded || needsTelling(glyphs[index]->text);
+            isNeeded = isNeeded || needsActualText(glyphs[index]->text);
             word.text.append(glyphs[index]->text);
         }
     }
-    return spoken;
+    return found;
 }
 
 } // namespace tallyfold::pdf
