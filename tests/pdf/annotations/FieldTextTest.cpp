@@ -24,15 +24,16 @@ TextBox ordinaryBox()
     box.padding = 3;
     box.size = 10;
     box.fontName = QStringLiteral("Helvetica");
-    box.color = "1 0 0 rg ";
+    box.color = DeviceColor::rgb(1, 0, 0);
     return box;
 }
 
 std::string parsed(const std::string &text)
 {
     const DefaultAppearance appearance = parseDefaultAppearance(text);
-    return appearance.fontName + '|' + std::to_string(static_cast<int>(appearance.size * 10)) + '|' +
-           appearance.color;
+    std::string color;
+    ContentStream(color).setColor(Paint::fill, appearance.color);
+    return appearance.fontName + '|' + std::to_string(static_cast<int>(appearance.size * 10)) + '|' + color;
 }
 
 QString nameOf(const std::string &fontName, const std::string &resources = "null")
@@ -53,7 +54,8 @@ std::string wrappedText(const QString &text, const TextBox &box)
 {
     Typesetting typesetting;
     std::string content;
-    appendWrappedText(content, text, box, typesetting.fonts());
+    ContentStream stream(content);
+    appendWrappedText(stream, text, box, typesetting.fonts());
     return content;
 }
 
@@ -61,7 +63,8 @@ std::string singleLine(const QString &text, const TextBox &box)
 {
     Typesetting typesetting;
     std::string content;
-    appendSingleLine(content, text, box, typesetting.fonts());
+    ContentStream stream(content);
+    appendSingleLine(stream, text, box, typesetting.fonts());
     return content;
 }
 
@@ -69,7 +72,8 @@ std::string comb(const QString &text, int cells, const TextBox &box)
 {
     Typesetting typesetting;
     std::string content;
-    appendComb(content, text, cells, box, typesetting.fonts());
+    ContentStream stream(content);
+    appendComb(stream, text, cells, box, typesetting.fonts());
     return content;
 }
 
@@ -407,7 +411,8 @@ TEST(OptionsOfAField, AreShownFromTheTopRowByRowAndTheChosenOnesMarked)
         TextBox box = ordinaryBox();
         box.size = size;
         std::string content;
-        appendOptions(content, QPDFObjectHandle::parse("<</Opt[(a)[(b)(B)](c)(d)(e)]" + entries + ">>"), box,
+        ContentStream stream(content);
+        appendOptions(stream, QPDFObjectHandle::parse("<</Opt[(a)[(b)(B)](c)(d)(e)]" + entries + ">>"), box,
                       typesetting.fonts());
         return content;
     };

@@ -2,6 +2,7 @@
 
 #include "files/MemorySink.h"
 #include "pdf/syntax/StreamingOutput.h"
+#include "pdf/text/FontCatalog.h"
 #include "pdf/text/TextFonts.h"
 
 #include <regex>
@@ -26,7 +27,7 @@ public:
 private:
     files::MemorySink m_sink;
     StreamingOutput m_output{m_sink};
-    TextFonts m_fonts{m_output};
+    TextFonts m_fonts{m_output, FontCatalog::installed()};
 };
 
 /// Where a text begins and how large it is, in points.
