@@ -201,6 +201,16 @@ TEST_F(ChangedSources, AModelThatGoesWaitsForNoLook)
     EXPECT_TRUE(waitUntil([] { return !LooseTask::isAnyLeft(); }));
 }
 
+TEST_F(ChangedSources, AreLookedForEachTimeTheProgramBecomesActive)
+{
+    addPdfs({"a.pdf"});
+    for (const int pages : {2, 3, 4}) {
+        (void)pdf("a.pdf", pages);
+        becomeActive();
+        EXPECT_TRUE(waitUntil([&] { return listedAs("a.pdf").pageCount == pages; })) << pages;
+    }
+}
+
 TEST_F(ChangedSources, AreLookedForByOneThreadAtATime)
 {
     std::vector<std::string> names;
@@ -229,6 +239,18 @@ TEST(KnownSources, OfWhatWasNeverReadNothingIsKnown)
     EXPECT_FALSE(known.readAnew(sources, {{stranger.id, stranger.url, looks.front().then}}));
     EXPECT_EQ(known.latest(sources), sources);
     EXPECT_TRUE(known.takeChanges(sources).empty());
+}
+
+TEST(KnownSources, ALookThatIsGivenUpEndsEarly)
+{
+    const tests::TemporaryFolder folder;
+    KnownSources known;
+    const SourceFile source = known.read(tests::writeSamples(folder.path(), {"a.pdf"}, 1).front());
+    fs::remove(source.url);
+    std::stop_source givenUp;
+    EXPECT_EQ(KnownSources::changed(known.looksAt({source}), givenUp.get_token()).size(), 1U);
+    givenUp.request_stop();
+    EXPECT_TRUE(KnownSources::changed(known.looksAt({source}), givenUp.get_token()).empty());
 }
 
 TEST_F(ChangedSources, ManyAreTakenTogether)

@@ -413,7 +413,7 @@ TEST(PreviewsOfAFile, HaveEveryPixelInItsPlace)
     ASSERT_EQ(images.pages.size(), 1);
     const QImage &page = images.pages.front();
     ASSERT_EQ(page.size(), QSize(1200, 1200));
-    for (const int place : {10, 200, 400, 590}) {
+    for (const int place : {0, 10, 200, 400, 599}) {
         EXPECT_EQ(page.pixelColor(place, place), QColor(255, 0, 0)) << place;
         EXPECT_EQ(page.pixelColor(600 + place, place), QColor(255, 255, 255)) << place;
         EXPECT_EQ(page.pixelColor(place, 600 + place), QColor(255, 255, 255)) << place;

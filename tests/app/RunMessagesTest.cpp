@@ -2,6 +2,8 @@
 
 #include "app/FailureText.h"
 
+#include <QGuiApplication>
+
 #include <gtest/gtest.h>
 
 namespace tallyfold {
@@ -26,6 +28,16 @@ TEST(RunMessages, AFullDiskAndAFolderThatMayNotBeWrittenInAreNoFaultOfOneFile)
         EXPECT_FALSE(message.contains(QStringLiteral("Index.csv"))) << message.toStdString();
         EXPECT_EQ(message, failedRunMessage(writingFailureText(error).value()));
     }
+}
+
+TEST(RunMessages, AProgramWithoutANameHasItsOwn)
+{
+    const QString before = QGuiApplication::applicationDisplayName();
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Another"));
+    EXPECT_EQ(displayedName(), QStringLiteral("Another"));
+    QGuiApplication::setApplicationDisplayName(QString());
+    EXPECT_EQ(displayedName(), QStringLiteral("Tallyfold"));
+    QGuiApplication::setApplicationDisplayName(before);
 }
 
 } // namespace tallyfold

@@ -426,24 +426,56 @@ TEST_F(Run, QuittingStopsItAndLeavesNothingHalfWritten)
     EXPECT_EQ(written(), (Names{"a.pdf"}));
 }
 
-TEST_F(Run, AModelThatGoesStopsIt)
+TEST_F(Run, IsStoppedByAModelThatGoesAndByQuitting)
 {
-    bool isStopped = false;
-    writeWith([&isStopped](const ProductionPlan &, const fs::path &, const ProductionOptions &,
-                           const Production::OnPage &onPage) -> ProductionResult {
-        constexpr int most = 2000; // So that it ends, too, where nothing stops it.
-        for (int page = 1; page <= most && !isStopped; ++page) {
-            isStopped = !onPage(page);
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    for (const bool isQuitting : {false, true}) {
+        bool isStopped = false;
+        writeWith([&isStopped](const ProductionPlan &, const fs::path &, const ProductionOptions &,
+                               const Production::OnPage &onPage) -> ProductionResult {
+            constexpr int most = 2000; // So that it ends, too, where nothing stops it.
+            for (int page = 1; page <= most && !isStopped; ++page) {
+                isStopped = !onPage(page);
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+            return {};
+        });
+        addPdfs({"a.pdf"});
+        model->setOutputFolder(output);
+        model->stamp();
+        if (isQuitting) {
+            Q_EMIT qGuiApp->aboutToQuit({});
+            EXPECT_TRUE(waitUntil([this] { return !model->isRunning(); }));
         }
-        return {};
-    });
+        counts.reset();
+        model.reset();
+        EXPECT_TRUE(isStopped) << (isQuitting ? "by quitting" : "by going");
+    }
+}
+
+TEST_F(Run, AFileThatFailsTwiceIsNamedOnce)
+{
+    std::vector<SourceFile> sources(2);
+    for (SourceFile &source : sources) {
+        source.id = QUuid::createUuid();
+        source.name = QStringLiteral("a.pdf");
+        source.pageCount = 1;
+    }
+    ProductionResult result;
+    result.failures.insert(QStringLiteral("a.pdf"), StampError::unreadable(QStringLiteral("a.pdf")));
+    EXPECT_EQ(RunSummary::of(result, ProductionPlan(sources, {}), output).failures,
+              QStringList(QStringLiteral("a.pdf")));
+}
+
+TEST_F(Run, TheNextProductionNeedsNoUndo)
+{
+    EXPECT_EQ(model->undoManager(), &undo);
+    model->setUndoManager(nullptr);
+    EXPECT_EQ(model->undoManager(), nullptr);
     addPdfs({"a.pdf"});
-    model->setOutputFolder(output);
-    model->stamp();
-    counts.reset();
-    model.reset();
-    EXPECT_TRUE(isStopped);
+    stampAndWait();
+    model->startNextProduction();
+    EXPECT_TRUE(model->sources().empty());
+    EXPECT_EQ(undo.count(), 0);
 }
 
 TEST_F(Run, TheNextProductionGoesOnWithTheNumbers)

@@ -9,6 +9,9 @@
 
 #include <QTranslator>
 
+#include <array>
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
 
 namespace tallyfold {
@@ -132,6 +135,27 @@ TEST(TranslatedTexts, TheFormatOfPageNumbersIsOneFromTheStart)
 {
     EXPECT_EQ(shown([] { return AppSettings::defaults().stamp.pageOfTotalFormat; }),
               "<AppSettings>Page {page} of {total}");
+}
+
+TEST(TranslatedTextsDeathTest, BuiltInPresetsAreInTheLanguageOfTheProgram)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // A program in which nobody has asked for them yet.
+    const auto askForThem = [] {
+        const ContextsShown language;
+        const std::array<Preset, 3> &presets = AppModel::builtInPresets();
+        for (const Preset &preset : presets) {
+            std::fprintf(stderr, "%s\n", preset.name.toUtf8().constData());
+        }
+        std::fprintf(stderr, "%s\n%s\n", presets[1].settings.legend.toUtf8().constData(),
+                     presets[2].settings.pageOfTotalFormat.toUtf8().constData());
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(askForThem(), testing::ExitedWithCode(0),
+                "<BuiltInPresets>Standard .bottom right.\n"
+                "<BuiltInPresets>Confidential legend\n"
+                "<BuiltInPresets>Exhibits .EX-0001, page X of Y.\n"
+                "<BuiltInPresets>CONFIDENTIAL\n"
+                "<BuiltInPresets>Page .page. of .total.\n");
 }
 
 TEST_F(TranslatedModel, StepsAreNamedInItsContext)
