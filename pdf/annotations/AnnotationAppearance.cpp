@@ -83,13 +83,14 @@ std::optional<Matrix> placementOf(QPDFObjectHandle annotation, const std::option
     const std::optional<Rect> rect = rectFrom(annotation.getKey("/Rect"));
     const Rect bounds = boundsOfTransformed(formMatrix, boundingBox.value_or(Rect{}));
     const bool isFlat = formMatrix.a * formMatrix.d == formMatrix.b * formMatrix.c;
-    if (!rect || isFlat || (boundingBox && (!(bounds.width() > 0) || !(bounds.height() > 0)))) {
+    if (!rect || isFlat) {
         return std::nullopt;
     }
     const double scaleX = boundingBox ? rect->width() / bounds.width() : 1;
     const double scaleY = boundingBox ? rect->height() / bounds.height() : 1;
     const Matrix fit{
         scaleX, 0, 0, scaleY, rect->minX - bounds.minX * scaleX, rect->minY - bounds.minY * scaleY};
+    // A box of no area cannot be scaled to one.
     if (!std::isfinite(scaleX) || !std::isfinite(scaleY) || rect->width() <= 0 || rect->height() <= 0) {
         return std::nullopt;
     }

@@ -31,6 +31,9 @@ constexpr std::uint64_t largestExpansion = 1032;
 /// A tree this deep has more pages than a file can hold.
 constexpr int deepestTree = 10;
 
+/// The number that no object has.
+constexpr std::uint64_t noObject = 0;
+
 /// The first column of a cross-reference.
 constexpr std::uint64_t inFile = 1;
 constexpr std::uint64_t inObjectStream = 2;
@@ -109,7 +112,7 @@ std::optional<Node> nodeIn(std::string_view object)
         return std::nullopt;
     }
     if (cursor.take("/Parent ")) {
-        node.parent = cursor.reference().value_or(0);
+        node.parent = cursor.reference().value_or(noObject);
     }
     if (!cursor.take("/Kids[")) {
         return std::nullopt;
@@ -132,7 +135,7 @@ bool CopyProof::holds(const files::WrittenFile &file, std::int64_t pages)
 {
     m_file = &file;
     m_objectsNumber = 0;
-    if (pages < 1 || !readEnd()) {
+    if (!readEnd()) {
         return false;
     }
     const auto root = readCrossReferences();
@@ -140,10 +143,8 @@ bool CopyProof::holds(const files::WrittenFile &file, std::int64_t pages)
         return false;
     }
     Cursor catalog(object(*root));
-    const auto topNode = catalog.take(dictionaryStart) && catalog.take("/Type/Catalog/Pages ")
-                             ? catalog.reference()
-                             : std::nullopt;
-    return topNode && hasLastPage(*topNode, static_cast<std::uint64_t>(pages));
+    return catalog.take(dictionaryStart) && catalog.take("/Type/Catalog/Pages ") &&
+           hasLastPage(catalog.reference().value_or(noObject), static_cast<std::uint64_t>(pages));
 }
 
 bool CopyProof::readEnd()
@@ -169,13 +170,15 @@ std::string_view CopyProof::view(std::uint64_t offset, std::uint64_t length)
                                                                   : std::string_view();
 }
 
-std::optional<CopyProof::Stream> CopyProof::streamAt(std::uint64_t offset)
+std::string_view CopyProof::headAt(std::uint64_t offset)
 {
     const std::uint64_t size = m_file->size();
-    if (offset >= size) {
-        return std::nullopt;
-    }
-    const std::string_view head = view(offset, std::min(headSize, size - offset));
+    return view(offset, std::min(headSize, size - std::min(offset, size)));
+}
+
+std::optional<CopyProof::Stream> CopyProof::streamAt(std::uint64_t offset)
+{
+    const std::string_view head = headAt(offset);
     Cursor cursor(head);
     const auto number = cursor.number();
     if (!number || !cursor.take(objectStart) || !cursor.take(dictionaryStart)) {
@@ -187,7 +190,7 @@ std::optional<CopyProof::Stream> CopyProof::streamAt(std::uint64_t offset)
         return std::nullopt;
     }
     const auto length = numberBehind(head.substr(entriesStart, entriesEnd - entriesStart), "/Length ");
-    if (!length || *length > size) {
+    if (!length || *length > m_file->size()) {
         return std::nullopt;
     }
     const std::size_t start = entriesEnd + dataStart.size();
@@ -207,11 +210,11 @@ std::optional<std::uint64_t> CopyProof::readCrossReferences()
         return std::nullopt;
     }
     Cursor cursor(std::string_view(m_end).substr(place + mark.size()));
-    const auto start = cursor.number();
-    if (!start || cursor.rest() != spelling::fileEnd) {
+    const std::uint64_t start = cursor.number().value_or(0); // Where the header lies, and no stream.
+    if (cursor.rest() != spelling::fileEnd) {
         return std::nullopt;
     }
-    const auto stream = streamAt(*start);
+    const auto stream = streamAt(start);
     if (!stream || stream->end != m_endStart + place) {
         return std::nullopt;
     }
@@ -320,10 +323,10 @@ std::string_view CopyProof::object(std::uint64_t number)
             found.ends_with('\n') && found.substr(0, found.size() - 1).ends_with(dictionaryEnd);
         return isWhole ? found : std::string_view();
     }
-    if (entry.kind != inFile || entry.where >= m_file->size()) {
+    if (entry.kind != inFile) {
         return {};
     }
-    Cursor cursor(view(entry.where, std::min(headSize, m_file->size() - entry.where)));
+    Cursor cursor(headAt(entry.where));
     return cursor.number() == number && cursor.take(objectStart) ? cursor.rest() : std::string_view();
 }
 

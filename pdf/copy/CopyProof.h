@@ -43,6 +43,8 @@ private:
     [[nodiscard]] Entry entryOf(std::uint64_t number) const;
     /// `length` bytes of the file; none when they are not there. Valid until the next view.
     [[nodiscard]] std::string_view view(std::uint64_t offset, std::uint64_t length);
+    /// The beginning of what lies there; none beyond the end. Valid until the next view.
+    [[nodiscard]] std::string_view headAt(std::uint64_t offset);
     [[nodiscard]] std::optional<Stream> streamAt(std::uint64_t offset);
     [[nodiscard]] bool unpackObjects(std::uint64_t number);
     [[nodiscard]] std::string_view objectInStream(std::uint64_t number, std::uint64_t index) const;

@@ -37,7 +37,7 @@ TEST(AppearancePlacement, OnlyHiddenAndNoViewHide)
     // Some writers know one kind of number only.
     EXPECT_FALSE(isShown(parsed("/Subtype/Square/F 2.0")));
     EXPECT_FALSE(isShown(parsed("/Subtype/Square/F 2147483647.0")));
-    for (const char *flags : {"4.0", "0.0", "-2.0", "2147483648.0", "(2)"}) {
+    for (const char *flags : {"4.0", "0.0", "-2.0", "2147483648.0", "4294967298.0", "(2)"}) {
         EXPECT_TRUE(isShown(parsed(std::string("/Subtype/Square/F ") + flags))) << flags;
     }
 }

@@ -235,6 +235,10 @@ TEST(WrappedText, WordsThatDoNotFitGoToTheNextLine)
     EXPECT_EQ(linesOf(QStringLiteral("aaa bbb"), box), 1);
     EXPECT_EQ(linesOf(QStringLiteral("aaa bbb aaa bbb"), box), 2);
     EXPECT_EQ(linesOf(QStringLiteral("aaa bbb aaa bbb a"), box), 3);
+    box.padding = 0;
+    box.area.minX = 0;
+    roomFor(QStringLiteral("aaa bbb"), 0);
+    EXPECT_EQ(linesOf(QStringLiteral("aaa bbb"), box), 1) << "where it fits exactly";
     roomFor(QStringLiteral("aaa bbb"), -0.01);
     EXPECT_EQ(linesOf(QStringLiteral("aaa bbb"), box), 2);
 }
@@ -357,6 +361,48 @@ TEST(AppearanceOfAField, HasItsCornerInTheOriginAndTheSizeOfItsRectangle)
     EXPECT_TRUE(form.usesTextFonts);
 }
 
+TEST(AppearanceOfAField, IsRoundForRadioButtonsAlone)
+{
+    const auto frameOf = [](const std::string &entries, const char *mark = "") {
+        return made(entries + "/MK<</BC[0]" + mark + ">>").content;
+    };
+    constexpr const char *asCheck = "/CA(4)";
+    EXPECT_EQ(frameOf("/FT/Tx/Ff 32768"), frameOf("/FT/Tx"));
+    EXPECT_EQ(frameOf("/FT/Ch/Ff 32768"), frameOf("/FT/Ch"));
+    EXPECT_NE(frameOf("/FT/Btn/Ff 32768"), frameOf("/FT/Btn"));
+    EXPECT_EQ(frameOf("/FT/Btn/Ff 32768", asCheck), frameOf("/FT/Btn", asCheck));
+    EXPECT_NE(frameOf("/FT/Btn/Ff 32768", "/CA(l)"), frameOf("/FT/Btn", "/CA(l)"))
+        << "a box that is checked by a disc";
+}
+
+TEST(AppearanceOfAField, IsACombOnlyAsAPlainLineWithItsFlag)
+{
+    const auto partsOf = [](long flags) {
+        return textsIn(made("/FT/Tx/MaxLen 4/V(ab)/Ff " + std::to_string(flags)).content).size();
+    };
+    constexpr long combFlag = 1L << 24;
+    constexpr long multilineFlag = 1L << 12;
+    constexpr long passwordFlag = 1L << 13;
+    EXPECT_EQ(partsOf(combFlag), 2U);
+    EXPECT_EQ(partsOf(0), 1U);
+    EXPECT_EQ(partsOf(combFlag | multilineFlag), 1U);
+    EXPECT_EQ(partsOf(combFlag | passwordFlag), 1U);
+    EXPECT_EQ(textsIn(made("/FT/Ch/MaxLen 4/V(ab)/Ff " + std::to_string(combFlag | 1L << 17)).content).size(),
+              1U);
+}
+
+TEST(AppearanceOfAField, StandsAtTheNearestEdgeWhereItsQuaddingIsNone)
+{
+    const auto contentOf = [](const char *quadding) {
+        return made(std::string("/FT/Tx/V(x)/Q ") + quadding).content;
+    };
+    EXPECT_EQ(contentOf("3"), contentOf("2"));
+    EXPECT_EQ(contentOf("-1"), contentOf("0"));
+    EXPECT_EQ(contentOf("1.0"), contentOf("0"));
+    EXPECT_NE(contentOf("1"), contentOf("0"));
+    EXPECT_NE(contentOf("2"), contentOf("1"));
+}
+
 TEST(AppearanceOfAField, ACombHasAThousandCellsAtMost)
 {
     const std::string text(1500, 'i');
@@ -438,6 +484,8 @@ TEST(OptionsOfAField, AreShownFromTheTopRowByRowAndTheChosenOnesMarked)
     EXPECT_EQ(marked(shown("/V(a)")), (Rows{{56.2, 13.8}})) << "of twelve points where no size is asked for";
     const std::vector<SetText> texts = textsIn(shown("", 10));
     ASSERT_EQ(texts.size(), 4U);
+    EXPECT_TRUE(shown("/TI 4", 10).starts_with("q 20 30 100 40 re W n q 20 58.5 100 11.5 re W n 1 0 0 rg "))
+        << "each is clipped to the box and to its row";
     EXPECT_NEAR(texts[0].y, 58.5 + 11.5 / 2 - 3.6, tolerance);
     EXPECT_NEAR(texts[1].y, 47 + 11.5 / 2 - 3.6, tolerance);
     EXPECT_EQ(textsIn(shown("/TI 3", 10)).size(), 2U);

@@ -99,7 +99,8 @@ TEST(CopiedEntries, PagesAndTheirTreeAreNotDrawnWithAndStayOut)
     QPDFObjectHandle states =
         page.resources("/ExtGState<</Page " + add("/Parent " + parent + "/MediaBox[0 0 1 1]") + "/Node " +
                        add("/Parent " + parent + "/Kids[]") + "/Child " + add("/Parent " + parent + "/K 1") +
-                       "/Box " + add("/MediaBox[0 0 1 1]") + "/Kin " + add("/Kids[]") + "/Other " +
+                       "/Box " + add("/MediaBox[0 0 1 1]") + "/Kin " + add("/Kids[]") +
+                       "/None 999 0 R/Straight<</Type/Page>>/Other " +
                        add("/Type/ExtGState/Parent 1/Kids[]") + ">>")
             .getKey("/ExtGState");
     EXPECT_TRUE(states.getKey("/Page").isNull());
@@ -107,7 +108,65 @@ TEST(CopiedEntries, PagesAndTheirTreeAreNotDrawnWithAndStayOut)
     EXPECT_EQ(states.getKey("/Child").getKey("/K").unparse(), "1");
     EXPECT_TRUE(states.getKey("/Box").hasKey("/MediaBox"));
     EXPECT_TRUE(states.getKey("/Kin").hasKey("/Kids"));
+    EXPECT_TRUE(states.getKey("/Straight").isNull());
+    EXPECT_EQ(states.unparse().find("/None"), std::string::npos) << "no object is made of what is not there";
     EXPECT_TRUE(states.getKey("/Other").hasKey("/Kids")) << "it says that it is something else";
+}
+
+TEST(CopiedEntries, OfAPagesContentOnlyItsEncodingStays)
+{
+    const TemporaryFolder folder;
+    PdfBuilder builder;
+    const int content = builder.addStream(
+        "/Filter/ASCIIHexDecode/DecodeParms null/BBox[0 0 1 1]/Matrix[2 0 0 2 0 0]/Mine 1", "20>");
+    builder.addPage("/MediaBox[0 0 99 99]/Contents " + reference(content));
+    QPDF copy;
+    copy.processFile(flatCopy(folder.path(), builder.file()).c_str());
+    QPDFObjectHandle page = copy.getAllPages().at(0);
+    QPDFObjectHandle form = page.getKey("/Resources").getKey("/XObject").getKey("/P").getDict();
+    EXPECT_EQ(entry(form, "/Filter"), "/ASCIIHexDecode");
+    EXPECT_EQ(entry(form, "/BBox"), "[ 0 0 99 99 ]");
+    EXPECT_EQ(entry(form, "/Matrix"), "none");
+    EXPECT_EQ(entry(form, "/Mine"), "none");
+    EXPECT_TRUE(copy.getWarnings().empty()) << "no entry is there twice";
+}
+
+TEST(CopiedEntries, ResourcesAreEachFormsOwnOrShared)
+{
+    CopiedPage page;
+    const int shared = page.builder().add("<</ExtGState<</S<</ca 0.5>>>>>>");
+    const auto form = [&page](const std::string &resources) {
+        return reference(page.builder().addStream("/Subtype/Form/BBox[0 0 9 9]/Resources " + resources,
+                                                  "/S gs 0 0 9 9 re f"));
+    };
+    QPDFObjectHandle copied =
+        page.resources("/XObject<</A " + form("<</ExtGState<</S<</ca 0.1>>>>>>") + "/B " +
+                       form("<</ExtGState<</S<</ca 0.2>>>>>>") + "/C " + form(reference(shared)) + "/D " +
+                       form(reference(shared)) + ">>");
+    const auto resources = [&copied](const char *name) {
+        return copied.getKey("/XObject").getKey(name).getDict().getKey("/Resources");
+    };
+    for (const auto &[name, opacity] :
+         {std::pair{"/A", "0.1"}, {"/B", "0.2"}, {"/C", "0.5"}, {"/D", "0.5"}}) {
+        EXPECT_EQ(resources(name).getKey("/ExtGState").getKey("/S").getKey("/ca").unparse(), opacity) << name;
+    }
+    EXPECT_FALSE(resources("/A").isIndirect());
+    EXPECT_TRUE(resources("/C").isIndirect());
+    EXPECT_EQ(resources("/C").getObjGen(), resources("/D").getObjGen());
+}
+
+TEST(CopiedEntries, AnAppearanceThatIsMadeHasTheFontsThatItUses)
+{
+    const TemporaryFolder folder;
+    PdfBuilder builder;
+    builder.addPage("/MediaBox[0 0 99 99]/Annots[<</Subtype/Widget/FT/Tx/V(text)/Rect[0 0 50 20]>>"
+                    "<</Subtype/Square/IC[1 0 0]/Rect[0 30 50 50]>>]");
+    QPDF copy;
+    copy.processFile(flatCopy(folder.path(), builder.file()).c_str());
+    QPDFObjectHandle page = copy.getAllPages().at(0);
+    QPDFObjectHandle forms = page.getKey("/Resources").getKey("/XObject");
+    EXPECT_TRUE(forms.getKey("/A0").getDict().getKey("/Resources").getKey("/Font").isDictionary());
+    EXPECT_FALSE(forms.getKey("/A1").getDict().getKey("/Resources").hasKey("/Font"));
 }
 
 TEST(CopiedEntries, AFormsResourcesThatAreNoneStayOut)

@@ -319,12 +319,46 @@ TEST(CopyProof, EachPartOnTheWayCountsByItself)
         {"end", replaced("\n%%EOF\n", "\n%%EOF\n\n")},
         {"end", replaced("startxref\n", "startxref\n9")},
         {"end", replaced("startxref\n", "startxref\nx")},
+        {"end", [](std::string &text) { text = "startxref\n\n%%EOF\n"; }},
+        {"catalog", replaced("2 0 R", "x")},
     };
     for (std::size_t index = 0; index < damages.size(); ++index) {
         const auto &[name, edit] = damages[index];
         EXPECT_TRUE(holds(assembled(), 2));
         EXPECT_FALSE(holds(assembled({{name, edit}}), 2)) << "edit " << index << " of " << name;
     }
+}
+
+TEST(CopyProof, AStreamOfObjectsMayHaveAnyNumber)
+{
+    const std::string file = assembled({{"entries of references", replaced("/Root 1", "/Root 5")},
+                                        {"head", replaced("1 0", "5 0")},
+                                        {"objects", replaced("5 0 obj", "1 0 obj")},
+                                        {"rows", [](std::string &rows) {
+                                             const std::string stream = rows.substr(40, 8);
+                                             rows = row(0, 0) + stream + row(2, 1, 1) + row(0, 0) +
+                                                    row(2, 1, 2) + row(2, 1, 0) + rows.substr(48);
+                                         }}});
+    EXPECT_TRUE(holds(file, 2));
+    MemoryFile calls(file);
+    EXPECT_TRUE(CopyProof().holds(*files::WrittenFile::open(0, "", file.size(), calls), 2));
+}
+
+TEST(CopyProof, TheLengthOfAStreamStandsAmongItsEntries)
+{
+    std::string length = "000";
+    std::string file;
+    for (int round = 0; round < 2; ++round) { // The second knows what the first came to.
+        file = assembled({{"catalog", replaced(">>", "/Length " + length + ">>")},
+                          {"entries of objects", [&length](std::string &entries) {
+                               const std::size_t key = entries.find("/Length ");
+                               length = entries.substr(key + 8);
+                               entries.resize(key);
+                           }}});
+    }
+    ASSERT_EQ(length.size(), 3U);
+    ASSERT_NE(file.find("R/Length " + length + ">>"), std::string::npos);
+    EXPECT_FALSE(holds(file, 2));
 }
 
 TEST(CopyProof, APageAloneIsFoundByItsNumber)

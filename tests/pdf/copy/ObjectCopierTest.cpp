@@ -28,6 +28,12 @@ public:
         m_copy.processFile(flatCopy(m_folder.path(), builder.file()).c_str());
     }
 
+    /// Whether the parser found nothing to complain about so far.
+    bool isSound()
+    {
+        return m_copy.getWarnings().empty();
+    }
+
     QPDFObjectHandle page(int index = 0)
     {
         return m_copy.getAllPages().at(static_cast<std::size_t>(index));
@@ -208,11 +214,27 @@ TEST_F(BorrowedResources, AreGivenToAPatternOfTiles)
 TEST_F(BorrowedResources, AreGivenToAType3Font)
 {
     const int glyph = m_builder.addStream("", naming);
-    const std::string font = "<</Subtype/Type3/CharProcs<</a " + reference(glyph) + ">>>>";
+    const std::string font =
+        "<</Subtype/Type3/FirstChar 97/Resources 7/CharProcs<</a " + reference(glyph) + ">>>>";
     addPage("/Font<</Apart " + reference(m_builder.add(font)) + "/Direct" + font + ">>");
     Copied copy(m_builder);
-    expectMine(copy.resources().getKey("/Font").getKey("/Apart"));
-    expectMine(copy.resources().getKey("/Font").getKey("/Direct"));
+    for (const char *name : {"/Apart", "/Direct"}) {
+        QPDFObjectHandle copied = copy.resources().getKey("/Font").getKey(name);
+        expectMine(copied);
+        EXPECT_EQ(copied.getKey("/FirstChar").unparse(), "97") << name;
+        EXPECT_TRUE(copied.getKey("/CharProcs").getKey("/a").isStream()) << name;
+    }
+    EXPECT_TRUE(copy.isSound()) << "no entry is there twice";
+}
+
+TEST_F(BorrowedResources, AreThoseOfThePageAgainBehindAFontWithItsOwn)
+{
+    const int glyph = m_builder.addStream("", naming);
+    const int form = m_builder.addStream("/Subtype/Form/BBox[0 0 9 9]", naming);
+    addPage("/Font<</T<</Subtype/Type3/Resources<</ColorSpace<</Mine/DeviceCMYK>>>>/CharProcs<</a " +
+            reference(glyph) + ">>>>>>/XObject<</X " + reference(form) + ">>");
+    Copied copy(m_builder);
+    expectMine(copy.resources().getKey("/XObject").getKey("/X"));
 }
 
 TEST_F(BorrowedResources, AreGivenToAnAppearance)

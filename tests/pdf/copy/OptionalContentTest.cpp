@@ -104,6 +104,27 @@ TEST(OptionalContent, LayersThatSwitchByThemselvesAreKept)
     EXPECT_EQ(configuration.getKeys().size(), 2U) << configuration.unparse();
 }
 
+TEST(OptionalContent, APageNamesTheLayersOfItsOwnAnnotationsAlone)
+{
+    tests::PdfBuilder builder;
+    const int layer = builder.add("<</Type/OCG/Name(Notes)>>");
+    const int mark = builder.addStream("/Subtype/Form/BBox[0 0 9 9]", "0 0 9 9 re f");
+    builder.addPage("/MediaBox[0 0 50 50]/Annots[<</Subtype/Stamp/Rect[0 0 9 9]/OC " +
+                    tests::reference(layer) + "/AP<</N " + tests::reference(mark) + ">>>>]");
+    builder.addPage("/MediaBox[0 0 50 50]");
+    builder.addToCatalog("/OCProperties<</OCGs[" + tests::reference(layer) + "]/D<<>>>>");
+    const tests::TemporaryFolder folder;
+    QPDF copy;
+    copy.processFile(tests::flatCopy(folder.path(), builder.file()).c_str());
+    const std::vector<QPDFObjectHandle> pages = copy.getAllPages();
+    const auto resources = [&pages](std::size_t index) {
+        QPDFObjectHandle page = pages.at(index);
+        return page.getKey("/Resources");
+    };
+    EXPECT_EQ(resources(0).getKey("/Properties").getKeys().size(), 1U);
+    EXPECT_FALSE(resources(1).hasKey("/Properties"));
+}
+
 TEST(OptionalContent, StatesOfNoLayerAreLeftOut)
 {
     Layers layers;

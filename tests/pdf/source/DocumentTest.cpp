@@ -89,6 +89,19 @@ TEST(Document, ContentThatIsJoinedIsBounded)
     EXPECT_THROW((void)joinedContent(streams, joined.size() - 2), std::length_error);
     EXPECT_THROW((void)joinedContent(streams, 4), std::length_error);
     EXPECT_EQ(joinedContent({}, 0), "");
+    // Of what the parser reads itself it swallows that there is no room for more.
+    const TemporaryFolder folder;
+    PdfBuilder builder;
+    const int first = builder.addStream("", "0 0 m");
+    const int second = builder.addStream("", "9 9 l S");
+    builder.addPage("/Contents[" + reference(first) + ' ' + reference(second) + "]");
+    const auto document = opened(folder, builder.file());
+    const auto page = PageTree(*document).next();
+    ASSERT_TRUE(page);
+    const auto contents = contentStreams(*document, QPDFObjectHandle(page->dictionary).getKey("/Contents"));
+    EXPECT_EQ(joinedContent(contents), joined);
+    EXPECT_THROW((void)joinedContent(contents, joined.size() - 2), std::length_error);
+    EXPECT_THROW((void)joinedContent(contents, 4), std::length_error);
 }
 
 TEST(Document, ANameThatIsNotUtf8IsOpened)
