@@ -113,7 +113,7 @@ bool Answers::render(int page, Reader &request, int descriptor)
     const int height = request.take<int>();
     const double scale = request.take<double>();
     const std::size_t size = pictureBytes(width, height).value_or(0);
-    if (!m_pages || !request.isSound() || size == 0) {
+    if (!m_pages || !request.isSound()) {
         return false;
     }
     const std::span<std::uint8_t> room = m_rooms.bytesOf(descriptor, size);

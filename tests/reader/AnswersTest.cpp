@@ -100,6 +100,20 @@ TEST(Answers, WhatIsNoWholeRequestHasAnEmptyAnswer)
     EXPECT_EQ(answer(answers, whole).size(), 1 + sizeof(Rect));
 }
 
+TEST(Answers, TheLowestDescriptorIsOneLikeAnyOther)
+{
+    const auto openAtZero = [] {
+        const files::Descriptor file =
+            fileOf(tests::smallPdf({{tests::showText(20, 20, "ABC000001"), "0 0 100 100"}}));
+        if (::dup2(file.number(), 0) != 0) {
+            return 1;
+        }
+        Answers answers;
+        return answer(answers, request(Request::open, 0), 0).front() == '\1' ? 0 : 2;
+    };
+    EXPECT_EQ(inChild(openAtZero), (ChildEnd{0, 0}));
+}
+
 TEST(Answers, NoMoreAreasAreReadThanThereMayBe)
 {
     Answers answers;

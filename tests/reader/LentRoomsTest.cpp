@@ -4,12 +4,33 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <sstream>
+#include <string>
+
 namespace tallyfold::reader {
 
 namespace {
 
 /// Bytes of which two, and no three, are kept.
 constexpr std::size_t large = std::size_t{12} << 20U;
+
+/// The bytes of files in memory that this process has among its own.
+std::size_t mappedInMemory()
+{
+    std::ifstream maps("/proc/self/maps");
+    std::size_t sum = 0;
+    for (std::string line; std::getline(maps, line);) {
+        if (line.find("/memfd:") != std::string::npos) {
+            std::size_t begin = 0;
+            std::size_t end = 0;
+            char dash = 0;
+            std::istringstream(line) >> std::hex >> begin >> dash >> end;
+            sum += end - begin;
+        }
+    }
+    return sum;
+}
 
 } // namespace
 
@@ -49,6 +70,25 @@ TEST(LentRooms, RoomStaysWhereItIsWhileThereIsSpace)
     ASSERT_EQ(again.size(), large);
     again.back() = 7;
     EXPECT_EQ(second->bytes().back(), 7);
+}
+
+TEST(LentRooms, NoMoreMakeWayThanHaveTo)
+{
+    pdf::PictureRooms lender;
+    const auto first = lender.lend(large);
+    const auto second = lender.lend(large);
+    const auto third = lender.lend(large);
+    ASSERT_TRUE(first && second && third);
+    LentRooms rooms;
+    const std::size_t before = mappedInMemory();
+    EXPECT_EQ(rooms.bytesOf(first->descriptor(), large).size(), large);
+    const auto stays = rooms.bytesOf(second->descriptor(), large);
+    ASSERT_EQ(stays.size(), large);
+    EXPECT_EQ(mappedInMemory() - before, 2 * large);
+    EXPECT_EQ(rooms.bytesOf(third->descriptor(), large).size(), large);
+    EXPECT_EQ(mappedInMemory() - before, 2 * large) << "of the first nothing is left";
+    stays.back() = 9; // Which could not be written to if it were not there.
+    EXPECT_EQ(second->bytes().back(), 9);
 }
 
 TEST(LentRooms, MoreOfARoomThanBeforeIsThere)

@@ -84,6 +84,15 @@ TEST_P(EveryTurn, WordsOfALineAreJoinedByASpaceHoweverFarApart)
     EXPECT_EQ(textIn(*reader, wholePage), QStringLiteral("left right far"));
 }
 
+TEST_P(EveryTurn, ANarrowSpaceIsOneWhereTheTextHasIt)
+{
+    const TemporaryFolder folder;
+    // A little more than a tenth of the size, and less than a tenth of the height of a line.
+    const auto reader = readerOf(folder, GetParam(), "BT /F 10 Tf -1.73 Tw 200 200 Td (ABC 000001) Tj ET ");
+    ASSERT_TRUE(reader);
+    EXPECT_EQ(textIn(*reader, wholePage), QStringLiteral("ABC 000001"));
+}
+
 TEST_P(EveryTurn, LinesAreJoinedByALineFeed)
 {
     const TemporaryFolder folder;
@@ -118,6 +127,15 @@ TEST_P(EveryTurn, OnlyTheGlyphsInAnAreaAreGiven)
 }
 
 INSTANTIATE_TEST_SUITE_P(PageText, EveryTurn, testing::Values(0, 90, 180, 270));
+
+TEST(PageSizes, WhatIsWrongWithAFileIsNotPrinted)
+{
+    const TemporaryFolder folder;
+    tests::writeFile(folder / "a.pdf", "%PDF-1.7\nno file of any kind");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(openWithPoppler(folder / "a.pdf"), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
 
 TEST(PageSizes, TheCropBoxIsInThePagesOwnCoordinates)
 {
