@@ -38,6 +38,8 @@ TEST(CSV, CommasQuotesAndLineEndsAreQuoted)
 TEST(CSV, ACrLfPairIsOneCharacterThatNeedsNoQuotes)
 {
     EXPECT_EQ(CSV::cell(QStringLiteral("a\r\nb")), QStringLiteral("a\r\nb"));
+    EXPECT_EQ(CSV::cell(QStringLiteral("a\r\n")), QStringLiteral("a\r\n"));
+    EXPECT_EQ(CSV::cell(QStringLiteral("a\r")), QStringLiteral("\"a\r\""));
     EXPECT_EQ(CSV::cell(QStringLiteral("\r\nb")), QStringLiteral("\r\nb"));
     EXPECT_EQ(CSV::cell(QStringLiteral("a\n\r\nb")), QStringLiteral("\"a\n\r\nb\""));
     EXPECT_EQ(CSV::cell(QStringLiteral("a\r\r\nb")), QStringLiteral("\"a\r\r\nb\""));

@@ -53,8 +53,8 @@ TEST(EarlierNumber, OneSeparatorMayStandInANumber)
 
 TEST(EarlierNumber, ACharacterIsNotDivided)
 {
-    // The sign of a number in Arabic and what follows are one character, and so are a digit and a Thai vowel
-    // after it, though a word may end between them.
+    // The sign of a number in Arabic and what follows are one character, though a word begins between them;
+    // so are a digit and a Thai vowel after it.
     const QString before = QStringLiteral("\u0600ABC000123");
     const QString after = QStringLiteral("ABC000123\u0E33");
     EXPECT_EQ(earlierNumberIn(before), std::nullopt);
