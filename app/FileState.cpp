@@ -1,16 +1,16 @@
 #include "app/FileState.h"
 
-#include <sys/stat.h>
+#include "files/FileStatus.h"
 
 namespace tallyfold {
 
 FileState FileState::of(const std::filesystem::path &location)
 {
-    struct stat status {};
-    if (::stat(location.c_str(), &status) != 0) {
+    const std::optional<files::FileStatus> status = files::FileStatus::of(location);
+    if (!status) {
         return {};
     }
-    return {true, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ino};
+    return {true, status->size, status->modified.seconds, status->modified.nanoseconds, status->inode};
 }
 
 } // namespace tallyfold

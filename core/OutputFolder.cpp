@@ -5,13 +5,10 @@
 
 #include <QUuid>
 
-#include <cerrno>
-#include <fcntl.h>
 #include <span>
 
 namespace tallyfold {
 
-using files::uninterrupted;
 using During = FailureCause::During;
 
 namespace {
@@ -27,13 +24,8 @@ std::string temporaryName(const char *ending)
 std::unique_ptr<OutputFolder> OutputFolder::open(const std::filesystem::path &path, files::FileCalls &calls,
                                                  std::error_code &error)
 {
-    const int descriptor = files::uninterrupted(
-        [&] { return calls.openAt(AT_FDCWD, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); });
-    if (descriptor < 0) {
-        error = {errno, std::generic_category()};
-        return nullptr;
-    }
-    return std::unique_ptr<OutputFolder>(new OutputFolder(descriptor, calls));
+    const int descriptor = files::openFolder(calls, path, error);
+    return descriptor < 0 ? nullptr : std::unique_ptr<OutputFolder>(new OutputFolder(descriptor, calls));
 }
 
 OutputFolder::OutputFolder(int descriptor, files::FileCalls &calls) : m_descriptor(descriptor), m_calls(calls)
@@ -139,10 +131,8 @@ void OutputFolder::writeNewFile(const QString &name, const QByteArray &contents)
 
 void OutputFolder::flush() const
 {
-    // Some network file systems cannot flush a folder, and say so; there is nothing better to do there.
-    if (files::uninterrupted([this] { return m_calls.sync(m_descriptor); }) != 0 && errno != EINVAL &&
-        errno != ENOTSUP) {
-        throw FileError{QStringLiteral("."), std::error_code(errno, std::generic_category())};
+    if (const std::error_code error = files::syncFolder(m_calls, m_descriptor)) {
+        throw FileError{QStringLiteral("."), error};
     }
 }
 

@@ -1,10 +1,10 @@
 #include "core/SourceClassifier.h"
 
 #include "core/EarlierNumber.h"
+#include "files/FileStatus.h"
 #include "pdf/source/Document.h"
 #include "pdf/viewing/PageReader.h"
 
-#include <sys/stat.h>
 #include <variant>
 
 namespace tallyfold {
@@ -13,11 +13,11 @@ namespace {
 
 FileDate modificationDate(const std::filesystem::path &location)
 {
-    struct stat status {};
-    if (::stat(location.c_str(), &status) != 0) {
+    const std::optional<files::FileStatus> status = files::FileStatus::of(location);
+    if (!status) {
         return distantPast();
     }
-    return {status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+    return {status->modified.seconds, status->modified.nanoseconds};
 }
 
 std::optional<QString> earlierNumberOnFirstPage(const std::filesystem::path &location)

@@ -24,6 +24,7 @@
 #include "core/SourceClassifier.h"
 #include "core/SourceCollector.h"
 #include "examples/ProductionReport.h"
+#include "files/Terminal.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -33,7 +34,6 @@
 #include <cstdio>
 #include <set>
 #include <string_view>
-#include <unistd.h>
 
 using namespace tallyfold;
 
@@ -198,7 +198,7 @@ void tellSkipped(const ProductionPlan &plan)
 ExitCode write(const Request &request, const ProductionPlan &plan)
 {
     std::signal(SIGINT, [](int) { isStopRequested = true; });
-    const bool showsProgress = ::isatty(STDERR_FILENO) != 0;
+    const bool showsProgress = files::isTerminal(stderr);
     const std::int64_t total = pagesOf(plan);
     const auto onPage = [&](std::int64_t pages) {
         const bool isLast = pages == total || isStopRequested;

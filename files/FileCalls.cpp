@@ -67,4 +67,42 @@ int FileCalls::unlink(int folder, const char *name)
     return ::unlinkat(folder, name, 0);
 }
 
+int openFolder(FileCalls &calls, const std::filesystem::path &path, std::error_code &error)
+{
+    const int descriptor = uninterrupted(
+        [&] { return calls.openAt(AT_FDCWD, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); });
+    if (descriptor < 0) {
+        error = {errno, std::generic_category()};
+    }
+    return descriptor;
+}
+
+std::error_code syncFolder(FileCalls &calls, int folder)
+{
+    if (uninterrupted([&] { return calls.sync(folder); }) == 0 || errno == EINVAL || errno == ENOTSUP) {
+        return {};
+    }
+    return {errno, std::generic_category()};
+}
+
+std::size_t readUpTo(FileCalls &calls, int descriptor, std::uint64_t offset, std::span<char> bytes,
+                     std::error_code &error)
+{
+    std::size_t have = 0;
+    while (have < bytes.size()) {
+        const ssize_t got = uninterrupted([&] {
+            return calls.readAt(descriptor, bytes.data() + have, bytes.size() - have,
+                                static_cast<off_t>(offset + have));
+        });
+        if (got < 0) {
+            error = {errno, std::generic_category()};
+        }
+        if (got <= 0) {
+            break;
+        }
+        have += static_cast<std::size_t>(got);
+    }
+    return have;
+}
+
 } // namespace tallyfold::files

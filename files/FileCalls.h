@@ -2,7 +2,11 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
 #include <sys/types.h>
+#include <system_error>
 
 namespace tallyfold::files {
 
@@ -44,5 +48,18 @@ template <typename Call> [[nodiscard]] auto uninterrupted(const Call &call)
     }
     return result;
 }
+
+/// Opens the folder at `path`, so that files can be made in it; its descriptor, or -1 when `error` says why
+/// there is none.
+[[nodiscard]] int openFolder(FileCalls &calls, const std::filesystem::path &path, std::error_code &error);
+
+/// Flushes the names in the open folder `folder` to the disk. No error where a file system, such as one
+/// across a network, has no way to do that.
+[[nodiscard]] std::error_code syncFolder(FileCalls &calls, int folder);
+
+/// Fills `bytes` with what lies at `offset` of the open file `descriptor`, and gives how many there were:
+/// fewer only where the file ends, or where `error` says why it cannot be read.
+[[nodiscard]] std::size_t readUpTo(FileCalls &calls, int descriptor, std::uint64_t offset,
+                                   std::span<char> bytes, std::error_code &error);
 
 } // namespace tallyfold::files

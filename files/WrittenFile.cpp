@@ -45,18 +45,8 @@ bool WrittenFile::readEnd(std::uint64_t count, std::string &bytes) const
 
 std::size_t WrittenFile::readUpTo(std::uint64_t offset, std::span<char> bytes) const
 {
-    std::size_t have = 0;
-    while (have < bytes.size()) {
-        const ssize_t got = uninterrupted([&] {
-            return m_calls.readAt(m_descriptor, bytes.data() + have, bytes.size() - have,
-                                  static_cast<off_t>(offset + have));
-        });
-        if (got <= 0) {
-            break;
-        }
-        have += static_cast<std::size_t>(got);
-    }
-    return have;
+    std::error_code error; // A file that cannot be read is as wrong as a short one.
+    return files::readUpTo(m_calls, m_descriptor, offset, bytes, error);
 }
 
 } // namespace tallyfold::files

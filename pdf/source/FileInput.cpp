@@ -1,31 +1,17 @@
 #include "pdf/source/FileInput.h"
 
+#include "files/FileCalls.h"
+#include "files/Usage.h"
 #include "pdf/source/MemoryLimit.h"
-#include "pdf/source/StackDepth.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 #include <stdexcept>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
 namespace tallyfold::pdf {
-
-namespace {
-
-/// The processor time that this thread has used.
-std::chrono::nanoseconds timeOfThread()
-{
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
-
-} // namespace
 
 std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path, std::error_code &error,
                                            std::chrono::nanoseconds patience)
@@ -35,31 +21,21 @@ std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path, st
         error = std::error_code(errno, std::generic_category());
         return nullptr;
     }
-    Stamp stamp;
-    error = readStamp(file.number(), stamp);
-    return error ? nullptr : std::shared_ptr<FileInput>(new FileInput(std::move(file), stamp, patience));
+    error.clear();
+    const std::optional<files::FileStatus> status = files::FileStatus::of(file.number(), error);
+    if (status && status->kind != files::FileStatus::Kind::regular) {
+        error = make_error_code(status->kind == files::FileStatus::Kind::folder ? std::errc::is_a_directory
+                                                                                : std::errc::not_supported);
+    }
+    return error ? nullptr : std::shared_ptr<FileInput>(new FileInput(std::move(file), *status, patience));
 }
 
-FileInput::FileInput(files::Descriptor file, const Stamp &stamp, std::chrono::nanoseconds patience)
+FileInput::FileInput(files::Descriptor file, const files::FileStatus &status,
+                     std::chrono::nanoseconds patience)
     : m_file(std::move(file)),
-      m_stamp(stamp),
-      m_deadline(timeOfThread() + patience + std::chrono::microseconds(stamp.size))
+      m_atOpening(status),
+      m_deadline(files::processorTimeOfThread() + patience + std::chrono::microseconds(status.size))
 {
-}
-
-std::error_code FileInput::readStamp(int descriptor, Stamp &stamp)
-{
-    struct stat status {};
-    if (::fstat(descriptor, &status) != 0) {
-        return {errno, std::generic_category()};
-    }
-    if (!S_ISREG(status.st_mode)) {
-        return make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
-                                                       : std::errc::not_supported);
-    }
-    stamp = {status.st_size,
-             {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec, status.st_ctim.tv_nsec}};
-    return {};
 }
 
 int FileInput::descriptor() const
@@ -78,11 +54,11 @@ void FileInput::count(qpdf_offset_t bytes)
     constexpr qpdf_offset_t times = 50;
     constexpr qpdf_offset_t forSmallFiles = 256 * 1024 * 1024;
     m_read += bytes;
-    m_isExhausted = m_isExhausted || m_read > forSmallFiles + times * m_stamp.size || isStackNearlyFull() ||
-                    MemoryLimit::wasReached();
+    m_isExhausted = m_isExhausted || m_read > forSmallFiles + times * m_atOpening.size ||
+                    files::isStackNearlyFull() || MemoryLimit::wasReached();
     if (m_read - m_lastLook > 64 * 1024) { // The clock is slow to read.
         m_lastLook = m_read;
-        m_isExhausted = m_isExhausted || timeOfThread() > m_deadline;
+        m_isExhausted = m_isExhausted || files::processorTimeOfThread() > m_deadline;
     }
     if (m_isExhausted) {
         throw std::runtime_error("the file is too much for the parser");
@@ -91,13 +67,13 @@ void FileInput::count(qpdf_offset_t bytes)
 
 qpdf_offset_t FileInput::size() const
 {
-    return m_stamp.size;
+    return m_atOpening.size;
 }
 
 bool FileInput::hasChanged() const
 {
-    Stamp now;
-    return readStamp(m_file.number(), now) || now != m_stamp;
+    std::error_code error;
+    return files::FileStatus::of(m_file.number(), error) != m_atOpening;
 }
 
 std::error_code FileInput::failure() const
@@ -107,21 +83,13 @@ std::error_code FileInput::failure() const
 
 std::size_t FileInput::readAt(qpdf_offset_t offset, char *destination, std::size_t length) const
 {
-    std::size_t have = 0;
-    while (have < length) {
-        const ssize_t got = ::pread(m_file.number(), destination + have, length - have,
-                                    offset + static_cast<qpdf_offset_t>(have));
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got < 0) {
-            m_failure = std::error_code(errno, std::generic_category());
-            throw std::system_error(m_failure, "read");
-        }
-        if (got == 0) {
-            break;
-        }
-        have += static_cast<std::size_t>(got);
+    std::error_code error;
+    const std::size_t have =
+        files::readUpTo(files::FileCalls::system(), m_file.number(), static_cast<std::uint64_t>(offset),
+                        {destination, length}, error);
+    if (error) {
+        m_failure = error;
+        throw std::system_error(error, "read");
     }
     return have;
 }
@@ -135,7 +103,7 @@ const FileInput::Block &FileInput::blockAt(qpdf_offset_t offset)
         return block;
     }
     block.start = -1;
-    block.bytes.resize(static_cast<std::size_t>(std::min(blockSize, m_stamp.size - start)));
+    block.bytes.resize(static_cast<std::size_t>(std::min(blockSize, m_atOpening.size - start)));
     block.bytes.resize(
         readAt(start, block.bytes.data(), block.bytes.size())); // Less when the file has shrunk.
     block.start = start;
@@ -147,12 +115,12 @@ size_t FileInput::read(char *destination, size_t length)
     last_offset = m_position;
     std::size_t done = 0;
     // The data of a large stream goes where it is wanted, past the blocks, which it would only push out.
-    if (length >= static_cast<std::size_t>(blockSize) && m_position < m_stamp.size) {
+    if (length >= static_cast<std::size_t>(blockSize) && m_position < m_atOpening.size) {
         done = readAt(m_position, destination,
-                      std::min(length, static_cast<std::size_t>(m_stamp.size - m_position)));
+                      std::min(length, static_cast<std::size_t>(m_atOpening.size - m_position)));
         m_position += static_cast<qpdf_offset_t>(done);
     }
-    while (done < length && m_position < m_stamp.size) {
+    while (done < length && m_position < m_atOpening.size) {
         const Block &block = blockAt(m_position);
         const auto inBlock = static_cast<std::size_t>(m_position - block.start);
         if (inBlock >= block.bytes.size()) {
@@ -165,7 +133,7 @@ size_t FileInput::read(char *destination, size_t length)
     }
     count(static_cast<qpdf_offset_t>(done));
     if (done == 0 && length > 0) { // The parser expects a failed read to stand at the end.
-        m_position = m_stamp.size;
+        m_position = m_atOpening.size;
         last_offset = m_position;
     }
     return done;
@@ -177,9 +145,9 @@ qpdf_offset_t FileInput::findAndSkipNextEOL()
     const auto isWhiteSpace = [&](char ch) {
         return isLineEnd(ch) || ch == ' ' || ch == '\t' || ch == '\f' || ch == '\0';
     };
-    qpdf_offset_t found = m_stamp.size;
+    qpdf_offset_t found = m_atOpening.size;
     bool inLineEnd = false;
-    while (m_position < m_stamp.size) {
+    while (m_position < m_atOpening.size) {
         const Block &block = blockAt(m_position);
         const auto inBlock = static_cast<std::size_t>(m_position - block.start);
         if (inBlock >= block.bytes.size()) {
@@ -199,7 +167,7 @@ qpdf_offset_t FileInput::findAndSkipNextEOL()
         found = m_position;
         inLineEnd = true;
     }
-    m_position = m_stamp.size;
+    m_position = m_atOpening.size;
     return found;
 }
 
@@ -215,7 +183,7 @@ qpdf_offset_t FileInput::tell()
 
 void FileInput::seek(qpdf_offset_t offset, int whence)
 {
-    const qpdf_offset_t base = whence == SEEK_SET ? 0 : whence == SEEK_END ? m_stamp.size : m_position;
+    const qpdf_offset_t base = whence == SEEK_SET ? 0 : whence == SEEK_END ? m_atOpening.size : m_position;
     if (offset < -base) {
         throw std::runtime_error("seek before the beginning of the file");
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Descriptor.h"
+#include "files/FileStatus.h"
 #include "files/UnderSanitizer.h"
 
 #include <qpdf/InputSource.hh>
@@ -65,19 +66,12 @@ public:
     [[nodiscard]] std::error_code failure() const;
 
 private:
-    /// What tells one state of a file from another.
-    struct Stamp {
-        std::int64_t size = 0;
-        std::array<std::int64_t, 4> times{};
-        bool operator==(const Stamp &) const = default;
-    };
     struct Block {
         qpdf_offset_t start = -1;
         std::vector<char> bytes;
     };
 
-    FileInput(files::Descriptor file, const Stamp &stamp, std::chrono::nanoseconds patience);
-    [[nodiscard]] static std::error_code readStamp(int descriptor, Stamp &stamp);
+    FileInput(files::Descriptor file, const files::FileStatus &status, std::chrono::nanoseconds patience);
     const Block &blockAt(qpdf_offset_t offset);
     /// Notes that the parser read so many bytes. Throws `std::runtime_error` when it may not read on.
     void count(qpdf_offset_t bytes);
@@ -86,7 +80,7 @@ private:
     static constexpr std::size_t blockCount = 128;
 
     files::Descriptor m_file;
-    Stamp m_stamp;
+    files::FileStatus m_atOpening;
     qpdf_offset_t m_position = 0;
     qpdf_offset_t m_read = 0;            ///< How much the parser read so far.
     std::chrono::nanoseconds m_deadline; ///< In processor time of the thread.

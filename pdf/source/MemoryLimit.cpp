@@ -1,17 +1,14 @@
 #include "pdf/source/MemoryLimit.h"
 
 #include "files/UnderSanitizer.h"
+#include "files/Usage.h"
 
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
-#include <fcntl.h>
 #include <limits>
 #include <new>
-#include <string_view>
-#include <unistd.h>
 
 namespace tallyfold::pdf {
 
@@ -22,28 +19,6 @@ constexpr std::int64_t bytesForEach = isUnderSanitizer ? 3 : 1;
 
 /// So much is given between two looks at what the process has: looking at every allocation would be slow.
 constexpr std::int64_t unseen = 16 * 1024 * 1024;
-
-/// The bytes of memory this process has for itself; 0 when that cannot be found out.
-std::int64_t memoryOfProcess() noexcept
-{
-    const int file = ::open("/proc/self/statm", O_RDONLY | O_CLOEXEC);
-    if (file < 0) {
-        return 0;
-    }
-    std::array<char, 128> line{};
-    const ssize_t length = ::read(file, line.data(), line.size());
-    ::close(file);
-    std::string_view rest(line.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
-    std::array<std::int64_t, 3> pages{}; // All addresses, what is in memory, and what of it is shared.
-    for (std::int64_t &count : pages) {
-        const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), count);
-        if (error != std::errc() || end == rest.data() + rest.size()) {
-            return 0;
-        }
-        rest.remove_prefix(static_cast<std::size_t>(end + 1 - rest.data()));
-    }
-    return (pages[1] - pages[2]) * ::sysconf(_SC_PAGESIZE);
-}
 
 /// What a thread may take.
 struct Share {
@@ -64,7 +39,7 @@ bool mayTake(std::int64_t size) noexcept
         return true;
     }
     share.unlooked = unseen;
-    const std::int64_t now = memoryOfProcess();
+    const std::int64_t now = files::memoryOfProcess();
     if (share.atFirst < 0) {
         share.atFirst = now;
     }
