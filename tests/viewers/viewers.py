@@ -226,7 +226,7 @@ class InNode(Viewer):
 
     def version(self):
         with open(os.path.join(HERE, "package.json"), encoding="utf-8") as file:
-            return f"{self.title} ({self.package} {json.load(file)['dependencies'][self.package]})"
+            return f"{self.title} (`{self.package}` {json.load(file)['dependencies'][self.package]})"
 
     def look(self, path, wanted):
         look = Look()
