@@ -1,7 +1,6 @@
 #include "app/Translations.h"
 
 #include <QCoreApplication>
-#include <QtGlobal>
 
 /// A static library's resources are not there by themselves. The macro asks for the global namespace.
 static void initResources()
@@ -11,19 +10,22 @@ static void initResources()
 
 namespace tallyfold {
 
-Translations::Translations()
+QStringList Translations::languages()
+{
+    return QStringLiteral(TALLYFOLD_LANGUAGES).split(u' ');
+}
+
+Translations::Translations(const QString &language)
 {
     initResources();
-    install(m_plurals, QStringLiteral("tallyfold_en"));
-#ifndef Q_OS_MACOS // The keys call things what they are called there.
-    install(m_desktop, QStringLiteral("tallyfold_en_desktop"));
-#endif
+    install(m_texts, QStringLiteral("tallyfold_") + language);
+    install(m_desktop, QStringLiteral("tallyfold_%1_desktop").arg(language));
 }
 
 Translations::~Translations()
 {
     QCoreApplication::removeTranslator(&m_desktop);
-    QCoreApplication::removeTranslator(&m_plurals);
+    QCoreApplication::removeTranslator(&m_texts);
 }
 
 void Translations::install(QTranslator &translator, const QString &name)

@@ -7,10 +7,12 @@
 #include "ui/shell/TallyfoldApp.h"
 #include "ui/shell/TerminationSignals.h"
 #include "ui/theme/ColorScheme.h"
+#include "window_support/LocalizedTitle.h"
 
 #include <QApplication>
 #include <QDBusConnection>
 #include <QIcon>
+#include <QLocale>
 
 #include <chrono>
 #include <cstdio>
@@ -46,7 +48,7 @@ void introduce()
 /// Puts the program on the session's bus, and its windows on the screen.
 int run(const CommandLine &line)
 {
-    const Translations translations;
+    const Translations translations(applicationLanguage(Translations::languages(), QLocale().uiLanguages()));
     const QDBusConnection bus = QDBusConnection::sessionBus();
     const ColorScheme scheme(bus);
     InstanceService instance(bus, identity::id);

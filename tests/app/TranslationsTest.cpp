@@ -7,6 +7,7 @@
 #include "app/SourceMessages.h"
 #include "tests/app/ModelFixture.h"
 
+#include <QFile>
 #include <QTranslator>
 
 #include <array>
@@ -187,6 +188,24 @@ TEST(Translations, WordsOfThisDesktopHoldAsLongAsTheyLive)
         EXPECT_TRUE(advice().contains(QStringLiteral("(Ctrl+O)"))) << advice().toStdString();
     }
     EXPECT_TRUE(advice().contains(QStringLiteral("(⌘O)")));
+}
+
+TEST(Translations, EachLanguageHasItsCatalogue)
+{
+    ASSERT_FALSE(Translations::languages().isEmpty());
+    EXPECT_EQ(Translations::languages().front(), QStringLiteral("en"));
+    for (const QString &language : Translations::languages()) {
+        const Translations translations(language); // Brings the catalogues with it.
+        EXPECT_TRUE(QFile::exists(QStringLiteral(":/translations/tallyfold_%1.qm").arg(language)))
+            << language.toStdString();
+    }
+}
+
+TEST(Translations, AnUnknownLanguageLeavesTheKeys)
+{
+    const Translations translations(QStringLiteral("xx"));
+    EXPECT_EQ(QCoreApplication::translate("Words", "Check for Updates…"),
+              QStringLiteral("Check for Updates…"));
 }
 
 } // namespace tallyfold

@@ -1,6 +1,7 @@
 #include "ui/shell/AppCommands.h"
 
 #include "app/RunMessages.h"
+#include "app/Translations.h"
 #include "ui/text/Words.h"
 #include "window_support/LocalizedTitle.h"
 #include "window_support/MenuBaseline.h"
@@ -90,7 +91,7 @@ void AppCommands::addTo(QMenuBar &bar, QWidget *window)
     baseline.help = MenuHelp{displayedName(), QKeySequence(Qt::CTRL | Qt::Key_Question),
                              [this] { m_environment.openWindow(WindowId::help); }};
     baseline.helpItems = {m_about, m_checkForUpdates};
-    baseline.language = applicationLanguage({QStringLiteral("en")}, QLocale().uiLanguages());
+    baseline.language = applicationLanguage(Translations::languages(), QLocale().uiLanguages());
 
     QMenu *file = bar.addMenu(words(QT_TRANSLATE_NOOP("Words", "&File")));
     file->addAction(m_addPdfs);
