@@ -1,4 +1,6 @@
 #include "tests/ui/WindowFixture.h"
+#include "ui/controls/PositionGrid.h"
+#include "ui/controls/SectionTitle.h"
 
 #include <QAccessible>
 
@@ -138,6 +140,69 @@ TEST_F(Accessibility, ARowReadsAsOneSentence)
               QStringLiteral(
                   "Board minutes.pdf, 3 pages, ABC000001 – ABC000003, Already numbered? “ACME000017” near "
                   "the edge"));
+}
+
+TEST_F(Accessibility, SectionsAreHeadingsThatOpenAndClose)
+{
+    auto *title = find<QWidget>("numbering")->findChild<SectionTitle *>();
+    QAccessibleInterface *heading = QAccessible::queryAccessibleInterface(title);
+    EXPECT_EQ(heading->role(), QAccessible::Heading);
+    EXPECT_EQ(heading->text(QAccessible::Name), QStringLiteral("Numbering"));
+    EXPECT_TRUE(heading->state().expandable && heading->state().expanded && !heading->state().collapsed);
+    heading->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(title->isChecked());
+    EXPECT_TRUE(heading->state().collapsed && !heading->state().expanded);
+}
+
+TEST_F(Accessibility, PlacesAreRadioButtonsInAGroupOfTheirName)
+{
+    auto *grid = find<PositionGrid>("batesPosition");
+    QAccessibleInterface *group = QAccessible::queryAccessibleInterface(grid);
+    EXPECT_EQ(group->role(), QAccessible::Grouping);
+    EXPECT_EQ(group->text(QAccessible::Name), QStringLiteral("Bates number"));
+    for (const StampPosition position : allStampPositions) {
+        QAccessibleInterface *spot = QAccessible::queryAccessibleInterface(grid->spot(position));
+        EXPECT_EQ(spot->role(), QAccessible::RadioButton);
+        EXPECT_EQ(spot->state().checked, position == StampPosition::bottomRight ? 1U : 0U);
+    }
+}
+
+TEST_F(Accessibility, PicturesSayWhatTheStampReads)
+{
+    edit([](StampSettings &settings) {
+        settings.legend = QStringLiteral("SECRET");
+        settings.legendPosition = StampPosition::topLeft;
+        settings.cover = CoverOption::skipKeepNumber;
+    });
+    addPdfs({"a.pdf"}, 2);
+    ASSERT_TRUE(waitUntil([] { return isShown("page2"); }));
+    const auto picture = [this](const char *name) {
+        return QAccessible::queryAccessibleInterface(find<QWidget>(name));
+    };
+    for (const char *name : {"closeUp", "page1", "page2"}) {
+        EXPECT_EQ(picture(name)->role(), QAccessible::Graphic) << name;
+    }
+    EXPECT_EQ(picture("page1")->text(QAccessible::Name), QStringLiteral("Page 1, stamped"));
+    EXPECT_EQ(picture("page1")->text(QAccessible::Description), QStringLiteral("No stamp on this page"));
+    EXPECT_EQ(picture("closeUp")->text(QAccessible::Description), QStringLiteral("No stamp on this page"));
+    EXPECT_EQ(picture("page2")->text(QAccessible::Description),
+              QStringLiteral("Stamp: SECRET (Top left), ABC000002 (Bottom right)"));
+}
+
+TEST_F(Accessibility, TitlesOfPagesAndSheetsAreHeadings)
+{
+    app->environment().openHelp(QStringLiteral("password"));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(find<QWidget>("topicTitle"))->role(),
+              QAccessible::Heading);
+    addPdfs({"a.pdf"}, 2);
+    model().setOutputFolder(output);
+    model().stamp();
+    ASSERT_TRUE(waitUntil([] { return isShown("resultView"); }));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(find<QWidget>("resultTitle"))->role(),
+              QAccessible::Heading);
+    EXPECT_EQ(find<QWidget>("resultView")->accessibleDescription(),
+              QStringLiteral("Production written: 1 stamped copy (2 pages). Next production starts at "
+                             "ABC000003 to continue this series."));
 }
 
 TEST_F(Accessibility, TabReachesEveryControlAndComesRound)

@@ -1,15 +1,16 @@
 #include "ui/controls/PositionGrid.h"
 
+#include "ui/controls/AccessibleRole.h"
 #include "ui/controls/StyledLabel.h"
 #include "ui/text/Titles.h"
 #include "ui/theme/Spacing.h"
 
-#include <QAbstractButton>
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QRadioButton>
 
 namespace tallyfold {
 
@@ -39,17 +40,21 @@ protected:
 };
 
 /// One spot: a mark, filled with the accent when it is the chosen one.
-class Spot final : public QAbstractButton {
+class Spot final : public QRadioButton {
 public:
     Spot()
     {
-        setCheckable(true);
         setFixedSize(spotSize);
         setCursor(Qt::PointingHandCursor);
         setAttribute(Qt::WA_Hover);
     }
 
 protected:
+    [[nodiscard]] bool hitButton(const QPoint &point) const override
+    {
+        return rect().contains(point);
+    }
+
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
@@ -89,7 +94,6 @@ PositionGrid::PositionGrid(const QString &name, QWidget *parent)
             auto *button = new Spot;
             button->installEventFilter(this);
             button->setAccessibleName(titleOf(position));
-            button->setAccessibleDescription(name);
             button->setToolTip(titleOf(position));
             group->addButton(button);
             grid->addWidget(button, static_cast<int>(row) * 2, static_cast<int>(column), Qt::AlignCenter);
@@ -102,6 +106,7 @@ PositionGrid::PositionGrid(const QString &name, QWidget *parent)
     layout->setSpacing(spacing::wide);
     layout->addWidget(page);
     layout->addWidget(m_title, 1);
+    setAccessibleRole(*this, QAccessible::Grouping);
     setAccessibleName(name);
     setSelection(m_selection);
 }

@@ -4,9 +4,12 @@
 #include "ui/theme/Symbols.h"
 #include "ui/theme/Typography.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionFocusRect>
+
+#include <memory>
 
 namespace tallyfold {
 
@@ -17,15 +20,63 @@ int discOf(const QFont &digits)
     return QFontMetrics(digits).height() + spacing::tight;
 }
 
+/// A heading that opens and closes what is under it, to those who do not see it. Its number is an ornament.
+class SpokenTitle final : public QAccessibleWidget {
+public:
+    explicit SpokenTitle(SectionTitle *title) : QAccessibleWidget(title, QAccessible::Heading) {}
+
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        const bool isOpen = button().isChecked();
+        state.expandable = true;
+        state.expanded = isOpen;
+        state.collapsed = !isOpen;
+        return state;
+    }
+    [[nodiscard]] QStringList actionNames() const override
+    {
+        return QStringList(pressAction()) + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString &action) override
+    {
+        if (action == pressAction()) {
+            button().click();
+        } else {
+            QAccessibleWidget::doAction(action);
+        }
+    }
+
+private:
+    [[nodiscard]] QAbstractButton &button() const
+    {
+        return *qobject_cast<QAbstractButton *>(widget());
+    }
+};
+
+QAccessibleInterface *spoken(const QString &, QObject *object)
+{
+    auto *title = qobject_cast<SectionTitle *>(object);
+    // The registry of accessible objects takes it over.
+    return title ? std::make_unique<SpokenTitle>(title).release() : nullptr;
+}
+
 } // namespace
 
 SectionTitle::SectionTitle(std::int64_t number, const QString &title, QWidget *parent)
     : QAbstractButton(parent), m_number(number), m_title(title)
 {
+    QAccessible::installFactory(spoken); // Once, however often it is asked to; before anything is told of.
     setCheckable(true);
     setChecked(true);
     setFocusPolicy(Qt::TabFocus);
-    setAccessibleName(QStringLiteral("%1 %2").arg(QString::number(number), title));
+    setAccessibleName(title);
+    connect(this, &QAbstractButton::toggled, this, [this] {
+        QAccessible::State changed;
+        changed.expanded = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
+    });
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setCursor(Qt::PointingHandCursor);
 }

@@ -1,5 +1,7 @@
 #include "ui/controls/StyledLabel.h"
 
+#include "ui/controls/AccessibleRole.h"
+
 #include <QEvent>
 #include <QGuiApplication>
 
@@ -10,6 +12,9 @@ StyledLabel::StyledLabel(TextStyle style, Tone tone, QWidget *parent)
 {
     setTextFormat(Qt::PlainText); // File names are shown here, which may look like markup.
     setWordWrap(true);
+    if (style == TextStyle::largeTitle || style == TextStyle::title) {
+        setAccessibleRole(*this, QAccessible::Heading);
+    }
     dress();
 }
 

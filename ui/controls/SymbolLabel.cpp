@@ -1,5 +1,6 @@
 #include "ui/controls/SymbolLabel.h"
 
+#include "ui/controls/AccessibleRole.h"
 #include "ui/theme/Spacing.h"
 
 #include <QFontMetrics>
@@ -22,7 +23,19 @@ SymbolLabel::SymbolLabel(const QString &symbol, Tone symbolTone, TextStyle style
 
 void SymbolLabel::setText(const QString &text)
 {
+    if (text == m_text->text()) {
+        return;
+    }
     m_text->setText(text);
+    if (m_isAnnounced) {
+        announceAgain(*m_text);
+    }
+}
+
+void SymbolLabel::setAnnounced()
+{
+    m_isAnnounced = true;
+    tallyfold::setAnnounced(*m_text);
 }
 
 QString SymbolLabel::text() const

@@ -16,12 +16,15 @@ public:
                 QWidget *parent = nullptr);
 
     void setText(const QString &text);
+    /// Has the text told to those who do not see it whenever it appears or changes.
+    void setAnnounced();
     [[nodiscard]] QString text() const;
     [[nodiscard]] QString symbol() const;
 
 private:
     SymbolView *m_symbol;
     StyledLabel *m_text;
+    bool m_isAnnounced = false;
 };
 
 } // namespace tallyfold

@@ -18,6 +18,7 @@ Warning::Warning(QWidget *parent)
     layout->setSpacing(spacing::tight + 2);
     layout->addWidget(m_label);
     layout->addWidget(m_button);
+    m_label->setAnnounced();
     m_button->hide();
     connect(m_button, &QPushButton::clicked, this, [this] {
         if (const auto run = m_run) { // A copy: what it does may take this warning away.

@@ -18,6 +18,7 @@ PasswordNoticeView::PasswordNoticeView(const Environment &environment, QWidget *
       m_remove(new SmallButton(QString()))
 {
     setObjectName(QStringLiteral("passwordNotice"));
+    m_label->setAnnounced();
     m_help->setObjectName(QStringLiteral("passwordHelp"));
     m_remove->setObjectName(QStringLiteral("removeProtected"));
     auto *layout = new QVBoxLayout(this);

@@ -62,6 +62,7 @@ StampBar::StampBar(const Environment &environment, QWidget *parent)
 QWidget *StampBar::makeIdle()
 {
     m_problem->setObjectName(QStringLiteral("blockingProblem"));
+    m_problem->setAnnounced();
     m_status->setObjectName(QStringLiteral("status"));
     m_chooseFirst->setObjectName(QStringLiteral("chooseFirst"));
     m_stamp->setObjectName(QStringLiteral("stamp"));

@@ -20,6 +20,7 @@ WrittenNotice::WrittenNotice(const Environment &environment, QWidget *parent)
 {
     m_place->setObjectName(QStringLiteral("writtenPlace"));
     m_label->setObjectName(QStringLiteral("written"));
+    m_label->setAnnounced();
     auto *reveal = new SmallButton(words(QT_TRANSLATE_NOOP("Words", "Show in Finder")));
     reveal->setObjectName(QStringLiteral("showWritten"));
     connect(reveal, &QPushButton::clicked, this, [this] {

@@ -127,6 +127,7 @@ void ResultView::addRows(QVBoxLayout &layout)
     auto *next =
         new StyledLabel(text, TextStyle::body, m_summary.cancelled || isFull ? Tone::warning : Tone::text);
     next->setObjectName(QStringLiteral("resultNext"));
+    setAccessibleDescription(writtenText(m_summary) + QLatin1Char(' ') + text);
     layout.addWidget(next);
 }
 

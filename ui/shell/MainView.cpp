@@ -4,6 +4,7 @@
 #include "ui/form/StampBar.h"
 #include "ui/form/StampForm.h"
 #include "ui/preview/PreviewPane.h"
+#include "ui/preview/SpokenPreview.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Symbols.h"
 #include "window_support/WindowUndoManagerReader.h"
@@ -66,6 +67,7 @@ void MainView::addColumns()
     layout->addWidget(new StampForm(m_environment), 1);
     layout->addWidget(new StampBar(m_environment));
     auto *preview = new PreviewPane(m_environment);
+    new SpokenPreview(m_environment, *preview);
 
     files->setMinimumWidth(230);
     preview->setMinimumWidth(230);
