@@ -4,12 +4,12 @@
 
 namespace tallyfold::files {
 
-/// An open file, pipe or socket, which is closed at the end.
+/// A file descriptor: an open file, pipe or socket, closed by the destructor.
 class Descriptor {
 public:
-    /// None.
+    /// No file.
     Descriptor() = default;
-    /// What the system calls `number`; none when that is negative, as the system says of what it cannot open.
+    /// Owns the descriptor `number`; no file when that is negative, as failed system calls give it.
     explicit Descriptor(int number);
     ~Descriptor();
     Descriptor(Descriptor &&other) noexcept;
@@ -17,12 +17,12 @@ public:
     Descriptor(const Descriptor &) = delete;
     Descriptor &operator=(const Descriptor &) = delete;
 
-    /// The file at `path`, to be read; none when it cannot be opened. Does not wait, whatever it is: a named
-    /// pipe may be called "x.pdf".
+    /// The file at `path`, open for reading; no file when it cannot be opened. Never blocks: "x.pdf" may be
+    /// a named pipe.
     [[nodiscard]] static Descriptor ofFile(const std::filesystem::path &path);
 
     [[nodiscard]] bool isOpen() const;
-    /// What the system calls it; -1 for none.
+    /// The number of the descriptor; -1 for no file.
     [[nodiscard]] int number() const;
 
 private:

@@ -12,7 +12,7 @@ namespace tallyfold::files::ExclusiveMove {
 
 namespace {
 
-/// Copies all of `source` into `sink` and brings it to the disk; 0 or the error number.
+/// Copies all of `source` into `sink` and syncs it; 0 or the error number.
 int copyBytes(FileCalls &calls, int source, FileSink &sink)
 {
     std::array<char, 64 * 1024> buffer{};
@@ -64,7 +64,7 @@ int byCopying(FileCalls &calls, int folder, const std::string &from, const std::
     const std::unique_ptr<FileSink> sink = FileSink::create(folder, to, calls, refusal);
     const int error = sink ? copyBytes(calls, source, *sink) : refusal.value();
     (void)calls.close(source);
-    if (sink) { // Else nothing of the name `to` is ours.
+    if (sink) { // Without a sink, the file `to` is not this function's.
         remove(calls, folder, error == 0 ? from : to);
     }
     return error;

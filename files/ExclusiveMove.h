@@ -4,23 +4,22 @@
 
 #include <string>
 
-/// Ways to give a file in a folder another name without ever replacing what has that name, for file systems
-/// that differ in what they can do. Each takes the folder's open descriptor and gives 0 or the error number;
-/// with EEXIST for a name that is taken, by a dangling symbolic link as well.
+/// Renames a file within a folder and never replaces an existing name, in the ways that file systems
+/// support. Each takes the folder's open descriptor and gives 0 or the error number: EEXIST for a name that
+/// exists, a dangling symbolic link included.
 namespace tallyfold::files::ExclusiveMove {
 
-/// The best of the three that the file system has.
+/// The first of the three below that the file system supports.
 [[nodiscard]] int move(FileCalls &calls, int folder, const std::string &from, const std::string &to);
 
-/// In one step; EINVAL, ENOSYS or ENOTSUP where the file system cannot (NFS, some FUSE file systems).
+/// By renameat2; EINVAL, ENOSYS or ENOTSUP where the file system lacks it (NFS, some FUSE file systems).
 [[nodiscard]] int byRenaming(FileCalls &calls, int folder, const std::string &from, const std::string &to);
 
-/// A second name, then the first one goes; EPERM, ENOSYS, ENOTSUP or EMLINK where there are no hard links
-/// (FAT). A first name that cannot be removed stays, which is untidy and nothing worse.
+/// By a hard link, then removing the old name; EPERM, ENOSYS, ENOTSUP or EMLINK without hard links (FAT). An
+/// old name that cannot be removed stays, which does no harm.
 [[nodiscard]] int byLinking(FileCalls &calls, int folder, const std::string &from, const std::string &to);
 
-/// A copy into a new file of that name, flushed, then the first file goes. Should it fail, the new file is
-/// removed.
+/// By a copy into a new file, flushed, then removing the old file. On failure the new file is removed.
 [[nodiscard]] int byCopying(FileCalls &calls, int folder, const std::string &from, const std::string &to);
 
 } // namespace tallyfold::files::ExclusiveMove

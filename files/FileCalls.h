@@ -10,36 +10,35 @@
 
 namespace tallyfold::files {
 
-/// The operating system's calls that create, fill, publish and remove files. They stand behind one
-/// class so that a test can make any single call fail; the class itself does the real thing.
-/// Each gives what the system call of its name gives: −1 on failure, with the reason in `errno`.
-/// None goes on by itself when a signal interrupts it: see `uninterrupted`.
+/// The system calls that create, fill, publish and remove files, as virtual functions, so that a test can
+/// make any one of them fail. Each gives what the system call of its name gives: −1 on failure, with the
+/// reason in `errno`. None restarts after a signal: see `uninterrupted`.
 class FileCalls {
 public:
     virtual ~FileCalls() = default;
 
-    /// The calls as they are.
+    /// The real system calls.
     [[nodiscard]] static FileCalls &system();
 
     [[nodiscard]] virtual int openAt(int folder, const char *name, int flags, mode_t mode);
     [[nodiscard]] virtual ssize_t read(int descriptor, char *bytes, std::size_t count);
-    /// pread: leaves the place for the next `read` where it was.
+    /// pread, which leaves the file offset unchanged.
     [[nodiscard]] virtual ssize_t readAt(int descriptor, char *bytes, std::size_t count, off_t offset);
     [[nodiscard]] virtual ssize_t write(int descriptor, const char *bytes, std::size_t count);
-    /// copy_file_range from `offset` of the file `from` to where the file `to` stands.
+    /// copy_file_range from `offset` of the file `from` to the file offset of `to`.
     [[nodiscard]] virtual ssize_t copyRange(int from, off_t offset, int to, std::size_t count);
-    /// fdatasync: the bytes and what is needed to read them again.
+    /// fdatasync: the data and the metadata that reading it needs.
     [[nodiscard]] virtual int syncData(int descriptor);
     /// fsync, for folders.
     [[nodiscard]] virtual int sync(int descriptor);
     [[nodiscard]] virtual int close(int descriptor);
-    /// renameat2 with RENAME_NOREPLACE: EEXIST when anything has the name `to`, a dangling link included.
+    /// renameat2 with RENAME_NOREPLACE: EEXIST when `to` exists, a dangling link included.
     [[nodiscard]] virtual int renameWithoutReplacing(int folder, const char *from, const char *to);
     [[nodiscard]] virtual int link(int folder, const char *from, const char *to);
     [[nodiscard]] virtual int unlink(int folder, const char *name);
 };
 
-/// What `call` gives once no signal interrupts it.
+/// The result of `call`, repeated as long as a signal interrupts it.
 template <typename Call> [[nodiscard]] auto uninterrupted(const Call &call)
 {
     auto result = call();

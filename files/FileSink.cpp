@@ -8,8 +8,7 @@ namespace tallyfold::files {
 
 namespace {
 
-/// Larger buffers save no calls worth speaking of, and freeing them makes the allocator tidy up after every
-/// file.
+/// Larger buffers save few calls, and the allocator returns them to the system after every file.
 constexpr std::size_t bufferSize = 32 * 1024;
 constexpr mode_t readableAndWritableForAll = 0666;
 
@@ -69,7 +68,7 @@ std::uint64_t FileSink::copyFrom(int descriptor, std::int64_t offset, std::uint6
             return m_calls.copyRange(descriptor, offset + static_cast<off_t>(copied), m_descriptor,
                                      length - copied);
         });
-        if (taken <= 0) { // Which of the two files is at fault shows when the rest is read and written.
+        if (taken <= 0) { // Reading and writing the rest tells which of the files failed.
             m_canCopy = false;
             break;
         }
@@ -92,7 +91,7 @@ bool FileSink::flushToDisk()
     if (uninterrupted([this] { return m_calls.syncData(m_descriptor); }) < 0) {
         return fail();
     }
-    // An interrupted close has closed all the same, and the bytes were safe before it.
+    // A close that was interrupted has closed the file, and the data was synced before.
     if (m_calls.close(std::exchange(m_descriptor, -1)) < 0 && errno != EINTR) {
         return fail();
     }
@@ -121,7 +120,7 @@ bool FileSink::writeThrough(std::span<const char> bytes)
         const ssize_t taken =
             uninterrupted([&] { return m_calls.write(m_descriptor, bytes.data(), bytes.size()); });
         if (taken == 0) {
-            errno = EIO; // A file takes at least one byte or says why not; do not ask for ever.
+            errno = EIO; // A regular file takes at least one byte or fails.
         }
         if (taken <= 0) {
             return fail();

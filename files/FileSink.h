@@ -11,13 +11,11 @@
 
 namespace tallyfold::files {
 
-/// A sink into an open file, buffered. The first failure is kept and everything after it refused,
-/// so that the order of failing is the order of writing.
+/// Writes to an open file through a buffer. The first failure is kept, and every later call fails.
 class FileSink final : public ByteSink {
 public:
-    /// Creates the file at `path`, readable and writable for whom the umask lets, and gives a sink into it;
-    /// null, with the reason in `error`, when that fails or when anything, a dangling link included, has that
-    /// name already.
+    /// Creates the file at `path` and gives a sink into it; the umask applies. Null, with the reason in
+    /// `error`, when that fails or the name exists, a dangling link included.
     [[nodiscard]] static std::unique_ptr<FileSink> create(const std::filesystem::path &path,
                                                           std::error_code &error);
 
@@ -27,25 +25,25 @@ public:
 
     /// Takes over `descriptor`, which is open for writing. `calls` must outlive the sink.
     explicit FileSink(int descriptor, FileCalls &calls = FileCalls::system());
-    /// Closes the file if it is still open; what is buffered is dropped.
+    /// Closes the file if it is still open and discards the buffer.
     ~FileSink() override;
     FileSink(const FileSink &) = delete;
     FileSink &operator=(const FileSink &) = delete;
 
     [[nodiscard]] bool write(std::span<const char> bytes) override;
-    /// Where the system cannot do it once, it is not asked again: not every file system can.
+    /// After the first failure always 0: not every file system supports it.
     [[nodiscard]] std::uint64_t copyFrom(int descriptor, std::int64_t offset, std::uint64_t length) override;
     [[nodiscard]] bool finish() override;
 
-    /// Finishes, waits until the bytes are on the disk, and closes. False when any of that, or any write
-    /// before it, failed; then the file's content is not to be trusted, whatever a later sync would say
-    /// (a failed one leaves its pages marked clean). Network file systems tell of a full disk only here.
-    /// Called once.
+    /// Finishes, syncs the file to the disk and closes it. False when any of that, or any write before it,
+    /// failed; the content of the file is unreliable then, even if a later sync succeeds (a failed one
+    /// leaves its pages marked clean). Network file systems report a full disk only here. Called once.
     [[nodiscard]] bool flushToDisk();
 
-    /// Count of the bytes it has taken.
+    /// Count of the bytes written.
     [[nodiscard]] std::uint64_t size() const;
 
+    /// The first failure; no error before it.
     [[nodiscard]] std::error_code failure() const override;
 
 private:

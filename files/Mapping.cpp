@@ -36,8 +36,8 @@ std::optional<Mapping> Mapping::ofMemory(std::size_t size)
 {
     std::optional<Mapping> memory = mapped(size, MAP_PRIVATE | MAP_ANONYMOUS, -1);
     if (memory) {
-        // In few large pages where there are any: getting thousands of small ones takes as long as copying
-        // a picture that fills them. Advice that is not taken costs time, nothing else.
+        // Huge pages, where the system has them: faulting thousands of small ones in takes as long as
+        // copying a picture. Advice that is not followed only costs time.
         ::madvise(memory->m_bytes.data(), size, MADV_HUGEPAGE);
     }
     return memory;

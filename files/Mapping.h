@@ -7,8 +7,8 @@
 
 namespace tallyfold::files {
 
-/// Memory that comes from the system in whole pages, its own or that of a file, and goes back at the end.
-/// Whoever makes such a file shorter ends the process that looks at what was cut off.
+/// Mapped memory, anonymous or of a file, unmapped by the destructor. Reading beyond the end of a file that
+/// has become shorter ends the process (SIGBUS).
 class Mapping {
 public:
     ~Mapping();
@@ -17,14 +17,14 @@ public:
     Mapping(const Mapping &) = delete;
     Mapping &operator=(const Mapping &) = delete;
 
-    /// So many bytes that are 0; nothing when there is no memory for them, or none are asked for.
+    /// `size` zero bytes; nothing for a size of 0 and when there is no memory.
     [[nodiscard]] static std::optional<Mapping> ofMemory(std::size_t size);
 
-    /// The first bytes of the open file `descriptor`, which may be closed then; nothing when it has not so
-    /// many.
+    /// The first `size` bytes of the open file `descriptor`, which may be closed then; nothing when it has
+    /// fewer.
     [[nodiscard]] static std::optional<Mapping> sharedWith(int descriptor, std::size_t size);
 
-    /// As many as were asked for.
+    /// The bytes, of the size asked for.
     [[nodiscard]] std::span<std::uint8_t> bytes() const;
 
 private:

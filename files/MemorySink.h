@@ -7,7 +7,7 @@
 
 namespace tallyfold::files {
 
-/// Keeps what is written in memory.
+/// A sink into memory.
 class MemorySink final : public ByteSink {
 public:
     [[nodiscard]] bool write(std::span<const char> bytes) override

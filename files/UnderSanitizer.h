@@ -1,7 +1,7 @@
 #pragma once
 
 #if !defined(__has_feature)
-#define __has_feature(feature) 0 // clang has it, and tells of its sanitizers by it; g++ defines names.
+#define __has_feature(feature) 0 // clang tells its sanitizers by it, g++ by macros.
 #endif
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || __has_feature(address_sanitizer) ||     \
@@ -13,7 +13,7 @@
 
 namespace tallyfold {
 
-/// Whether this was compiled with a sanitizer that reserves terabytes of addresses for its own use.
+/// Whether this is built with a sanitizer that reserves terabytes of address space.
 inline constexpr bool isUnderSanitizer = TALLYFOLD_UNDER_SANITIZER != 0;
 
 } // namespace tallyfold

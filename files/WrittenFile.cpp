@@ -37,7 +37,7 @@ bool WrittenFile::read(std::uint64_t offset, std::span<char> bytes) const
 bool WrittenFile::readEnd(std::uint64_t count, std::string &bytes) const
 {
     const std::uint64_t length = std::min(count, m_size);
-    bytes.resize(length + 1); // Asking for one more tells whether there is more.
+    bytes.resize(length + 1); // One more, to see whether the file is longer.
     const std::size_t got = readUpTo(m_size - length, bytes);
     bytes.resize(length);
     return got == length;

@@ -9,11 +9,11 @@
 
 namespace tallyfold::files {
 
-/// A file that was written a moment ago, opened once more to read back what became of it.
+/// A file that was just written, opened again to verify it.
 class WrittenFile {
 public:
-    /// The file `name` in the open folder `folder`, into which `size` bytes went; null when it cannot be
-    /// opened. `calls` must outlive it.
+    /// The file `name` in the open folder `folder`, to which `size` bytes were written; null when it cannot
+    /// be opened. `calls` must outlive it.
     [[nodiscard]] static std::unique_ptr<WrittenFile> open(int folder, const std::string &name,
                                                            std::uint64_t size, FileCalls &calls);
 
@@ -21,14 +21,14 @@ public:
     WrittenFile(const WrittenFile &) = delete;
     WrittenFile &operator=(const WrittenFile &) = delete;
 
-    /// Count of the bytes that went into it.
+    /// Count of the bytes that were written to it.
     [[nodiscard]] std::uint64_t size() const;
 
-    /// Fills `bytes` with what lies at `offset`; false when the file ends before that or cannot be read.
+    /// Reads `bytes.size()` bytes at `offset`; false when the file is shorter or cannot be read.
     [[nodiscard]] bool read(std::uint64_t offset, std::span<char> bytes) const;
 
-    /// The last `count` bytes of the file, or all when there are fewer, in `bytes`; false as well when it is
-    /// longer than it should be.
+    /// Reads the last `count` bytes of the file, or all of a shorter one, into `bytes`. False as well when
+    /// the file is longer than it should be.
     [[nodiscard]] bool readEnd(std::uint64_t count, std::string &bytes) const;
 
 private:
