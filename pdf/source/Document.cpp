@@ -13,7 +13,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// A parser that says nothing on the terminal and repairs what it can.
+/// A parser that prints nothing and repairs what it can.
 std::shared_ptr<QPDF> parse(const std::shared_ptr<FileInput> &input)
 {
     auto parser = QPDF::create();
@@ -31,10 +31,10 @@ ReadFailure failureOf(const FileInput &input)
 } // namespace
 
 struct Document::Parts {
-    MemoryLimit limit; ///< Outlives what was read under it.
+    MemoryLimit limit; ///< Must outlive what is allocated under it.
     std::shared_ptr<FileInput> input;
     std::shared_ptr<QPDF> parser;
-    /// Reads anew what `parser` has released; made when first needed.
+    /// A second parser for objects that `parser` has released, made when first needed.
     std::shared_ptr<QPDF> secondParser;
     std::vector<bool> released;
     bool isEncrypted = false;

@@ -38,26 +38,26 @@ struct OpenFailure {
     ReadFailure cause; ///< Of an unreadable one; of a locked one it says nothing.
 };
 
-/// A PDF file opened for reading, with the empty password. The file is read through one descriptor
-/// that stays open, so that what was opened is what is read, whatever happens to the name.
+/// A PDF file opened for reading, with the empty password. It is read through one descriptor that stays
+/// open, so that a file that replaces it under its name is never mixed in.
 class Document {
 public:
     using Opened = std::variant<std::unique_ptr<Document>, OpenFailure>;
 
-    /// Opens the file at `path`, repairing its structure in memory where that is possible. Never throws.
+    /// Opens the file at `path`; its structure is repaired in memory where possible. Never throws.
     [[nodiscard]] static Opened open(const std::filesystem::path &path);
 
     ~Document();
     Document(const Document &) = delete;
     Document &operator=(const Document &) = delete;
 
-    /// Whether the owner denies a reader anything that a stamped copy takes: printing, changes or copying.
+    /// Whether the owner forbids anything that a stamped copy needs: printing, changing or copying.
     [[nodiscard]] bool isRestricted() const;
 
     /// Whether the file is encrypted (with an empty password, or it would be `locked`).
     [[nodiscard]] bool isEncrypted() const;
-    /// What the owner lets a reader do (PDF 1.7, 7.6.3.2); all true for a file that is not encrypted
-    /// and for one whose owner password is empty.
+    /// The owner's permissions (PDF 1.7, 7.6.3.2); all true for a file that is not encrypted or has an empty
+    /// owner password.
     [[nodiscard]] bool allowsPrinting() const;
     [[nodiscard]] bool allowsChanges() const;
     [[nodiscard]] bool allowsCopying() const;
@@ -66,7 +66,7 @@ public:
     /// 0 when the tree cannot be read. Never throws.
     [[nodiscard]] std::int64_t pageCount();
 
-    /// Whether the file was written to since it was opened, so that what was read of it may not fit together.
+    /// Whether the file was modified since it was opened, so that what was read may be inconsistent.
     [[nodiscard]] bool hasChanged() const;
 
     /// What kept the file from being read so far, if anything did: the system, or memory (`MemoryLimit`) or
@@ -74,23 +74,22 @@ public:
     /// what it has, so nothing that came of it is of use.
     [[nodiscard]] ReadFailure readFailure() const;
 
-    /// The parsed file, for the parts of this layer that copy from it. What it throws is QPDFExc
-    /// or another std::exception.
+    /// The parsed file, for the rooms that copy from it. It throws QPDFExc or another std::exception.
     [[nodiscard]] QPDF &parsed();
 
-    /// The parser keeps all it has read. `release` gives back the memory of an indirect object that
-    /// is not likely to be needed again; `fetch` gives the object behind a reference even so, read
-    /// anew where it was released. What may have been released must be reached through `fetch`.
+    /// The parser keeps every object it has read. `release` frees an indirect object that is not likely to
+    /// be needed again; `fetch` gives the object behind a reference and reads it again where it was
+    /// released. Objects that may have been released must be reached through `fetch`.
     void release(const QPDFObjectHandle &reference);
     [[nodiscard]] QPDFObjectHandle fetch(const QPDFObjectHandle &reference);
 
-    /// A stretch of the file, in bytes.
+    /// A range of the file in bytes.
     struct Place {
         std::int64_t offset = 0;
         std::uint64_t length = 0;
     };
-    /// Where the data of `stream` lies in the file, still encoded; nothing when it does not lie there as its
-    /// dictionary says, or is encrypted, and has to be asked of the parser. Throws `std::system_error`.
+    /// Where the encoded data of `stream` lies in the file; nothing when it is not where its dictionary
+    /// says, or is encrypted: the parser has it then. Throws `std::system_error`.
     [[nodiscard]] std::optional<Place> dataInFile(const QPDFObjectHandle &stream) const;
     /// The file.
     [[nodiscard]] const FileInput &input() const;

@@ -14,7 +14,7 @@
 namespace tallyfold::pdf {
 
 std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path, std::error_code &error,
-                                           std::chrono::nanoseconds patience)
+                                           std::chrono::nanoseconds cpuTimeLimit)
 {
     files::Descriptor file = files::Descriptor::ofFile(path);
     if (!file.isOpen()) {
@@ -27,14 +27,15 @@ std::shared_ptr<FileInput> FileInput::open(const std::filesystem::path &path, st
         error = make_error_code(status->kind == files::FileStatus::Kind::folder ? std::errc::is_a_directory
                                                                                 : std::errc::not_supported);
     }
-    return error ? nullptr : std::shared_ptr<FileInput>(new FileInput(std::move(file), *status, patience));
+    return error ? nullptr
+                 : std::shared_ptr<FileInput>(new FileInput(std::move(file), *status, cpuTimeLimit));
 }
 
 FileInput::FileInput(files::Descriptor file, const files::FileStatus &status,
-                     std::chrono::nanoseconds patience)
+                     std::chrono::nanoseconds cpuTimeLimit)
     : m_file(std::move(file)),
       m_atOpening(status),
-      m_deadline(files::processorTimeOfThread() + patience + std::chrono::microseconds(status.size))
+      m_deadline(files::processorTimeOfThread() + cpuTimeLimit + std::chrono::microseconds(status.size))
 {
 }
 
@@ -50,13 +51,13 @@ bool FileInput::isExhausted() const
 
 void FileInput::count(qpdf_offset_t bytes)
 {
-    // Files that were not made to be read again and again are read a few times.
+    // Ordinary files are read a few times at most.
     constexpr qpdf_offset_t times = 50;
     constexpr qpdf_offset_t forSmallFiles = 256 * 1024 * 1024;
     m_read += bytes;
     m_isExhausted = m_isExhausted || m_read > forSmallFiles + times * m_atOpening.size ||
                     files::isStackNearlyFull() || MemoryLimit::wasReached();
-    if (m_read - m_lastLook > 64 * 1024) { // The clock is slow to read.
+    if (m_read - m_lastLook > 64 * 1024) { // Reading the clock is slow.
         m_lastLook = m_read;
         m_isExhausted = m_isExhausted || files::processorTimeOfThread() > m_deadline;
     }
@@ -105,7 +106,7 @@ const FileInput::Block &FileInput::blockAt(qpdf_offset_t offset)
     block.start = -1;
     block.bytes.resize(static_cast<std::size_t>(std::min(blockSize, m_atOpening.size - start)));
     block.bytes.resize(
-        readAt(start, block.bytes.data(), block.bytes.size())); // Less when the file has shrunk.
+        readAt(start, block.bytes.data(), block.bytes.size())); // Less when the file was truncated.
     block.start = start;
     return block;
 }
@@ -114,7 +115,7 @@ size_t FileInput::read(char *destination, size_t length)
 {
     last_offset = m_position;
     std::size_t done = 0;
-    // The data of a large stream goes where it is wanted, past the blocks, which it would only push out.
+    // The data of a large stream is read directly: it would only evict the cached blocks.
     if (length >= static_cast<std::size_t>(blockSize) && m_position < m_atOpening.size) {
         done = readAt(m_position, destination,
                       std::min(length, static_cast<std::size_t>(m_atOpening.size - m_position)));

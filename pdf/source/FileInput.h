@@ -17,28 +17,27 @@
 
 namespace tallyfold::pdf {
 
-/// Bytes of a file for the parser, read through one descriptor in large blocks that are kept for a while.
-/// The parser reads a few bytes at a time and jumps about; plain stdio would throw its buffer away at
-/// every jump. A file is never mapped: one that shrinks while it is read would end the program.
+/// The parser's input: a file, read through one descriptor in large blocks, some of which are cached. The
+/// parser reads a few bytes at a time and seeks much; stdio would discard its buffer at every seek. The file
+/// is not mapped: reading a mapped file that was truncated ends the program.
 class FileInput final : public InputSource {
 public:
-    /// What the thread that reads a file may do meanwhile, in processor time; for every megabyte a second
-    /// more. Files that were not made to take long take a hundredth of it.
-    static constexpr std::chrono::seconds longest{isUnderSanitizer ? 40 : 4};
+    /// Processor time that the reading thread may use, and a second more for every megabyte. Ordinary files
+    /// take a hundredth of it.
+    static constexpr std::chrono::seconds defaultCpuTimeLimit{isUnderSanitizer ? 40 : 4};
 
-    /// The regular file at `path`; null, with the reason in `error`, when it cannot be opened for reading. It
-    /// is to be read on this thread.
-    [[nodiscard]] static std::shared_ptr<FileInput> open(const std::filesystem::path &path,
-                                                         std::error_code &error,
-                                                         std::chrono::nanoseconds patience = longest);
+    /// The regular file at `path`, to be read on this thread; null, with the reason in `error`, when it
+    /// cannot be opened.
+    [[nodiscard]] static std::shared_ptr<FileInput>
+    open(const std::filesystem::path &path, std::error_code &error,
+         std::chrono::nanoseconds cpuTimeLimit = defaultCpuTimeLimit);
 
     ~FileInput() override = default;
     FileInput(const FileInput &) = delete;
     FileInput &operator=(const FileInput &) = delete;
 
-    /// Skips white space after the end of the line as well. A file is repaired by reading one token at the
-    /// beginning of each line, and over many empty lines each of these readings would go to the end of them
-    /// all.
+    /// Skips white space after the end of the line as well. Repairing a file reads one token at the
+    /// beginning of each line, which over many empty lines would read to the end of them each time.
     qpdf_offset_t findAndSkipNextEOL() override;
     std::string const &getName() const override;
     qpdf_offset_t tell() override;
@@ -47,15 +46,15 @@ public:
     size_t read(char *destination, size_t length) override;
     void unreadCh(char ch) override;
 
-    /// Reads up to `length` bytes at `offset`, whatever was read before; fewer only where the file ends.
-    /// Throws `std::system_error`.
+    /// Reads up to `length` bytes at `offset`; fewer only at the end of the file. Throws
+    /// `std::system_error`.
     std::size_t readAt(qpdf_offset_t offset, char *destination, std::size_t length) const;
 
-    /// For calls that copy from the file; open as long as this is.
+    /// The open file, for calls that copy from it; valid as long as this is.
     [[nodiscard]] int descriptor() const;
-    /// Whether the parser was refused to read on: after many times the length of the file or a long time, as
-    /// files can be made so that it goes round and round; so deep in objects that need each other that the
-    /// stack is used up; or when memory was refused to it, which it may not have noticed.
+    /// Whether reading was refused to the parser: after many times the length of the file or the time limit,
+    /// since files can send it in circles; when the stack is nearly used up; or after an allocation failed,
+    /// which it may have ignored.
     [[nodiscard]] bool isExhausted() const;
     /// Length of the file in bytes when it was opened.
     [[nodiscard]] qpdf_offset_t size() const;
@@ -71,9 +70,9 @@ private:
         std::vector<char> bytes;
     };
 
-    FileInput(files::Descriptor file, const files::FileStatus &status, std::chrono::nanoseconds patience);
+    FileInput(files::Descriptor file, const files::FileStatus &status, std::chrono::nanoseconds cpuTimeLimit);
     const Block &blockAt(qpdf_offset_t offset);
-    /// Notes that the parser read so many bytes. Throws `std::runtime_error` when it may not read on.
+    /// Counts bytes that the parser read. Throws `std::runtime_error` beyond a limit.
     void count(qpdf_offset_t bytes);
 
     static constexpr qpdf_offset_t blockSize = 8 * 1024;
@@ -82,9 +81,9 @@ private:
     files::Descriptor m_file;
     files::FileStatus m_atOpening;
     qpdf_offset_t m_position = 0;
-    qpdf_offset_t m_read = 0;            ///< How much the parser read so far.
-    std::chrono::nanoseconds m_deadline; ///< In processor time of the thread.
-    qpdf_offset_t m_lastLook = 0;        ///< At the time; how much was read then.
+    qpdf_offset_t m_read = 0;            ///< Bytes that the parser read so far.
+    std::chrono::nanoseconds m_deadline; ///< Processor time of the thread.
+    qpdf_offset_t m_lastLook = 0;        ///< The value of `m_read` when the time was last checked.
     bool m_isExhausted = false;
     mutable std::error_code m_failure;
     std::array<Block, blockCount> m_blocks;

@@ -14,24 +14,23 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// The sanitizers keep books on every byte, and freed ones for a while.
+/// Sanitizers add memory to every allocation and keep freed ones for a while.
 constexpr std::int64_t bytesForEach = isUnderSanitizer ? 3 : 1;
 
-/// So much is given between two looks at what the process has: looking at every allocation would be slow.
+/// Bytes allocated between two checks of what the process has: checking every allocation would be slow.
 constexpr std::int64_t unseen = 16 * 1024 * 1024;
 
-/// What a thread may take.
+/// The memory limit of a thread.
 struct Share {
-    int limits = 0;                                                   ///< That live.
-    std::int64_t unlooked = std::numeric_limits<std::int64_t>::max(); ///< Bytes until the next look.
-    std::int64_t atFirst =
-        -1; ///< What the process had at the first look; -1 before it. Most files need none.
+    int limits = 0;                                                   ///< The limits that live on it.
+    std::int64_t unlooked = std::numeric_limits<std::int64_t>::max(); ///< Bytes until the next check.
+    std::int64_t atFirst = -1; ///< Memory at the first check; -1 before it. Most files need none.
     bool wasRefused = false;
 };
 
 thread_local Share share;
 
-/// Looks at what the process has; whether it may have `size` bytes more.
+/// Checks the memory of the process; whether it may have `size` bytes more.
 bool mayTake(std::int64_t size) noexcept
 {
     if (share.limits == 0) {
@@ -43,17 +42,17 @@ bool mayTake(std::int64_t size) noexcept
     if (share.atFirst < 0) {
         share.atFirst = now;
     }
-    constexpr auto most = static_cast<std::int64_t>(MemoryLimit::most) * bytesForEach;
-    // What cleans up after a refusal is not refused: it frees soon, and may not fail.
-    return size < most - (now - share.atFirst) || std::uncaught_exceptions() > 0;
+    constexpr auto limit = static_cast<std::int64_t>(MemoryLimit::maxBytes) * bytesForEach;
+    // Cleanup after a failure is not refused: it frees memory soon and may not fail.
+    return size < limit - (now - share.atFirst) || std::uncaught_exceptions() > 0;
 }
 
-/// The same as `taken`, when it is time for a look or the system has no more.
+/// As `taken`, when a check is due or the system has no more memory.
 [[gnu::cold, gnu::noinline]] void *takenAfterLook(std::size_t size) noexcept
 {
     constexpr auto largest = static_cast<std::size_t>(std::numeric_limits<std::int64_t>::max());
     const auto wanted = static_cast<std::int64_t>(size < largest ? size : largest);
-    if (share.unlooked >= 0) { // Else it is counted already.
+    if (share.unlooked >= 0) { // Otherwise it is counted already.
         share.unlooked -= wanted;
     }
     void *const memory = share.unlooked < 0 && !mayTake(wanted) ? nullptr : std::malloc(size == 0 ? 1 : size);
@@ -63,8 +62,8 @@ bool mayTake(std::int64_t size) noexcept
     return memory;
 }
 
-/// `size` bytes, or null where the limit or the system has no more. A run allocates half a million times for
-/// every hundred pages: what nearly all of these need is a subtraction.
+/// `size` bytes, or null beyond the limit and when the system has no more. Stamping a hundred pages
+/// allocates half a million times: nearly always this is one subtraction.
 inline void *taken(std::size_t size) noexcept
 {
     if (size <= static_cast<std::size_t>(unseen)) {
@@ -104,7 +103,7 @@ bool MemoryLimit::wasReached() noexcept
 
 } // namespace tallyfold::pdf
 
-// These take the place of the library's in every program that opens documents, and in the libraries it uses.
+// These replace the library's operators in every program that opens documents, and in the libraries it uses.
 
 void *operator new(std::size_t size)
 {

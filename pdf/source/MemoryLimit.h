@@ -4,25 +4,24 @@
 
 namespace tallyfold::pdf {
 
-/// Bounds the memory that is taken for one file. The parser unpacks object streams and cross-references as
-/// far as a file wants it, and a few hundred kilobytes can want any amount: nothing but the allocator can say
-/// no.
+/// Limits the memory for one file. The parser expands object streams and cross-references without a bound,
+/// and a few hundred kilobytes can expand to any size; only the allocator can refuse.
 ///
-/// While one of these lives, `operator new` on the thread that made it throws `std::bad_alloc` once the
-/// process has about `most` bytes more than before. The parser swallows that here and there and goes on with
-/// an object less, hence `wasReached`.
+/// While an object of this class lives, `operator new` on the thread that made it throws `std::bad_alloc`
+/// once the process has about `maxBytes` more than before. The parser sometimes catches that and goes on
+/// without an object, hence `wasReached`.
 class MemoryLimit {
 public:
-    /// Ordinary files need a tenth of it; a page with 100,000 annotations needs most of it.
-    static constexpr std::size_t most = 512 * 1024 * 1024;
+    /// Ordinary files need a tenth; a page with 100,000 annotations needs maxBytes of it.
+    static constexpr std::size_t maxBytes = 512 * 1024 * 1024;
 
     MemoryLimit() noexcept;
     ~MemoryLimit();
     MemoryLimit(const MemoryLimit &) = delete;
     MemoryLimit &operator=(const MemoryLimit &) = delete;
 
-    /// Whether memory was refused to this thread, by this limit or by the system, since the first of the
-    /// limits that live on it was made.
+    /// Whether an allocation of this thread failed, by this limit or by the system, since the first of its
+    /// limits that live was made.
     [[nodiscard]] static bool wasReached() noexcept;
 };
 

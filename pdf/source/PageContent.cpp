@@ -24,12 +24,12 @@ std::vector<QPDFObjectHandle> contentStreams(Document &document, const QPDFObjec
     return streams;
 }
 
-std::string joinedContent(const std::vector<QPDFObjectHandle> &streams, std::size_t most)
+std::string joinedContent(const std::vector<QPDFObjectHandle> &streams, std::size_t maxSize)
 {
     std::string content;
     bool isTooLong = false;
     RawStream pipe([&](std::string_view bytes) {
-        if (content.size() + bytes.size() > most) {
+        if (content.size() + bytes.size() > maxSize) {
             isTooLong = true; // The parser swallows what its pipeline throws, but stops.
             throw std::length_error("page content");
         }

@@ -8,8 +8,8 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Beyond this no viewer shows anything, and products of coordinates lose their last digits.
-constexpr double farthestCoordinate = 1e7;
+/// No viewer shows anything beyond it, and products of coordinates lose their last digits.
+constexpr double maxCoordinate = 1e7;
 
 constexpr Rect letterPage{0, 0, 612, 792};
 
@@ -42,7 +42,7 @@ int rotationFrom(QPDFObjectHandle value)
 double userUnitFrom(QPDFObjectHandle value)
 {
     const double unit = value.isNumber() ? value.getNumericValue() : 1.0;
-    return std::isfinite(unit) && unit > 0 && unit < farthestCoordinate ? unit : 1.0;
+    return std::isfinite(unit) && unit > 0 && unit < maxCoordinate ? unit : 1.0;
 }
 
 } // namespace
@@ -97,7 +97,7 @@ std::optional<Rect> rectFrom(QPDFObjectHandle array)
             return std::nullopt;
         }
         const double value = item.getNumericValue();
-        if (!std::isfinite(value) || std::abs(value) > farthestCoordinate) {
+        if (!std::isfinite(value) || std::abs(value) > maxCoordinate) {
             return std::nullopt;
         }
         values[static_cast<std::size_t>(index)] = value;

@@ -8,7 +8,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// `inherited`, with what `dictionary` says itself in its place.
+/// `inherited`, replaced by what `dictionary` has itself.
 SourcePage withOwnAttributes(const QPDFObjectHandle &dictionary, SourcePage inherited)
 {
     QPDFObjectHandle source = dictionary;
@@ -26,7 +26,7 @@ SourcePage withOwnAttributes(const QPDFObjectHandle &dictionary, SourcePage inhe
     return inherited;
 }
 
-/// The root of the tree that `node` is in: some catalogs name the first page, or a node, instead.
+/// The root of the tree of `node`: some catalogs name the first page, or another node.
 QPDFObjectHandle topmost(QPDFObjectHandle node)
 {
     std::set<QPDFObjGen> visited;
@@ -49,11 +49,11 @@ PageTree::PageTree(Document &document) : m_document(&document)
         return;
     }
     if (pages.getKey("/Kids").isArray()) {
-        // What it counts is not believed, but no viewer shows a page of a tree that does not count at all.
+        // `/Count` is not trusted, but viewers show no page of a tree without it.
         if (pages.getKey("/Count").isNumber()) {
             enter(pages, nothing);
         }
-    } else if (pages.isDictionaryOfType("/Page")) { // Seen in the wild: a catalog that names its only page.
+    } else if (pages.isDictionaryOfType("/Page")) { // Some catalogs name their only page.
         m_onlyPage = withOwnAttributes(pages, nothing);
     }
 }
@@ -79,7 +79,7 @@ std::optional<SourcePage> PageTree::next()
             continue;
         }
         QPDFObjectHandle kid = m_document->fetch(node.kids.getArrayItem(node.index++));
-        if (!kid.isDictionary()) { // Viewers count a lost page, and so must its neighbours' numbers.
+        if (!kid.isDictionary()) { // Viewers count a page that is missing, so its place is kept.
             kid = QPDFObjectHandle::newDictionary();
         }
         if (kid.getKey("/Kids").isArray()) {

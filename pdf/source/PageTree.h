@@ -14,7 +14,7 @@ namespace tallyfold::pdf {
 
 class Document;
 
-/// One page of a source with the attributes it may inherit (PDF 1.7, 7.7.3.4), each null when absent.
+/// One page of a source with its inheritable attributes (PDF 1.7, 7.7.3.4), null where it has none.
 struct SourcePage {
     QPDFObjectHandle dictionary;
     QPDFObjectHandle resources;
@@ -23,9 +23,9 @@ struct SourcePage {
     QPDFObjectHandle rotate;
 };
 
-/// Walks a page tree from the first page to the last, once, resolving a page only when it is reached.
-/// Loops end where they close; a node of the tree counts once, a page as often as it is listed.
-/// A tree that names more than `maximumPages` pages ends there.
+/// Iterates over a page tree from the first page to the last, once, resolving a page only when it is
+/// reached. A node is visited once, so loops end; a page is given as often as it is listed. A tree ends
+/// after `maximumPages` pages.
 class PageTree {
 public:
     explicit PageTree(Document &document);
@@ -33,7 +33,7 @@ public:
     /// The next page, or nothing after the last. May throw what the parser throws.
     [[nodiscard]] std::optional<SourcePage> next();
 
-    /// More pages than any production has; a bound for trees made to be endless.
+    /// More pages than any production has, so that trees without an end are refused.
     static constexpr int maximumPages = 5'000'000;
 
 private:

@@ -8,7 +8,7 @@
 
 namespace tallyfold::pdf {
 
-/// Hands the data of a stream, as the parser delivers it, to a function.
+/// A pipeline that passes the data of a stream to a function.
 class RawStream final : public Pipeline {
 public:
     using Take = std::function<void(std::string_view)>;

@@ -28,10 +28,10 @@ std::string longText()
 
 /// The file at `path`, which is there.
 std::shared_ptr<FileInput> opened(const std::filesystem::path &path,
-                                  std::chrono::nanoseconds patience = FileInput::longest)
+                                  std::chrono::nanoseconds cpuTimeLimit = FileInput::defaultCpuTimeLimit)
 {
     std::error_code error;
-    std::shared_ptr<FileInput> input = FileInput::open(path, error, patience);
+    std::shared_ptr<FileInput> input = FileInput::open(path, error, cpuTimeLimit);
     EXPECT_FALSE(error) << error.message();
     return input;
 }
@@ -162,7 +162,7 @@ TEST(FileInput, AFileIsNotReadForEver)
     std::string bytes(2'000'000, '\0');
     const auto patient = opened(folder / "a");
     EXPECT_EQ(patient->read(bytes.data(), bytes.size()), bytes.size());
-    const auto impatient = opened(folder / "a", -FileInput::longest);
+    const auto impatient = opened(folder / "a", -FileInput::defaultCpuTimeLimit);
     EXPECT_THROW((void)impatient->read(bytes.data(), bytes.size()), std::runtime_error);
     EXPECT_TRUE(impatient->isExhausted());
 }

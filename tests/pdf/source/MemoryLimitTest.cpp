@@ -12,7 +12,7 @@ namespace tallyfold::pdf {
 namespace {
 
 /// More than any machine has, with what the sanitizers need.
-constexpr std::size_t far = MemoryLimit::most * 1024;
+constexpr std::size_t far = MemoryLimit::maxBytes * 1024;
 
 /// Whether so many bytes are to be had. They are not touched.
 bool isGiven(std::size_t size)
@@ -30,11 +30,11 @@ bool isGiven(std::size_t size)
 TEST(MemoryLimit, WhatGoesFarBeyondItIsRefusedAndRemembered)
 {
     const MemoryLimit limit;
-    EXPECT_TRUE(isGiven(MemoryLimit::most / 2));
+    EXPECT_TRUE(isGiven(MemoryLimit::maxBytes / 2));
     EXPECT_FALSE(MemoryLimit::wasReached());
     EXPECT_FALSE(isGiven(far));
     EXPECT_TRUE(MemoryLimit::wasReached());
-    EXPECT_TRUE(isGiven(MemoryLimit::most / 2)) << "there is room for less";
+    EXPECT_TRUE(isGiven(MemoryLimit::maxBytes / 2)) << "there is room for less";
 }
 
 TEST(MemoryLimit, ManySmallPiecesAreCountedTogether)
@@ -45,8 +45,8 @@ TEST(MemoryLimit, ManySmallPiecesAreCountedTogether)
     EXPECT_THROW(
         while (pieces.size() * piece < far) { pieces.emplace_back(piece, 'x'); }, std::bad_alloc);
     EXPECT_TRUE(MemoryLimit::wasReached());
-    EXPECT_GT(pieces.size() * piece, MemoryLimit::most / 16);
-    EXPECT_LT(pieces.size() * piece, MemoryLimit::most * 9);
+    EXPECT_GT(pieces.size() * piece, MemoryLimit::maxBytes / 16);
+    EXPECT_LT(pieces.size() * piece, MemoryLimit::maxBytes * 9);
 }
 
 TEST(MemoryLimit, ANewLimitKnowsNothingOfTheLastOne)
