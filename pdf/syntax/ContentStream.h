@@ -10,26 +10,27 @@
 
 namespace tallyfold::pdf {
 
-/// White space behind an operator.
+/// White space after an operator.
 enum class Separator : char { space = ' ', newLine = '\n' };
 
 /// The shapes of the ends and corners of lines, by their numbers (PDF 1.7, tables 54 and 55).
 enum class LineCap : std::uint8_t { butt, round, square };
 enum class LineJoin : std::uint8_t { miter, round, bevel };
 
-/// Appends content operators (PDF 1.7, annex A) with their operands to a string, which must outlive it. Each
-/// operator is followed by a space; `endLine` turns that into the end of a line. Names begin with their slash
-/// and are written as they stand; lengths are in units of user space, with at most four decimals.
+/// Appends content operators (PDF 1.7, annex A) with their operands to a string, which must outlive this.
+/// Each operator is followed by a space, which `endLine` replaces by the end of a line. Names begin with
+/// their slash and are written unchanged; numbers have at most four decimals.
 ///
 ///     ContentStream content(out);
 ///     const auto state = content.saveGraphicsState();
 ///     content.setColor(Paint::fill, DeviceColor::gray(1)).appendRectangle(box).fill().endLine();
 ///
-/// What is opened closes itself: "Q", "ET" and "EMC" are written when what `saveGraphicsState`, `beginText`
-/// and the like give goes. Whether an operator is allowed where it stands is not checked.
+/// Scopes close themselves: "Q", "ET" and "EMC" are written when the result of `saveGraphicsState`,
+/// `beginText` or a function for marked content is destroyed. Whether an operator is allowed in its place is
+/// not checked.
 class ContentStream {
 public:
-    /// Writes the operator that closes a pair when it goes.
+    /// Writes the closing operator of a pair when it is destroyed.
     class [[nodiscard]] Scope {
     public:
         ~Scope();
@@ -53,7 +54,7 @@ public:
     ContentStream &setLineWidth(double width);
     ContentStream &setLineCap(LineCap cap);
     ContentStream &setLineJoin(LineJoin join);
-    /// `lengths` of dashes and gaps by turns; the pattern starts with the first.
+    /// `lengths` of dashes and gaps in turn, from phase 0.
     ContentStream &setLineDash(std::span<const double> lengths);
     ContentStream &setGraphicsState(std::string_view name);
 
@@ -89,12 +90,12 @@ public:
     /// Marked-content sequences (PDF 1.7, table 320): "BDC" and "EMC". `properties` is the name of a property
     /// list among the resources.
     Scope beginMarkedContent(std::string_view tag, std::string_view properties);
-    /// A span that stands for `text` (PDF 1.7, 14.9.4), on a line of its own.
+    /// A sequence "Span" with `text` as its actual text (PDF 1.7, 14.9.4), on a line of its own.
     Scope beginActualText(std::u16string_view text);
 
-    /// Ends the line behind the operator just written.
+    /// Ends the line after the last operator.
     ContentStream &endLine();
-    /// Appends operators that are written already, with the white space behind them.
+    /// Appends operators with their white space, unchanged.
     ContentStream &append(std::string_view operators);
 
 private:
@@ -105,8 +106,8 @@ private:
     std::string *m_out;
 };
 
-/// The operand of "TJ" (PDF 1.7, table 109), codes of two bytes with adjustments between them; the operator
-/// is written when this goes, and ends the line.
+/// The operand of "TJ" (PDF 1.7, table 109): codes of two bytes with adjustments between them. The
+/// destructor writes the operator and ends the line.
 class PositionedText {
 public:
     explicit PositionedText(ContentStream &content);
@@ -115,7 +116,7 @@ public:
     PositionedText &operator=(const PositionedText &) = delete;
 
     void show(std::uint16_t code);
-    /// Moves what follows to the left, in thousandths of the font size; two decimals.
+    /// Moves the following text left by `thousandths` of the font size, written with two decimals.
     void adjust(double thousandths);
 
 private:

@@ -10,14 +10,14 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// One set of tables of zlib.
+/// The tables of one zlib stream.
 class Stream {
 public:
     Stream(int windowBits, int memoryLevel)
     {
         if (deflateInit2(&m_stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, windowBits, memoryLevel,
                          Z_DEFAULT_STRATEGY) != Z_OK) {
-            throw std::bad_alloc(); // The only way it can fail with fixed parameters.
+            throw std::bad_alloc(); // The only failure with fixed parameters.
         }
     }
     ~Stream()
@@ -36,7 +36,7 @@ private:
     z_stream m_stream{};
 };
 
-/// Data up to this size goes through the small tables, which are cleared sixteen times as fast.
+/// Data up to this size uses the small tables, which are cleared sixteen times as fast.
 constexpr std::size_t smallData = 4096;
 
 } // namespace
@@ -68,17 +68,17 @@ std::string_view Deflater::compress(std::string_view data)
 {
     z_stream &stream = (data.size() <= smallData ? m_tables->small : m_tables->large).get();
     deflateReset(&stream);
-    constexpr std::size_t largestPiece = std::numeric_limits<uInt>::max() / 2;
+    constexpr std::size_t maxPieceSize = std::numeric_limits<uInt>::max() / 2;
     std::size_t taken = 0;
     std::size_t made = 0;
     int result = Z_OK;
     m_output.resize(std::max(m_output.capacity(), std::size_t{1024}));
     while (result != Z_STREAM_END) {
-        const std::size_t piece = std::min(data.size() - taken, largestPiece);
+        const std::size_t piece = std::min(data.size() - taken, maxPieceSize);
         if (m_output.size() - made < 1024) {
             m_output.resize(m_output.size() * 2);
         }
-        const std::size_t room = std::min(m_output.size() - made, largestPiece);
+        const std::size_t room = std::min(m_output.size() - made, maxPieceSize);
         // zlib takes its input as non-const but only reads it.
         stream.next_in = const_cast<Bytef *>(reinterpret_cast<const Bytef *>(data.data() + taken));
         stream.avail_in = static_cast<uInt>(piece);

@@ -6,8 +6,8 @@
 
 namespace tallyfold::pdf {
 
-/// Compresses for the Flate filter (PDF 1.7, 7.4.4), again and again with the same tables, which threads keep
-/// from one file to the next: setting them up costs more than compressing a small file does.
+/// Compresses with Flate (PDF 1.7, 7.4.4) and reuses the tables of zlib, which threads keep from file to
+/// file: setting them up takes longer than compressing a small file.
 class Deflater {
 public:
     Deflater();
@@ -15,7 +15,7 @@ public:
     Deflater(const Deflater &) = delete;
     Deflater &operator=(const Deflater &) = delete;
 
-    /// `data` compressed; valid until the next call. The same data gives the same bytes.
+    /// `data` compressed; valid until the next call. Equal data gives equal bytes.
     [[nodiscard]] std::string_view compress(std::string_view data);
 
 private:
@@ -26,8 +26,8 @@ private:
     std::string m_output;
 };
 
-/// `rows` of `rowLength` bytes each, every row replaced by its difference from the one above
-/// and led by the mark of the PNG "up" predictor (PDF 1.7, 7.4.4.4).
+/// `rows` of `rowLength` bytes with the PNG "up" predictor (PDF 1.7, 7.4.4.4): each row is the difference
+/// from the one above, after a byte with the number of the predictor.
 [[nodiscard]] std::string withUpPredictor(std::string_view rows, std::size_t rowLength);
 
 } // namespace tallyfold::pdf

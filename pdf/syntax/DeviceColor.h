@@ -5,11 +5,11 @@
 
 namespace tallyfold::pdf {
 
-/// Whether a colour or operator is for lines or for areas.
+/// Whether stroking or nonstroking operations are meant.
 enum class Paint { stroke, fill };
 
-/// A colour of DeviceGray, DeviceRGB or DeviceCMYK (PDF 1.7, 8.6.4), told apart by the number of components;
-/// each is 0…1. Black if nothing else is said.
+/// A colour in DeviceGray, DeviceRGB or DeviceCMYK (PDF 1.7, 8.6.4), according to the number of components,
+/// each 0…1; black by default.
 struct DeviceColor {
     std::array<double, 4> components{};
     std::size_t count = 1; ///< 1, 3 or 4.

@@ -10,14 +10,14 @@ namespace tallyfold::pdf {
 
 class DictionaryWriter;
 
-/// Appends entries of a dictionary (PDF 1.7, 7.3.7) to a string, which must outlive it: what stands between
-/// the brackets, and all that `OutputObjects` takes of a stream's dictionary. Keys begin with their slash and
-/// are written as they stand, but for `key`.
+/// Appends entries of a dictionary (PDF 1.7, 7.3.7) to a string, which must outlive this: the text between
+/// the brackets, which is what `OutputObjects` takes for a stream. Keys begin with their slash and are
+/// written unchanged, except by `key`.
 class EntryWriter {
 public:
     explicit EntryWriter(std::string &out);
 
-    /// "/Type/Page": `value` begins with its slash and is written as it stands.
+    /// "/Type/Page": `value` begins with its slash and is written unchanged.
     void name(std::string_view key, std::string_view value);
     /// "/Parent 4 0 R".
     void reference(std::string_view key, int number);
@@ -31,22 +31,23 @@ public:
     void matrix(std::string_view key, const Matrix &value);
     /// "/ActualText<FEFF0041>", as `appendTextString` writes it.
     void text(std::string_view key, std::u16string_view value);
-    /// An entry whose value is spelled already, with what keeps it apart from the key.
+    /// An entry whose value is PDF syntax already, with its separator from the key.
     void syntax(std::string_view key, std::string_view value);
-    /// A dictionary as the value, which is complete when what this gives goes.
+    /// A dictionary as the value; it is closed when the returned writer is destroyed.
     [[nodiscard]] DictionaryWriter dictionary(std::string_view key);
 
-    /// Appends a key of any characters, as `appendName` does, and a space, for a value of any kind that is
-    /// appended to `out` by other means.
+    /// Appends a key of any characters, as `appendName`, and a space; the value is appended to `out` by
+    /// other means.
     void key(std::string_view name);
-    /// What the entries are appended to.
+    /// The string that entries are appended to.
     [[nodiscard]] std::string &out();
 
 private:
     std::string *m_out;
 };
 
-/// Appends a whole dictionary to a string: its brackets stand around what is written while it lives.
+/// Appends a dictionary to a string: the constructor writes the opening brackets, the destructor the closing
+/// ones.
 class DictionaryWriter : public EntryWriter {
 public:
     explicit DictionaryWriter(std::string &out);

@@ -48,10 +48,10 @@ struct Matrix {
 /// The matrix that applies `first`, then `second`.
 Matrix concatenate(const Matrix &first, const Matrix &second);
 
-/// `point` moved by `matrix`.
+/// `point` transformed by `matrix`.
 Point transform(const Matrix &matrix, Point point);
 
-/// The smallest upright rectangle around `rect` after it was moved by `matrix`.
+/// The bounding box of `rect` transformed by `matrix`.
 Rect boundsOfTransformed(const Matrix &matrix, const Rect &rect);
 
 } // namespace tallyfold::pdf

@@ -10,7 +10,7 @@ struct Inflater::Tables {
     Tables()
     {
         if (inflateInit(&stream) != Z_OK) {
-            throw std::bad_alloc(); // The only way it can fail.
+            throw std::bad_alloc(); // The only failure.
         }
     }
     ~Tables()

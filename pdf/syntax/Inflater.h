@@ -6,7 +6,7 @@
 
 namespace tallyfold::pdf {
 
-/// Expands what the Flate filter has compressed (PDF 1.7, 7.4.4), again and again with the same tables.
+/// Decompresses Flate data (PDF 1.7, 7.4.4) and reuses its tables.
 class Inflater {
 public:
     Inflater();
@@ -14,8 +14,8 @@ public:
     Inflater(const Inflater &) = delete;
     Inflater &operator=(const Inflater &) = delete;
 
-    /// Expands all of `data` into the `room` bytes at `out` and gives their number; -1 when it is damaged,
-    /// cut, followed by something else, or larger than that.
+    /// Decompresses all of `data` into the `room` bytes at `out` and gives their number; -1 when the data is
+    /// damaged, truncated, followed by something else, or larger than that.
     [[nodiscard]] std::ptrdiff_t expand(std::string_view data, char *out, std::size_t room);
 
 private:

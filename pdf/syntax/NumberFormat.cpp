@@ -16,7 +16,7 @@ void appendInteger(std::string &out, std::int64_t value)
 
 void appendNumber(std::string &out, double value, int decimals)
 {
-    constexpr double largest = 1e15; // Beyond this a double has no decimals, and no page such a coordinate.
+    constexpr double largest = 1e15; // A larger double has no decimals, and no page such a coordinate.
     if (!std::isfinite(value) || std::abs(value) > largest) {
         out.push_back('0');
         return;

@@ -5,11 +5,11 @@
 
 namespace tallyfold::pdf {
 
-/// Appends `value` in plain decimal.
+/// Appends `value` as a PDF integer.
 void appendInteger(std::string &out, std::int64_t value);
 
-/// Appends `value` as a PDF real: plain decimal, at most `decimals` places after the point, no trailing
-/// zeros, the same in every locale (PDF 1.7, 7.3.3 knows no exponents). A value that is not finite becomes 0.
+/// Appends `value` as a PDF real: decimal, at most `decimals` digits after the point, no trailing zeros, no
+/// exponent (PDF 1.7, 7.3.3), in any locale. A value that is not finite becomes 0.
 void appendNumber(std::string &out, double value, int decimals = 4);
 
 } // namespace tallyfold::pdf

@@ -4,24 +4,24 @@
 
 namespace tallyfold::pdf {
 
-/// Where the indirect objects of a PDF file under construction go.
-/// An object's number can be reserved, and referred to, long before the object is written.
+/// Receives the indirect objects of a PDF file under construction. The number of an object can be reserved,
+/// and referred to, before the object is written.
 class OutputObjects {
 public:
     virtual ~OutputObjects() = default;
 
-    /// A number no other object of this file has; its generation is 0.
+    /// A new object number; the generation is 0.
     [[nodiscard]] virtual int reserve() = 0;
 
-    /// Writes the object `number`, whose PDF syntax is `syntax` (anything but a stream).
+    /// Writes the object `number`, any but a stream, in PDF syntax.
     virtual void writeObject(int number, std::string_view syntax) = 0;
 
-    /// Writes a stream, compressed here with Flate. `entries` are its dictionary's entries without
-    /// the brackets, and without `/Length`, `/Filter` and `/DecodeParms`.
+    /// Writes a stream and compresses it with Flate. `entries` are those of its dictionary, without the
+    /// brackets, `/Length`, `/Filter` and `/DecodeParms`.
     virtual void writeStream(int number, std::string_view entries, std::string_view data) = 0;
 
-    /// Writes a stream whose bytes are already encoded. `entries` as for `writeStream`, but with the
-    /// stream's `/Filter` and `/DecodeParms`.
+    /// Writes a stream whose bytes are encoded already. `entries` as for `writeStream`, with `/Filter` and
+    /// `/DecodeParms`.
     virtual void writeEncodedStream(int number, std::string_view entries, std::string_view bytes) = 0;
 };
 

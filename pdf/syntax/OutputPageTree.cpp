@@ -15,13 +15,13 @@ namespace {
 
 constexpr std::size_t kidsOfANode = 64;
 
-/// A page, which counts as one, or a node with the pages below it.
+/// A page, or a node with the count of pages below it.
 struct Kid {
     int number = 0;
     std::int64_t pages = 1;
 };
 
-/// Writes the node `number` above `kids`, itself below `parent` when that is not 0.
+/// Writes the node `number` of `kids`, below `parent` unless that is 0.
 Kid writeNode(OutputObjects &objects, int number, int parent, std::span<const Kid> kids)
 {
     std::string syntax;

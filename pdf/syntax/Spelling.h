@@ -3,12 +3,12 @@
 #include <array>
 #include <string_view>
 
-/// How the files that are written here spell what PDF leaves open, for those who write it and for the proof
-/// of a copy, which reads it back and takes nothing else.
+/// The syntax of the files written here where PDF leaves a choice, shared by the writer and by
+/// `CopyVerifier`, which accepts nothing else.
 namespace tallyfold::pdf::spelling {
 
 inline constexpr std::string_view fileStart = "%PDF-1.7\n";
-/// Around the offset of the cross-reference stream.
+/// Before and after the offset of the cross-reference stream.
 inline constexpr std::string_view crossReferenceStart = "startxref\n";
 inline constexpr std::string_view fileEnd = "\n%%EOF\n";
 
@@ -24,8 +24,8 @@ inline constexpr std::string_view dataStart =
 inline constexpr std::string_view dataEnd = "\nendstream\nendobj\n";
 inline constexpr std::string_view compressed = "/Filter/FlateDecode";
 
-/// Widths in bytes of the three columns of a cross-reference stream (PDF 1.7, 7.5.8.2), and as its dictionary
-/// has them.
+/// Widths in bytes of the three fields of a cross-reference stream (PDF 1.7, 7.5.8.2), and the value of its
+/// `/W`.
 inline constexpr std::array<unsigned, 3> columns{1, 5, 2};
 inline constexpr std::string_view columnWidths = "[1 5 2]";
 inline constexpr unsigned rowLength = columns[0] + columns[1] + columns[2];

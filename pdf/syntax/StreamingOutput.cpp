@@ -11,19 +11,19 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Large enough to compress well, small enough that a reader need not unpack much for one object.
+/// Large enough to compress well, small enough that a viewer decompresses little for one object.
 constexpr std::size_t objectsInAStream = 200;
 constexpr std::size_t bytesInAnObjectStream = 64 * 1024;
 
-/// An object of this size is better off on its own than unpacked with its neighbours.
+/// A larger object is written by itself.
 constexpr std::size_t largeObject = 32 * 1024;
 
-/// Smaller streams stay as they are: they would hardly get smaller, and building the codes takes longer than
-/// all else that is done to a page.
+/// Smaller streams are not compressed: they would hardly get smaller, and building the codes takes longer
+/// than all else that is done for a page.
 constexpr std::size_t leastCompressed = 256;
 
-/// The same for streams of objects, of which a small file has one: half a kilobyte less is not worth a tenth
-/// of the time that the whole file takes.
+/// The same for object streams, of which a small file has one: it saves half a kilobyte and takes a tenth of
+/// the time of the whole file.
 constexpr std::size_t leastCompressedObjects = 2048;
 
 void appendBigEndian(std::string &out, std::uint64_t value, unsigned bytes)
@@ -39,7 +39,7 @@ StreamingOutput::StreamingOutput(files::ByteSink &sink) : m_sink(&sink)
 {
     m_entries.emplace_back();
     put(spelling::fileStart);
-    // Tells transfer programs that the file is binary (PDF 1.7, 7.5.2).
+    // Marks the file as binary (PDF 1.7, 7.5.2).
     put("%\xE2\xE3\xCF\xD3\n");
 }
 

@@ -12,9 +12,9 @@
 
 namespace tallyfold::pdf {
 
-/// Writes a PDF file from front to back. Objects go out as soon as they are whole; small ones are gathered
-/// in compressed object streams (PDF 1.7, 7.5.7). Only the place of each object stays in memory.
-/// The same calls give the same bytes: there is no time stamp and no random identifier.
+/// Writes a PDF file from front to back. Objects are written as soon as they are complete, small ones in
+/// object streams (PDF 1.7, 7.5.7); only their positions stay in memory. Equal calls give equal bytes: there
+/// is no time stamp and no random identifier.
 class StreamingOutput final : public OutputObjects {
 public:
     /// Writes the file's header to `sink`, which must outlive this.
@@ -25,9 +25,9 @@ public:
     void writeStream(int number, std::string_view entries, std::string_view data) override;
     void writeEncodedStream(int number, std::string_view entries, std::string_view bytes) override;
 
-    /// A stream in pieces, for data too large to hold: between `beginStream` and `endStream`
-    /// only `appendToStream` and `copyToStream` may be called. Where its length is not known beforehand, it
-    /// becomes an object of its own.
+    /// A stream in parts, for data too large for memory: between `beginStream` and `endStream` only
+    /// `appendToStream` and `copyToStream` may be called. A length that is not known beforehand becomes an
+    /// object of its own.
     void beginStream(int number, std::string_view entries,
                      std::optional<std::uint64_t> length = std::nullopt);
     void appendToStream(std::string_view bytes);
@@ -39,12 +39,12 @@ public:
     /// document catalog. A reserved object that was never written becomes null.
     void finish(int catalog);
 
-    /// Whether a write has failed; what follows is then without effect.
+    /// Whether a write has failed; later calls have no effect then.
     [[nodiscard]] bool hasFailed() const;
 
 private:
     enum class Kind : std::uint8_t { free, inFile, inObjectStream };
-    /// Where an object lies: an offset in the file, or an object stream and the place in it.
+    /// The position of an object: an offset in the file, or an object stream and the index in it.
     struct Entry {
         std::uint64_t where = 0;
         std::uint32_t index = 0;
@@ -68,7 +68,7 @@ private:
     std::string m_gatheredSyntax;
     std::string m_scratch;
 
-    int m_lengthObject = 0; ///< None where the stream says its length itself.
+    int m_lengthObject = 0; ///< 0 when the stream has its length itself.
     std::uint64_t m_streamStart = 0;
 };
 

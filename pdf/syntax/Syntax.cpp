@@ -9,7 +9,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Boxes come back as they were given, to a millionth of a point.
+/// Coordinates of boxes are kept to a millionth of a point.
 constexpr int boxDecimals = 6;
 
 bool isRegular(char ch)
@@ -22,8 +22,8 @@ bool isHexDigit(char ch)
     return std::isxdigit(static_cast<unsigned char>(ch)) != 0;
 }
 
-/// How the parser gives a "#" in a name that no two hexadecimal digits follow. Viewers take it as it stands,
-/// and content that uses the name writes it so.
+/// The parser's character for a "#" in a name without two hexadecimal digits after it. Viewers take the sign
+/// literally, and content that uses the name has it so.
 constexpr char strayNumberSign = '\0';
 
 void appendEscaped(std::string &out, char ch)
@@ -46,7 +46,7 @@ void appendName(std::string &out, std::string_view name)
         name.remove_prefix(1);
         if (ch == strayNumberSign) {
             out.push_back('#');
-            // Two digits here were not plain in the source, or the sign would not have been a stray one.
+            // Two digits here were escaped in the source, or the "#" would have been an escape.
             if (name.size() >= 2 && isHexDigit(name[0]) && isHexDigit(name[1])) {
                 appendEscaped(out, name.front());
                 name.remove_prefix(1);
