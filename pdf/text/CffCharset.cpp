@@ -6,7 +6,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Big-endian numbers from a place that moves on; beyond the end everything is 0 and `failed`.
+/// Reads big-endian numbers; beyond the end they are 0 and `failed` is set.
 class Cursor {
 public:
     Cursor(std::string_view bytes, std::size_t at) : m_bytes(bytes), m_at(at) {}
@@ -34,7 +34,7 @@ private:
     std::size_t m_at;
 };
 
-/// Where the INDEX at `start` ends, and the extent of its first item.
+/// The end of an INDEX, and its first item.
 struct Index {
     std::size_t end = 0;
     std::size_t firstStart = 0;
@@ -57,7 +57,7 @@ Index readIndex(std::string_view bytes, std::size_t start)
     return {data + offset(count), data + offset(0), data + offset(1)};
 }
 
-/// What the Top DICT says of the charset.
+/// The entries of the Top DICT that concern the charset.
 struct TopDictionary {
     bool isKeyedByCid = false;
     std::size_t charset = 0;

@@ -6,8 +6,8 @@
 
 namespace tallyfold::pdf {
 
-/// Which CID selects which glyph of a CFF program (PDF 1.7, 9.7.4.2): the one its charset gives when it is
-/// keyed by CID, else the number of the glyph. Reads just enough of the format (Adobe Technical Note 5176).
+/// Maps the glyphs of a CFF program to their CIDs (PDF 1.7, 9.7.4.2): by the charset of a CID-keyed program,
+/// else a CID is the glyph number. Reads only that part of the format (Adobe Technical Note 5176).
 class CffCharset {
 public:
     /// CIDs are glyph numbers.

@@ -10,7 +10,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// A section of a CMap may hold no more entries (Adobe Technical Note 5014).
+/// The limit of entries in a section of a CMap (Adobe Technical Note 5014).
 constexpr std::size_t entriesInASection = 100;
 
 constexpr std::string_view mapStart =

@@ -7,7 +7,7 @@
 
 namespace tallyfold::pdf {
 
-/// Dictionary entries of the stream that holds an encoding map.
+/// Entries of the dictionary of an encoding CMap's stream.
 [[nodiscard]] std::string_view encodingEntries();
 
 /// A CMap (PDF 1.7, 9.7.5.3) that maps the two-byte codes 1, 2, 3 … to `cids`, in that order.

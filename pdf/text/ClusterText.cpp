@@ -27,7 +27,7 @@ void shareText(std::u16string_view text, TextDirection direction, std::span<Plac
     const std::vector<std::u16string_view> characters = charactersOf(text);
     std::size_t next = 0;
     for (std::size_t place = 0; place < glyphs.size() && next < characters.size(); ++place) {
-        // The first glyph as the text is read shows what is left over when each of the others has one.
+        // The first glyph in reading order gets the surplus characters.
         const bool isFirst = place == 0 && characters.size() > glyphs.size();
         const std::size_t end = next + (isFirst ? characters.size() - glyphs.size() + 1 : 1);
         PlacedGlyph &glyph =

@@ -7,12 +7,11 @@
 
 namespace tallyfold::pdf {
 
-/// Which way a run of text goes.
+/// The direction of a run of text.
 enum class TextDirection { leftToRight, rightToLeft };
 
-/// Shares the text of a cluster out among its glyphs, which are in their order from left to right: readers
-/// string together what the glyphs of a line show, one after the other. Glyphs for which no character is left
-/// get none.
+/// Distributes the text of a cluster over its glyphs, which are in order from left to right: readers
+/// concatenate the texts of the glyphs of a line. Surplus glyphs get no text.
 void shareText(std::u16string_view text, TextDirection direction, std::span<PlacedGlyph> glyphs);
 
 } // namespace tallyfold::pdf

@@ -22,7 +22,7 @@ namespace {
 /// Widths in the file, in thousandths of the font size.
 constexpr int widthDecimals = 3;
 
-/// Six capitals that tell subsets of one font apart (PDF 1.7, 9.6.4), the same for the same subset.
+/// The tag of a font subset (PDF 1.7, 9.6.4), equal for equal subsets.
 std::string subsetTag(const FontProgram &program)
 {
     const QByteArray digest = QCryptographicHash::hash(
@@ -49,8 +49,8 @@ int writeProgram(OutputObjects &objects, const FontProgram &program, bool isCff)
     return number;
 }
 
-/// `name` begins with its slash. `program` is the font's object number, or 0 for a font that could be shaped
-/// with and yet not be cut: its text is still there to be found.
+/// `name` begins with its slash. `program` is the object number of the font program, or 0 for a font that
+/// could not be subset: its text can still be found.
 int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::string &name, int program)
 {
     const bool isCff = face.outlines() == FontFace::Outlines::cff;
@@ -74,7 +74,7 @@ int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::str
         descriptor.number("/Ascent", face.ascent(), 0);
         descriptor.number("/Descent", -face.descent(), 0);
         descriptor.number("/CapHeight", face.capHeight(), 0);
-        descriptor.integer("/StemV", 80); // Only for finding a substitute, and the font is in the file.
+        descriptor.integer("/StemV", 80); // Only used to find a substitute font, and the font is embedded.
         if (program != 0) {
             descriptor.reference(isCff ? "/FontFile3" : "/FontFile2", program);
         }
@@ -84,7 +84,8 @@ int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::str
     return number;
 }
 
-/// Writes a character map, compressed once for all the files that have the same; gives its number.
+/// Writes a character map, which is compressed once for all files with an equal one; gives its object
+/// number.
 int writeMap(OutputObjects &objects, std::string_view entries, const std::string &map)
 {
     static RecentResults<std::string, std::string> maps;
@@ -134,7 +135,7 @@ const EmbeddedFont::Place &EmbeddedFont::add(std::uint32_t glyph, const std::u16
         Layer &layer = m_layers[layerNumber];
         layer.glyphs.push_back(glyph);
         layer.texts.push_back(text);
-        // A layer has no more codes than the font has glyphs, which are at most 65,535.
+        // A layer has no more codes than the font has glyphs, at most 65,535.
         known->second = {layerNumber, static_cast<std::uint16_t>(layer.glyphs.size()),
                          m_face->advance(glyph)};
     }

@@ -12,7 +12,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Customary PostScript names and the free fonts that have the same advance widths.
+/// Customary PostScript names and free fonts with the same advance widths.
 constexpr std::array<std::pair<const char *, const char *>, 16> metricCompatible{{
     {"Helvetica", "NimbusSans-Regular"},
     {"Helvetica-Bold", "NimbusSans-Bold"},
@@ -75,14 +75,14 @@ bool isSet(FcPattern *pattern, const char *key)
     return value != FcFalse;
 }
 
-/// Formats that can be embedded as they are; Type 1 files cannot be shaped.
+/// Formats that can be embedded; Type 1 files cannot be shaped.
 bool isUsable(FcPattern *pattern)
 {
     const std::string format = textOf(pattern, FC_FONTFORMAT);
     return isSet(pattern, FC_SCALABLE) && (format == "TrueType" || format == "CFF");
 }
 
-/// What the catalogue asks the platform for when it has no font of the name, or that font lacks a character.
+/// The request to fontconfig for a font whose name is not available or that lacks a character.
 Pattern patternFor(const QString &postScriptName, const std::string &language)
 {
     Pattern pattern(FcPatternCreate());
@@ -93,7 +93,7 @@ Pattern patternFor(const QString &postScriptName, const std::string &language)
     FcPatternAddInteger(pattern.get(), FC_WEIGHT, request.weight);
     FcPatternAddInteger(pattern.get(), FC_SLANT, request.isItalic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
     FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
-    // With "und" among the languages fontconfig does not add that of the locale.
+    // The language "und" keeps fontconfig from adding that of the locale.
     FcPatternAddString(pattern.get(), FC_LANG, fcText(language.c_str()));
     FcPatternAddString(pattern.get(), FC_LANG, fcText("und"));
     return pattern;
@@ -173,7 +173,7 @@ FontCatalog::Face FontCatalog::exactly(const char *postScriptName)
     const std::unique_ptr<FcObjectSet, ObjectSetDestroyer> wanted(
         FcObjectSetBuild(FC_FILE, FC_INDEX, FC_FONTFORMAT, FC_SCALABLE, nullptr));
     const FontSet set(FcFontList(m_config->config, pattern.get(), wanted.get()));
-    // Two files of the same font come in no particular order; the name of the file decides.
+    // Files of the same font are sorted: fontconfig lists them in any order.
     std::vector<std::pair<std::string, unsigned>> files;
     for (int place = 0; set && place < set->nfont; ++place) {
         FcPattern *font = set->fonts[place];
@@ -236,7 +236,7 @@ const std::vector<FontCatalog::Candidate> &FontCatalog::candidates(const QString
     for (int index = 0; set && index < set->nfont; ++index) {
         FcPattern *font = set->fonts[index];
         FcCharSet *characters = nullptr;
-        // The outlines of a font in colours are only some of what it shows, or nothing.
+        // The outlines of a colour font show only part of it, or nothing.
         if (!isUsable(font) || isSet(font, FC_COLOR) ||
             FcPatternGetCharSet(font, FC_CHARSET, 0, &characters) != FcResultMatch) {
             continue;
@@ -258,14 +258,14 @@ FontCatalog::Face FontCatalog::nearest(std::span<const std::u32string> spellings
         if (!first.hasOneOf(spellings)) {
             continue;
         }
-        // The platform puts language and family before weight; another face of that family may be nearer.
-        const auto strangeness = [&](const Candidate &candidate) {
+        // fontconfig ranks language and family before weight; another face of the family may be nearer.
+        const auto styleDistance = [&](const Candidate &candidate) {
             const bool isItalic = candidate.slant != FC_SLANT_ROMAN;
             return std::abs(candidate.weight - request.weight) + (isItalic == request.isItalic ? 0 : 1000);
         };
         const Candidate *best = &first;
         for (const Candidate &other : all) {
-            if (other.family == first.family && strangeness(other) < strangeness(*best) &&
+            if (other.family == first.family && styleDistance(other) < styleDistance(*best) &&
                 other.hasOneOf(spellings)) {
                 best = &other;
             }
@@ -280,32 +280,32 @@ FontCatalog::Face FontCatalog::nearest(std::span<const std::u32string> spellings
     return nullptr;
 }
 
-FontCatalog::Face FontCatalog::having(std::span<const std::u32string> spellings,
-                                      const QString &postScriptName, const std::string &language)
+FontCatalog::Face FontCatalog::faceCovering(std::span<const std::u32string> spellings,
+                                            const QString &postScriptName, const std::string &language)
 {
     if (spellings.empty()) {
         return nullptr;
     }
     const std::scoped_lock lock(m_mutex);
     const std::tuple key{spellings.front(), postScriptName, language};
-    if (const auto known = m_having.find(key); known != m_having.end()) {
+    if (const auto known = m_covering.find(key); known != m_covering.end()) {
         return known->second;
     }
-    constexpr std::size_t mostRemembered = 10'000;
-    if (m_having.size() >= mostRemembered) {
-        m_having.clear();
+    constexpr std::size_t maxRemembered = 10'000;
+    if (m_covering.size() >= maxRemembered) {
+        m_covering.clear();
     }
-    return m_having[key] = nearest(spellings, postScriptName, language);
+    return m_covering[key] = nearest(spellings, postScriptName, language);
 }
 
-FontCatalog::Face FontCatalog::withBox(const QString &postScriptName)
+FontCatalog::Face FontCatalog::faceWithVisibleNotdef(const QString &postScriptName)
 {
     const std::scoped_lock lock(m_mutex);
-    const auto [place, isNew] = m_boxes.try_emplace(postScriptName);
+    const auto [place, isNew] = m_withVisibleNotdef.try_emplace(postScriptName);
     if (isNew) {
         for (const Candidate &candidate : candidates(postScriptName, latin)) {
             const Face face = open(candidate.file, candidate.index);
-            if (face && face->hasBox()) {
+            if (face && face->hasVisibleNotdef()) {
                 place->second = face;
                 break;
             }

@@ -15,34 +15,34 @@
 
 namespace tallyfold::pdf {
 
-/// Fonts, looked up by PostScript name or by the characters they have; faces stay open. The locale has no say
-/// in what is found. May be used on several threads.
+/// Finds fonts by PostScript name or by the characters they cover. Independent of the locale. May be used on
+/// several threads.
 class FontCatalog {
 public:
     using Face = std::shared_ptr<const FontFace>;
 
-    /// The installed fonts: one catalogue for the whole process, whose list is read once.
+    /// The catalogue of the installed fonts, one for the whole process.
     [[nodiscard]] static FontCatalog &installed();
 
-    /// The fonts of these files and no others. A file that cannot be read has none.
+    /// A catalogue of the fonts in `files` only. Files that cannot be read are ignored.
     explicit FontCatalog(std::span<const std::filesystem::path> files);
     ~FontCatalog();
     FontCatalog(const FontCatalog &) = delete;
     FontCatalog &operator=(const FontCatalog &) = delete;
 
-    /// The face called `postScriptName`; for the customary names (Helvetica, ArialMT and so on) where they
-    /// are not installed a font of the same metrics; for any other name the platform's substitute. Null only
-    /// when no font that can be embedded is installed at all.
+    /// The face `postScriptName`; for customary names (Helvetica, ArialMT and so on) that are not available
+    /// a font of the same metrics; for any other name the platform's substitute. Null only when there is no
+    /// font that can be embedded.
     [[nodiscard]] Face named(const QString &postScriptName);
 
-    /// A face that has all characters of one of `spellings`, as near as possible in style to `postScriptName`
-    /// and made for `language` (RFC 3066, as fontconfig has them); null when there is none.
-    [[nodiscard]] Face having(std::span<const std::u32string> spellings, const QString &postScriptName,
-                              const std::string &language);
+    /// A face that covers one of `spellings`, preferably in the style of `postScriptName` and designed for
+    /// `language` (RFC 3066); null when there is none.
+    [[nodiscard]] Face faceCovering(std::span<const std::u32string> spellings, const QString &postScriptName,
+                                    const std::string &language);
 
-    /// A face whose glyph for missing characters can be seen, as near as possible in style to
-    /// `postScriptName`; null when there is none.
-    [[nodiscard]] Face withBox(const QString &postScriptName);
+    /// A face with a visible .notdef glyph, preferably in the style of `postScriptName`; null when there is
+    /// none.
+    [[nodiscard]] Face faceWithVisibleNotdef(const QString &postScriptName);
 
 private:
     FontCatalog();
@@ -62,8 +62,8 @@ private:
     std::map<QString, Face> m_named;
     std::map<std::pair<std::string, unsigned>, Face> m_faces;
     std::map<std::pair<QString, std::string>, std::vector<Candidate>> m_candidates;
-    std::map<std::tuple<std::u32string, QString, std::string>, Face> m_having;
-    std::map<QString, Face> m_boxes;
+    std::map<std::tuple<std::u32string, QString, std::string>, Face> m_covering;
+    std::map<QString, Face> m_withVisibleNotdef;
 };
 
 } // namespace tallyfold::pdf

@@ -31,7 +31,7 @@ bool hasTable(hb_face_t *face, hb_tag_t tag)
     return hb_blob_get_length(table(face, tag).get()) > 0;
 }
 
-/// The licence bits of the OS/2 table: 2 alone forbids embedding, 0x200 allows bitmaps only.
+/// The fsType field of the OS/2 table: 2 alone forbids embedding, 0x200 allows bitmaps only.
 bool mayBeEmbedded(hb_face_t *face)
 {
     const Blob blob = table(face, HB_TAG('O', 'S', '/', '2'));
@@ -90,7 +90,7 @@ struct FontFace::Handles {
     Box box;
     double italicAngle = 0;
     bool hasAscii = false;
-    bool hasBox = false;
+    bool hasVisibleNotdef = false;
     bool isFixedPitch = false;
 };
 
@@ -101,7 +101,7 @@ std::shared_ptr<const FontFace> FontFace::load(const std::filesystem::path &path
         return nullptr;
     }
     auto handles = std::make_unique<Handles>();
-    // The upper bits name an instance of a variable font; its default one is embedded.
+    // The upper bits select an instance of a variable font; the default one is embedded.
     handles->face.reset(hb_face_create(blob.get(), index & 0xffffU));
     hb_face_t *face = handles->face.get();
     if (hb_face_get_glyph_count(face) == 0 || !mayBeEmbedded(face)) {
@@ -134,7 +134,8 @@ std::shared_ptr<const FontFace> FontFace::load(const std::filesystem::path &path
     const double scale = 1000.0 / handles->unitsPerEm;
     handles->box = {units.left * scale, units.bottom * scale, units.right * scale, units.top * scale};
     hb_glyph_extents_t box{};
-    handles->hasBox = hb_font_get_glyph_extents(handles->font.get(), 0, &box) != 0 && box.width != 0;
+    handles->hasVisibleNotdef =
+        hb_font_get_glyph_extents(handles->font.get(), 0, &box) != 0 && box.width != 0;
     const std::shared_ptr<FontFace> opened(new FontFace(std::move(handles)));
     Handles &known = *opened->m_handles;
     known.hasAscii = true;
@@ -216,9 +217,9 @@ bool FontFace::hasAscii() const
     return m_handles->hasAscii;
 }
 
-bool FontFace::hasBox() const
+bool FontFace::hasVisibleNotdef() const
 {
-    return m_handles->hasBox;
+    return m_handles->hasVisibleNotdef;
 }
 
 bool FontFace::isFixedPitch() const

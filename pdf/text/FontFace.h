@@ -11,14 +11,14 @@ using hb_font_t = struct hb_font_t;
 
 namespace tallyfold::pdf {
 
-/// One face of an installed font file that can be embedded: its outlines are glyf or CFF, and its licence
-/// bits allow it. Immutable; may be used on several threads.
+/// A face of a font file that can be embedded: it has glyf or CFF outlines, and its embedding permissions
+/// allow it. Immutable; may be used on several threads.
 class FontFace {
 public:
-    /// How the outlines are stored.
+    /// The format of the outlines.
     enum class Outlines { trueType, cff };
 
-    /// The box around all glyphs of the font, in thousandths of the font size.
+    /// The bounding box of all glyphs, in thousandths of the font size.
     struct Box {
         double left = 0;
         double bottom = 0;
@@ -26,7 +26,7 @@ public:
         double top = 0;
     };
 
-    /// The face number `index` of the file at `path`; null when it cannot be read or not be embedded.
+    /// The face number `index` of the file at `path`; null when it cannot be read or embedded.
     [[nodiscard]] static std::shared_ptr<const FontFace> load(const std::filesystem::path &path,
                                                               unsigned index);
 
@@ -38,7 +38,7 @@ public:
     /// Scaled to font units.
     [[nodiscard]] hb_font_t *font() const;
     [[nodiscard]] Outlines outlines() const;
-    /// PostScript name, made of characters that a PDF name holds without escapes.
+    /// The PostScript name, reduced to characters that a PDF name needs no escapes for.
     [[nodiscard]] const std::string &postScriptName() const;
 
     /// Lengths in thousandths of the font size.
@@ -47,18 +47,18 @@ public:
     [[nodiscard]] double thousandths(double fontUnits) const;
     [[nodiscard]] double capHeight() const;
     [[nodiscard]] const Box &box() const;
-    /// In degrees counterclockwise from the vertical: negative for letters that lean to the right.
+    /// In degrees counterclockwise from the vertical: negative for italic faces.
     [[nodiscard]] double italicAngle() const;
     /// The nominal advance of a glyph.
     [[nodiscard]] double advance(std::uint32_t glyph) const;
 
-    /// Whether the font has a glyph of its own for the character.
+    /// Whether the face has a glyph for the character.
     [[nodiscard]] bool has(char32_t character) const;
     /// Whether it has all printable ASCII characters.
     [[nodiscard]] bool hasAscii() const;
-    /// Whether its glyph for missing characters can be seen.
-    [[nodiscard]] bool hasBox() const;
-    /// Whether all its Latin letters are of one width.
+    /// Whether its .notdef glyph has an outline.
+    [[nodiscard]] bool hasVisibleNotdef() const;
+    /// Whether all Latin letters have the same width.
     [[nodiscard]] bool isFixedPitch() const;
 
 private:

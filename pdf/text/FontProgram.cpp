@@ -25,7 +25,7 @@ using Plan = std::unique_ptr<hb_subset_plan_t, Destroyer<hb_subset_plan_destroy>
 using Face = std::unique_ptr<hb_face_t, Destroyer<hb_face_destroy>>;
 using Blob = std::unique_ptr<hb_blob_t, Destroyer<hb_blob_destroy>>;
 
-/// Tables that a reader of an embedded font has no use for (PDF 1.7, 9.9, lists those it has).
+/// Tables that an embedded font does not need (PDF 1.7, 9.9, lists those it needs).
 constexpr std::array unneededTables{
     HB_TAG('G', 'S', 'U', 'B'), HB_TAG('G', 'P', 'O', 'S'), HB_TAG('G', 'D', 'E', 'F'),
     HB_TAG('k', 'e', 'r', 'n'), HB_TAG('n', 'a', 'm', 'e'), HB_TAG('p', 'o', 's', 't'),

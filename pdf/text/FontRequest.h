@@ -5,9 +5,9 @@
 
 namespace tallyfold::pdf {
 
-/// What a PostScript name says of a font that is not installed.
+/// What the PostScript name of a missing font says about it.
 struct FontRequest {
-    QStringList families; ///< What its family may be called, most likely first.
+    QStringList families; ///< Possible family names, most likely first.
     int weight = 0;       ///< On fontconfig's scale.
     bool isItalic = false;
 

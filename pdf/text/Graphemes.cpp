@@ -10,7 +10,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Texts of plain letters need no tables; a carriage return may join with what follows it.
+/// Text of plain letters needs no tables; a carriage return may join with the next character.
 bool isPlain(QStringView text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar ch) { return ch >= u' ' && ch < u'\x7f'; });
@@ -36,7 +36,7 @@ std::vector<qsizetype> graphemeBoundaries(const QString &text, qsizetype start, 
         }
         return boundaries;
     }
-    // An alias: `text` outlives the walk.
+    // An alias: `text` outlives the iterator.
     const icu::UnicodeString stretch(false, reinterpret_cast<const char16_t *>(text.utf16()) + start,
                                      static_cast<int32_t>(length));
     characters->setText(stretch);

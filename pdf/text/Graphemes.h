@@ -6,8 +6,8 @@
 
 namespace tallyfold::pdf {
 
-/// Where the user-perceived characters (extended grapheme clusters, UAX #29) of a stretch of `text` begin, in
-/// UTF-16 units of the whole text, and at last where the stretch ends.
+/// The boundaries of the extended grapheme clusters (UAX #29) of a range of `text`, from the start of the
+/// first to the end of the last, in UTF-16 units of the whole text.
 [[nodiscard]] std::vector<qsizetype> graphemeBoundaries(const QString &text, qsizetype start,
                                                         qsizetype length);
 

@@ -7,11 +7,10 @@
 
 namespace tallyfold::pdf {
 
-/// Remembers what was made of the most recent keys: many small files are stamped with the same few
-/// characters. May be used on several threads.
+/// A cache of the results for recent keys. May be used on several threads.
 template <typename Key, typename Value> class RecentResults {
 public:
-    /// The value for `key`, made by `make` unless it is remembered.
+    /// The value for `key`, from the cache or from `make`.
     template <typename Make> [[nodiscard]] Value valueFor(const Key &key, const Make &make)
     {
         {
@@ -23,14 +22,14 @@ public:
         }
         Value made = make();
         const std::scoped_lock lock(m_mutex);
-        if (m_values.size() >= mostRemembered) {
+        if (m_values.size() >= maxRemembered) {
             m_values.clear();
         }
         return m_values.insert_or_assign(key, std::move(made)).first->second;
     }
 
 private:
-    static constexpr std::size_t mostRemembered = 64;
+    static constexpr std::size_t maxRemembered = 64;
 
     std::mutex m_mutex;
     std::map<Key, Value> m_values;

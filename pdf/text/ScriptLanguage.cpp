@@ -18,7 +18,7 @@ constexpr std::uint32_t tag(std::string_view name)
     return value;
 }
 
-/// A language of many that are written in the script: enough to find a font made for it.
+/// One language that is written in the script: enough to find a font made for it.
 constexpr std::array<std::pair<std::string_view, const char *>, 37> languages{{
     {"Arab", "ar"},     {"Armn", "hy"}, {"Beng", "bn"},    {"Bopo", "zh-tw"}, {"Cans", "iu"},
     {"Cher", "chr"},    {"Cyrl", "ru"}, {"Deva", "hi"},    {"Ethi", "am"},    {"Geor", "ka"},

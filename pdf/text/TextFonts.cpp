@@ -15,7 +15,7 @@ bool isControl(QChar ch)
            ch == QChar::ParagraphSeparator;
 }
 
-/// `text` as it is shown on a line of its own.
+/// `text` without control characters.
 QString onOneLine(const QString &text)
 {
     if (std::none_of(text.begin(), text.end(), isControl)) {

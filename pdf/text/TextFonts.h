@@ -16,7 +16,8 @@
 
 namespace tallyfold::pdf {
 
-/// The fonts of one output file: looked up, measured, noted as used, and embedded once at the end.
+/// The fonts of one output file: finds them, shapes text, records the glyphs used, and embeds the subsets at
+/// the end.
 class TextFonts {
 public:
     /// Both must outlive this.
@@ -25,17 +26,17 @@ public:
     TextFonts(const TextFonts &) = delete;
     TextFonts &operator=(const TextFonts &) = delete;
 
-    /// `text` as one line in the font `postScriptName` at `size` points: shaped, right-to-left text in its
-    /// order, characters that the font lacks from other fonts of the catalogue. A character that no font has
-    /// is shown as a box. Tabs and line breaks count as spaces, other control characters as nothing. The line
-    /// is empty when the catalogue has no font that can be embedded.
+    /// `text` as one line in the font `postScriptName` at `size` points: shaped, reordered (UAX #9),
+    /// characters that the font lacks from other fonts of the catalogue, else shown as .notdef. Tabs and
+    /// line breaks count as spaces; other control characters are dropped. The line is empty when the
+    /// catalogue has no font that can be embedded.
     [[nodiscard]] ShapedLine shape(const QString &text, const QString &postScriptName, double size);
 
-    /// Appends a text object (PDF 1.7, 9.4) that shows `line`, one of these fonts', with its left edge at `x`
-    /// and its baseline at `baseline`, in the current colour.
+    /// Appends a text object (PDF 1.7, 9.4) that shows `line`, which `shape` of this object gave, from `x`
+    /// on the baseline `baseline`, in the current colour.
     void show(const ShapedLine &line, double x, double baseline, ContentStream &content) const;
 
-    /// Object number of the `/Font` resources of whatever shows text with these fonts.
+    /// The object number of the `/Font` resources for content that uses these fonts.
     [[nodiscard]] int resources();
     /// Whether any text was shaped.
     [[nodiscard]] bool isUsed() const;

@@ -27,8 +27,8 @@ const char16_t *units(const QString &text)
     return reinterpret_cast<const char16_t *>(text.utf16());
 }
 
-/// Splits a stretch of one direction where its script changes; characters of no script of their own go with
-/// the last.
+/// Splits a run of one direction by script; common and inherited characters belong to the script before
+/// them.
 std::vector<TextItem> byScript(const QString &text, qsizetype start, qsizetype length, bool isRightToLeft)
 {
     std::vector<TextItem> items;

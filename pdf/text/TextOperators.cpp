@@ -10,10 +10,10 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Adjustments below this many thousandths cannot be seen.
+/// Smaller adjustments, in thousandths of the font size, are invisible.
 constexpr double leastAdjustment = 0.05;
 
-/// Writes the operators of one text object, keeping account of the text state they leave.
+/// Writes one text object and keeps track of the text state.
 class TextObject {
 public:
     TextObject(double size, ContentStream &content, Point start)
@@ -47,7 +47,7 @@ public:
         m_pending += glyph.advance - glyph.place.advance - glyph.xOffset;
     }
 
-    /// Shows `glyphs` as what stands for `text`.
+    /// Shows `glyphs` with `text` as their actual text.
     void showAs(const std::u16string &text, std::span<const ShapedGlyph> glyphs)
     {
         m_shown.reset();
@@ -84,7 +84,7 @@ private:
     double m_size;
     ContentStream *m_content;
     ContentStream::Scope m_object;
-    std::optional<PositionedText> m_shown; ///< The operand of the TJ operator that is being written.
+    std::optional<PositionedText> m_shown; ///< The operand of TJ that is open.
     std::size_t m_font = 0;
     std::size_t m_layer = 0;
     bool m_hasFont = false;

@@ -19,15 +19,15 @@ namespace {
 
 using Face = std::shared_ptr<const FontFace>;
 
-/// A stretch of an item that one font has.
+/// A part of an item in one font.
 struct FontStretch {
     qsizetype start = 0;
     qsizetype end = 0;
     Face face;
 };
 
-/// Characters that are shaped one by one from left to right, whatever stands beside them: most lines hold
-/// nothing else, and need no more than one look at each.
+/// Characters that are shaped independently, from left to right, in every context. Most lines have no others
+/// and need one check per character.
 bool isSimple(QChar ch)
 {
     const char16_t unit = ch.unicode();
@@ -53,8 +53,8 @@ bool hasOneOf(const FontFace &face, const std::vector<std::u32string> &spellings
                        [&](const std::u32string &spelling) { return hasAll(face, spelling); });
 }
 
-/// The ways to write a user-perceived character that shaping takes for the same: as it is, composed and
-/// decomposed. Characters that are never seen need not be in the font and are left out.
+/// The canonically equivalent spellings of a grapheme cluster: as given, composed, decomposed.
+/// Default-ignorable characters need no glyph and are left out.
 std::vector<std::u32string> spellingsOf(QStringView cluster)
 {
     std::u32string asItIs;
@@ -89,35 +89,35 @@ std::vector<std::u32string> spellingsOf(QStringView cluster)
     return spellings;
 }
 
-/// The font for a user-perceived character, all of it where there is one that has all of it.
+/// The font for a grapheme cluster, preferably one that covers all of it.
 Face faceFor(FontCatalog &catalog, const std::vector<std::u32string> &spellings, const Face &base,
              const Face &last, const QString &postScriptName, const std::string &language)
 {
-    if (last && spellings.front().empty()) { // Nothing to be seen: no reason for a seam.
+    if (last && spellings.front().empty()) { // Invisible, so the font need not change.
         return last;
     }
     if (hasOneOf(*base, spellings)) {
         return base;
     }
-    // A sign between words of another font goes with them: fewer seams.
+    // Punctuation between words in another font stays in that font.
     if (last && hasOneOf(*last, spellings)) {
         return last;
     }
-    if (Face other = catalog.having(spellings, postScriptName, language)) {
+    if (Face other = catalog.faceCovering(spellings, postScriptName, language)) {
         return other;
     }
     const std::u32string first = spellings.front().substr(0, 1);
     if (base->has(first.front())) {
         return base;
     }
-    if (Face partly = catalog.having(std::array{first}, postScriptName, language)) {
+    if (Face partly = catalog.faceCovering(std::array{first}, postScriptName, language)) {
         return partly;
     }
-    const Face box = catalog.withBox(postScriptName);
-    return box && !base->hasBox() ? box : base;
+    const Face box = catalog.faceWithVisibleNotdef(postScriptName);
+    return box && !base->hasVisibleNotdef() ? box : base;
 }
 
-/// Splits an item by font, never inside a user-perceived character.
+/// Splits an item by font, between grapheme clusters.
 std::vector<FontStretch> byFont(FontCatalog &catalog, const QString &text, const TextItem &item,
                                 const Face &base, const QString &postScriptName)
 {
@@ -149,7 +149,7 @@ struct BufferDestroyer {
     }
 };
 
-/// Fonts of one pitch show every letter in a cell of its own, and would squeeze "ffi" into one.
+/// Fixed-pitch fonts have a cell for each letter; a ligature would squeeze "ffi" into one.
 constexpr std::array<hb_feature_t, 1> noLigatures{
     {{HB_TAG('l', 'i', 'g', 'a'), 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END}}};
 
@@ -168,12 +168,12 @@ void TextShaper::Parts::fill(const QString &text, const FontStretch &stretch, co
 {
     hb_buffer_t *const shaped = buffer.get();
     hb_buffer_reset(shaped);
-    // Finer than by user-perceived character: an accent with a glyph of its own keeps its own text.
+    // Finer than grapheme clusters: an accent with its own glyph keeps its own text.
     hb_buffer_set_cluster_level(shaped, HB_BUFFER_CLUSTER_LEVEL_MONOTONE_CHARACTERS);
     hb_buffer_set_flags(shaped, treatmentOfInvisible);
     hb_buffer_add_utf16(shaped, text.utf16(), static_cast<int>(text.size()),
                         static_cast<unsigned>(stretch.start), static_cast<int>(stretch.end - stretch.start));
-    // The language stays unset: the locale's would change the shapes of letters in some fonts.
+    // The language is not set: that of the locale would change the shapes of letters in some fonts.
     hb_buffer_set_direction(shaped, item.isRightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
     hb_buffer_set_script(shaped, hb_script_from_iso15924_tag(item.script));
     const bool hasLigatures = !stretch.face->isFixedPitch();
@@ -184,7 +184,8 @@ void TextShaper::Parts::fill(const QString &text, const FontStretch &stretch, co
 GlyphRun TextShaper::Parts::run(const QString &text, const FontStretch &stretch, const TextItem &item)
 {
     hb_buffer_t *const shaped = buffer.get();
-    // What is never seen has no glyph, and its text goes with a neighbour's. Alone it takes an empty glyph.
+    // Default-ignorable characters have no glyph, and their text goes to a neighbour. Alone they take an
+    // empty glyph.
     fill(text, stretch, item, HB_BUFFER_FLAG_REMOVE_DEFAULT_IGNORABLES);
     if (hb_buffer_get_length(shaped) == 0) {
         fill(text, stretch, item, HB_BUFFER_FLAG_DEFAULT);
@@ -202,7 +203,7 @@ GlyphRun TextShaper::Parts::run(const QString &text, const FontStretch &stretch,
                                  face.thousandths(positions[index].y_offset),
                                  {}});
     }
-    // A cluster ends where the next one in the text begins.
+    // A cluster ends where the next one begins.
     const std::u16string_view units(reinterpret_cast<const char16_t *>(text.utf16()),
                                     static_cast<std::size_t>(text.size()));
     const TextDirection direction =

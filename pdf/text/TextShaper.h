@@ -12,24 +12,24 @@
 
 namespace tallyfold::pdf {
 
-/// A glyph where shaping puts it. Lengths in thousandths of the font size.
+/// A glyph as shaping positions it. Lengths in thousandths of the font size.
 struct PlacedGlyph {
     std::uint32_t glyph = 0;
     double advance = 0;
     double xOffset = 0;
     double yOffset = 0;
-    std::u16string text; ///< What it shows, or its share of what it shows with its neighbours; may be empty.
+    std::u16string text; ///< Its part of the text of its cluster; may be empty.
 };
 
-/// Glyphs of one font, from left to right.
+/// Glyphs of one font in visual order.
 struct GlyphRun {
     std::shared_ptr<const FontFace> face;
     bool isRightToLeft = false;
     std::vector<PlacedGlyph> glyphs;
 };
 
-/// Turns a line of text into glyphs: its stretches in their order from left to right (UAX #9), kerned, with
-/// ligatures, characters that the font lacks taken from other fonts of the catalogue.
+/// Shapes lines of text: runs in visual order (UAX #9), kerning, ligatures, and fallback to other fonts of
+/// the catalogue.
 class TextShaper {
 public:
     /// `catalog` must outlive this.
@@ -38,8 +38,8 @@ public:
     TextShaper(const TextShaper &) = delete;
     TextShaper &operator=(const TextShaper &) = delete;
 
-    /// `text` in the font `base`, which was asked for as `postScriptName`. There are no control characters in
-    /// `text`. A character that no font has is shown as a box.
+    /// The runs of `text`, which has no control characters, in the font `base`, which was requested as
+    /// `postScriptName`. A character that no font has becomes .notdef.
     [[nodiscard]] std::vector<GlyphRun>
     shape(const QString &text, const std::shared_ptr<const FontFace> &base, const QString &postScriptName);
 

@@ -35,7 +35,7 @@ std::string nameOf(const FontCatalog::Face &face)
 
 std::string nameOfFaceCovering(FontCatalog &catalog, const std::u32string &characters, const QString &name)
 {
-    return nameOf(catalog.having(std::array{characters}, name, "en"));
+    return nameOf(catalog.faceCovering(std::array{characters}, name, "en"));
 }
 
 } // namespace
@@ -44,8 +44,8 @@ TEST(FontCatalog, WithoutFontsGivesNone)
 {
     FontCatalog catalog(std::vector<std::filesystem::path>{});
     EXPECT_EQ(catalog.named(u"Helvetica"_s), nullptr);
-    EXPECT_EQ(catalog.having(std::array{std::u32string(U"a")}, u"Helvetica"_s, "en"), nullptr);
-    EXPECT_EQ(catalog.withBox(u"Helvetica"_s), nullptr);
+    EXPECT_EQ(catalog.faceCovering(std::array{std::u32string(U"a")}, u"Helvetica"_s, "en"), nullptr);
+    EXPECT_EQ(catalog.faceWithVisibleNotdef(u"Helvetica"_s), nullptr);
 }
 
 TEST(FontCatalog, PassesOverFilesThatAreNoFonts)
@@ -88,14 +88,14 @@ TEST(FontCatalog, FindsAFaceByTheCharactersItCovers)
     EXPECT_EQ(nameOfFaceCovering(catalog, U"\u0e01", u"Helvetica"_s), "NotoSansThai-Regular");
     EXPECT_EQ(nameOfFaceCovering(catalog, U"\u05d0", u"Helvetica"_s), "NotoSansHebrew-Regular");
     EXPECT_EQ(nameOfFaceCovering(catalog, U"\u0e01\u05d0", u"Helvetica"_s), "");
-    EXPECT_EQ(catalog.having({}, u"Helvetica"_s, "en"), nullptr);
+    EXPECT_EQ(catalog.faceCovering({}, u"Helvetica"_s, "en"), nullptr);
 }
 
 TEST(FontCatalog, OneOfTheSpellingsIsEnough)
 {
     FontCatalog catalog(filesOf({"NotoSansThai-Regular.ttf", "NotoSansHebrew-Regular.ttf"}));
     const std::array<std::u32string, 2> spellings{U"\U0010fffd", U"\u05d0"};
-    EXPECT_EQ(nameOf(catalog.having(spellings, u"Helvetica"_s, "en")), "NotoSansHebrew-Regular");
+    EXPECT_EQ(nameOf(catalog.faceCovering(spellings, u"Helvetica"_s, "en")), "NotoSansHebrew-Regular");
 }
 
 TEST(FontCatalog, OfAFamilyThatCoversThemTheNearestStyleIsTaken)
@@ -112,9 +112,9 @@ TEST(FontCatalog, OfAFamilyThatCoversThemTheNearestStyleIsTaken)
 TEST(FontCatalog, FindsAFaceWhoseGlyphForMissingCharactersIsSeen)
 {
     FontCatalog catalog(filesOf({"LiberationSans-Regular.ttf"}));
-    const FontCatalog::Face face = catalog.withBox(u"Helvetica"_s);
+    const FontCatalog::Face face = catalog.faceWithVisibleNotdef(u"Helvetica"_s);
     ASSERT_NE(face, nullptr);
-    EXPECT_TRUE(face->hasBox());
+    EXPECT_TRUE(face->hasVisibleNotdef());
 }
 
 } // namespace tallyfold::pdf

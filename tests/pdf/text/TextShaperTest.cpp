@@ -96,7 +96,7 @@ TEST_F(TextShaperTest, ACharacterThatNoFontHasIsABoxWithItsText)
     ASSERT_EQ(runs.front().glyphs.size(), 1U);
     EXPECT_EQ(runs.front().glyphs.front().glyph, 0U);
     EXPECT_EQ(runs.front().glyphs.front().text, u"\U0010fffd");
-    EXPECT_TRUE(runs.front().face->hasBox());
+    EXPECT_TRUE(runs.front().face->hasVisibleNotdef());
 }
 
 TEST_F(TextShaperTest, TextFromTheRightRunsFromTheRight)
