@@ -14,7 +14,7 @@ constexpr long long hiddenFlag = 1U << 1U;
 constexpr long long noRotateFlag = 1U << 4U;
 constexpr long long noViewFlag = 1U << 5U;
 
-/// What `annotation` has for a normal appearance: a stream, a dictionary of them by state, or anything else.
+/// The normal appearance of `annotation`: a stream, a dictionary of streams by state, or anything else.
 QPDFObjectHandle normalEntry(QPDFObjectHandle annotation)
 {
     QPDFObjectHandle appearances = annotation.getKey("/AP");
@@ -24,10 +24,10 @@ QPDFObjectHandle normalEntry(QPDFObjectHandle annotation)
 long long flagsOf(QPDFObjectHandle annotation)
 {
     QPDFObjectHandle flags = annotation.getKey("/F");
-    if (flags.isReal()) { // Some writers know one kind of number only.
-        constexpr double most = 1U << 31U;
+    if (flags.isReal()) { // Some writers write all numbers as reals.
+        constexpr double limit = 1U << 31U;
         const double value = flags.getNumericValue();
-        return value >= 0 && value < most ? static_cast<long long>(value) : 0;
+        return value >= 0 && value < limit ? static_cast<long long>(value) : 0;
     }
     return flags.isInteger() ? flags.getIntValue() : 0;
 }
@@ -36,8 +36,8 @@ long long flagsOf(QPDFObjectHandle annotation)
 
 QPDFObjectHandle inheritedFieldValue(QPDFObjectHandle field, const char *key)
 {
-    constexpr int deepestField = 64; // Fields this deep do not occur, but loops do.
-    for (int depth = 0; depth < deepestField && field.isDictionary(); ++depth) {
+    constexpr int maxFieldDepth = 64; // Real fields are not this deep, but loops occur.
+    for (int depth = 0; depth < maxFieldDepth && field.isDictionary(); ++depth) {
         QPDFObjectHandle value = field.getKey(key);
         if (!value.isNull()) {
             return value;
@@ -97,7 +97,7 @@ std::optional<Matrix> placementOf(QPDFObjectHandle annotation, const std::option
     if ((flagsOf(annotation) & noRotateFlag) == 0 || rotation == 0) {
         return fit;
     }
-    // It stays upright on the turned page, hanging from its upper left corner.
+    // It stays upright on the rotated page, with its upper left corner in place.
     const Matrix toOrigin{1, 0, 0, 1, -rect->minX, -rect->maxY};
     const Matrix back{1, 0, 0, 1, rect->minX, rect->maxY};
     const Matrix turn = rotation == 90    ? Matrix{0, 1, -1, 0, 0, 0}

@@ -8,15 +8,15 @@ namespace tallyfold::pdf {
 
 namespace {
 
-constexpr double widestBorder = 144;
+constexpr double maxBorderWidth = 144;
 
 double borderWidthFrom(QPDFObjectHandle value, double otherwise)
 {
     const double width = value.isNumber() ? value.getNumericValue() : otherwise;
-    return std::isfinite(width) ? std::clamp(width, 0.0, widestBorder) : otherwise;
+    return std::isfinite(width) ? std::clamp(width, 0.0, maxBorderWidth) : otherwise;
 }
 
-/// Dashes that draw something: a pattern of nothing but zeros is not allowed.
+/// The dash pattern in `array`; empty when it is invalid, as one of zeros only.
 std::vector<double> dashesFrom(QPDFObjectHandle array)
 {
     std::vector<double> dashes = numbersIn(array, 16);
@@ -27,11 +27,11 @@ std::vector<double> dashesFrom(QPDFObjectHandle array)
 
 } // namespace
 
-std::vector<double> numbersIn(QPDFObjectHandle array, int most)
+std::vector<double> numbersIn(QPDFObjectHandle array, int maxCount)
 {
     std::vector<double> numbers;
     const int count = array.isArray() ? array.getArrayNItems() : 0;
-    for (int index = 0; index < std::min(count, most); ++index) {
+    for (int index = 0; index < std::min(count, maxCount); ++index) {
         QPDFObjectHandle item = array.getArrayItem(index);
         const double value = item.isNumber() ? item.getNumericValue() : NAN;
         if (!std::isfinite(value)) {

@@ -8,12 +8,12 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// A box that cuts nothing off: no page is larger (PDF 1.7, annex C).
+/// A box that clips nothing: no page is larger (PDF 1.7, annex C).
 QPDFObjectHandle boundlessBox()
 {
-    constexpr int largestPage = 14'400;
+    constexpr int maxPageSize = 14'400;
     std::vector<QPDFObjectHandle> sides;
-    for (const int side : {-largestPage, -largestPage, largestPage, largestPage}) {
+    for (const int side : {-maxPageSize, -maxPageSize, maxPageSize, maxPageSize}) {
         sides.push_back(QPDFObjectHandle::newInteger(side));
     }
     return QPDFObjectHandle::newArray(sides);

@@ -8,21 +8,22 @@
 
 namespace tallyfold::pdf {
 
-/// The six finite numbers of a form's `/Matrix`; nothing when `array` is anything else.
+/// The matrix in `array`; nothing unless it has six finite numbers.
 [[nodiscard]] std::optional<Matrix> matrixFrom(QPDFObjectHandle array);
 
-/// The entries of the appearance stream `stream` as those of a form XObject, which viewers are stricter with.
-/// It is a form even where it does not say so, has a box, and a matrix only where that is one. Viewers take
-/// no notice of a layer that the stream itself belongs to, so it belongs to none; nor do most of its
-/// transparency group, without which a blend mode in it is one with the page. The source stays as it is.
+/// The entries of the appearance stream `stream` as a form XObject, which viewers check more strictly:
+/// always `/Subtype/Form` and a box, a matrix only where it is valid. Viewers ignore an optional content
+/// group of the stream itself, so that is left out; so is a transparency group unless it is a knockout one,
+/// because viewers blend its contents with the page. The source is not changed.
 [[nodiscard]] QPDFObjectHandle entriesAsForm(QPDFObjectHandle stream);
 
-/// Whether the form `stream` draws others, and paints them plainly if it is painted so itself: opaque, with
-/// no mask and no blend mode, for which its own resources would have to name a graphics state.
+/// Whether the form `stream` paints other forms without opacity, mask or blend mode if it is painted so
+/// itself: any of these needs a graphics state among its resources.
 [[nodiscard]] bool paintsPlainly(QPDFObjectHandle stream);
 
-/// The entries of the form `stream` where it is painted plainly. A transparency group that is neither
-/// isolated nor a knockout one makes no difference then, but to viewers that paint every group by itself.
+/// The entries of the form `stream` where it is painted without opacity, mask or blend mode. A transparency
+/// group that is neither isolated nor a knockout one has no effect then, except in viewers that composite
+/// every group.
 [[nodiscard]] QPDFObjectHandle entriesPaintedPlainly(QPDFObjectHandle stream);
 
 } // namespace tallyfold::pdf

@@ -13,14 +13,14 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// A mark takes this part of the shorter side of its box.
+/// The size of a mark relative to the shorter side of its box.
 constexpr double partOfBox = 0.7;
 
 void appendStar(ContentStream &content, Point middle, double radius)
 {
     constexpr std::size_t tips = 5;
     constexpr double pi = 3.14159265358979;
-    constexpr double innerRadius = 0.382; // Where the sides of a five-pointed star cross.
+    constexpr double innerRadius = 0.382; // Of a regular pentagram.
     std::array<Point, 2 * tips> corners;
     for (std::size_t index = 0; index < corners.size(); ++index) {
         const double angle = pi / 2 + static_cast<double>(index) * pi / tips;
@@ -30,7 +30,7 @@ void appendStar(ContentStream &content, Point middle, double radius)
     appendPolygon(content, corners);
 }
 
-/// A polygon given in a square from -1 to 1, around `middle`.
+/// A polygon with corners in the square from -1 to 1, scaled by `half` around `middle`.
 void appendScaled(ContentStream &content, Point middle, double half, std::initializer_list<Point> corners)
 {
     std::vector<Point> placed;

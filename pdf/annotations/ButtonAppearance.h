@@ -8,22 +8,22 @@
 
 namespace tallyfold::pdf {
 
-/// Whether a button field with the flags `/Ff` (PDF 1.7, table 226) is a push-button or one of a set of radio
-/// buttons; else it is a check box.
+/// Whether a button field with the flags `/Ff` (PDF 1.7, table 226) is a push-button or a radio button;
+/// otherwise it is a check box.
 [[nodiscard]] bool isPushButton(long long flags);
 [[nodiscard]] bool isRadioButton(long long flags);
 
-/// What shows that a button is on.
+/// The mark of a button that is on.
 enum class ButtonMark { check, disc, cross, diamond, square, star };
 
-/// The mark that the caption of `widget` stands for as a character of ZapfDingbats; the one usual for the
-/// kind of button otherwise.
+/// The mark that the caption of `widget` selects as a character of ZapfDingbats; otherwise the usual one of
+/// that kind of button.
 [[nodiscard]] ButtonMark buttonMark(QPDFObjectHandle widget);
 
-/// The caption of `widget`: the words on a push-button, the mark of others.
+/// The caption of `widget` (`/CA`): the text of a push-button, the mark of others.
 [[nodiscard]] QString buttonCaption(QPDFObjectHandle widget);
 
-/// Appends the mark of `widget`, in the middle of the box, when the button is on.
+/// Draws the mark of `widget` in the middle of the box if the button is on.
 void appendButtonMark(ContentStream &content, QPDFObjectHandle widget, const TextBox &box);
 
 } // namespace tallyfold::pdf

@@ -12,10 +12,10 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// More options than a page has room for are not looked at.
-constexpr int mostOptions = 10'000;
+/// More options than fit on a page are ignored.
+constexpr int maxOptions = 10'000;
 
-/// The colour in which most programs mark what is chosen.
+/// The highlight colour of most programs.
 constexpr DeviceColor highlight = DeviceColor::rgb(0.6, 0.75686, 0.8549);
 constexpr int highlightDecimals = 5;
 
@@ -28,7 +28,7 @@ std::vector<Option> optionsOf(QPDFObjectHandle widget)
 {
     std::vector<Option> options;
     QPDFObjectHandle list = inheritedFieldValue(widget, "/Opt");
-    const int count = list.isArray() ? std::min(list.getArrayNItems(), mostOptions) : 0;
+    const int count = list.isArray() ? std::min(list.getArrayNItems(), maxOptions) : 0;
     for (int index = 0; index < count; ++index) {
         QPDFObjectHandle item = list.getArrayItem(index);
         if (item.isArray() && item.getArrayNItems() >= 2) {
@@ -49,13 +49,13 @@ QStringList valuesOf(QPDFObjectHandle widget)
         return text.isEmpty() ? QStringList() : QStringList(text);
     }
     QStringList values;
-    for (int index = 0, count = std::min(value.getArrayNItems(), mostOptions); index < count; ++index) {
+    for (int index = 0, count = std::min(value.getArrayNItems(), maxOptions); index < count; ++index) {
         values.append(fieldText(value.getArrayItem(index)));
     }
     return values;
 }
 
-/// Whether each option is chosen: by the indices that the field gives, or else by its value.
+/// For each option whether it is selected: by the value of the field, or else by its indices.
 std::vector<bool> chosenAmong(const std::vector<Option> &options, QPDFObjectHandle widget)
 {
     std::vector<bool> chosen(options.size());

@@ -8,12 +8,12 @@
 
 namespace tallyfold::pdf {
 
-/// What a choice field (PDF 1.7, 12.7.4.4) shows for its value: the display text of the chosen option, or the
-/// value itself where it is none of the options; several are joined by commas. Without a value, the indices
-/// of chosen options count.
+/// The text that a choice field (PDF 1.7, 12.7.4.4) shows: the display text of the selected option, or the
+/// value itself where it is no option; several are separated by commas. Without a value, the indices of
+/// selected options count.
 [[nodiscard]] QString chosenText(QPDFObjectHandle widget);
 
-/// Appends the options of a list box, one to a line from the first one in view, the chosen ones marked.
+/// Draws the options of a list box, one a line from the first visible one, the selected ones highlighted.
 void appendOptions(ContentStream &content, QPDFObjectHandle widget, const TextBox &box, TextFonts &fonts);
 
 } // namespace tallyfold::pdf

@@ -23,7 +23,7 @@ constexpr long long comboFlag = 1LL << 17;
 constexpr double smallestFont = 4;
 constexpr double textPadding = 2;
 
-/// A value that a field has, inherits, or takes from the form.
+/// The value of a field, inherited or from the form if need be.
 QPDFObjectHandle valueOf(QPDFObjectHandle widget, QPDFObjectHandle acroForm, const char *key)
 {
     QPDFObjectHandle value = inheritedFieldValue(widget, key);
@@ -58,7 +58,7 @@ TextBox textBoxOf(QPDFObjectHandle widget, QPDFObjectHandle acroForm, const Fiel
     return box;
 }
 
-/// The size at which one line fills the height of the box, less where it would be too wide.
+/// The font size at which one line fills the height of the box; smaller where it would be too wide.
 double sizeOfSingleLine(const QString &text, const TextBox &box, TextFonts &fonts)
 {
     constexpr double partOfHeight = 0.67;
@@ -68,7 +68,7 @@ double sizeOfSingleLine(const QString &text, const TextBox &box, TextFonts &font
     return width > room && room > 0 ? std::max(size * room / width, smallestFont) : size;
 }
 
-/// The largest size up to the usual one at which all lines are in the box.
+/// The largest font size, up to the usual one, at which all lines fit the box.
 double sizeOfLines(const QString &text, TextBox box, TextFonts &fonts)
 {
     constexpr double usual = 12;
@@ -82,23 +82,23 @@ double sizeOfLines(const QString &text, TextBox box, TextFonts &fonts)
 }
 
 void appendText(ContentStream &content, const QString &text, TextBox box, long long flags,
-                long long mostCharacters, TextFonts &fonts)
+                long long maxCharacters, TextFonts &fonts)
 {
-    const bool isComb = (flags & (combFlag | multilineFlag | passwordFlag)) == combFlag && mostCharacters > 0;
+    const bool isComb = (flags & (combFlag | multilineFlag | passwordFlag)) == combFlag && maxCharacters > 0;
     if ((flags & multilineFlag) != 0) {
         box.size = box.size > 0 ? box.size : sizeOfLines(text, box, fonts);
         appendWrappedText(content, text, box, fonts);
     } else if (isComb) {
-        constexpr long long mostCells = 1000;
+        constexpr long long maxCells = 1000;
         box.size = box.size > 0 ? box.size : sizeOfSingleLine(QString(), box, fonts);
-        appendComb(content, text, static_cast<int>(std::min(mostCharacters, mostCells)), box, fonts);
+        appendComb(content, text, static_cast<int>(std::min(maxCharacters, maxCells)), box, fonts);
     } else {
         box.size = box.size > 0 ? box.size : sizeOfSingleLine(text, box, fonts);
         appendSingleLine(content, text, box, fonts);
     }
 }
 
-/// The text of a text field or combo box as it is shown; empty for other fields.
+/// The displayed text of a text field or combo box; empty for other fields.
 QString shownText(QPDFObjectHandle widget, const std::string &type)
 {
     if (type == "/Ch") {
@@ -129,7 +129,7 @@ bool needsFieldAppearance(QPDFObjectHandle widget, QPDFObjectHandle acroForm)
     if (!isOutdated.isBool() || !isOutdated.getBoolValue()) {
         return false;
     }
-    // A button's appearance goes by its state and is as good as ever, if it can be drawn.
+    // The appearance of a button depends on its state alone and stays valid.
     return type != "/Btn" || !hasArea(rectFrom(own.getDict().getKey("/BBox")));
 }
 

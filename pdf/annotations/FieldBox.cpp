@@ -12,7 +12,7 @@ namespace {
 
 using Kind = BorderStyle::Kind;
 
-/// The turn of a widget's contents, counterclockwise: 0, 90, 180 or 270.
+/// The rotation of a widget's contents, counterclockwise: 0, 90, 180 or 270 degrees.
 int turnFrom(QPDFObjectHandle value)
 {
     if (!value.isInteger() || value.getIntValue() % 90 != 0) {
@@ -40,7 +40,7 @@ bool isThick(const BorderStyle &border)
     return border.kind == Kind::beveled || border.kind == Kind::inset;
 }
 
-/// The two lit and shaded edges that make a box stand out or lie deeper.
+/// The light and dark edges of a beveled or inset border.
 void appendEdges(ContentStream &content, Size size, const BorderStyle &border)
 {
     const double outer = border.width;
@@ -65,7 +65,7 @@ void appendEdges(ContentStream &content, Size size, const BorderStyle &border)
     content.fill();
 }
 
-/// The square in the middle of an area, which a circle fills.
+/// The square around the inscribed circle.
 Rect middleSquare(Size size, double inset)
 {
     const double radius = std::min(size.width, size.height) / 2 - inset;
@@ -86,7 +86,7 @@ void appendBorder(ContentStream &content, Size size, const BorderStyle &border, 
     content.stroke();
 }
 
-/// Draws background and border, and takes the width from a border that is not drawn.
+/// Draws background and border. A border that is not drawn gets the width 0.
 void decorate(FieldBox &box, const std::optional<DeviceColor> &background,
               const std::optional<DeviceColor> &color, FieldOutline outline)
 {

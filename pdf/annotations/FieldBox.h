@@ -9,18 +9,18 @@
 
 namespace tallyfold::pdf {
 
-/// The area of a form field's widget, as its appearance characteristics describe it (PDF 1.7, table 189).
+/// The area of a form field's widget according to its appearance characteristics (PDF 1.7, table 189).
 struct FieldBox {
-    Size size;              ///< Of the area as the text in it runs, points.
-    Matrix matrix;          ///< From that area to one of the widget's width and height.
-    BorderStyle border;     ///< Of width 0 when there is none.
+    Size size;              ///< Size of the rotated area, in points.
+    Matrix matrix;          ///< From the rotated area to the widget's.
+    BorderStyle border;     ///< Width 0 for none.
     std::string decoration; ///< The operators that draw background and border.
 
-    /// The part inside of the border.
+    /// The area inside the border.
     [[nodiscard]] Rect inside() const;
 };
 
-/// How a border follows the outline of a field.
+/// The shape of a field's border.
 enum class FieldOutline { rectangle, circle };
 
 /// The box of `widget`, whose `/Rect` is `rect`.

@@ -18,11 +18,11 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// More text than any page has room for.
-constexpr qsizetype longestText = 50'000;
+/// More text than fits on any page.
+constexpr qsizetype maxTextLength = 50'000;
 
-/// Baseline of a line in the middle of a field, in font sizes below the middle: between half the height of
-/// capitals and half that of small letters.
+/// Distance of the baseline below the middle of a field, in font sizes: between half the height of capitals
+/// and half that of small letters.
 constexpr double middleToBaseline = 0.36;
 
 /// Customary names of font resources in forms.
@@ -47,7 +47,7 @@ QString postScriptName(const std::string &name)
     return QString::fromStdString(name.starts_with('/') ? name.substr(1) : name);
 }
 
-/// Clips what follows to the box, and gives it the colour of the box.
+/// Clips to the box and sets its text colour.
 void clipTo(ContentStream &content, const TextBox &box)
 {
     content.appendRectangle(box.area).setClippingPath().endPath().setColor(Paint::fill, box.color);
@@ -60,7 +60,7 @@ double startOf(double width, const TextBox &box)
     return box.area.minX + box.padding + shift;
 }
 
-/// The text cut into lines that fit; a word that does not fit by itself is cut where it must be.
+/// The lines of the text that fit the box. A word that is too wide is broken.
 std::vector<ShapedLine> wrapped(const QString &text, const TextBox &box, TextFonts &fonts)
 {
     const double room = std::max(box.area.width() - 2 * box.padding, box.size);
@@ -112,7 +112,7 @@ QString fieldText(QPDFObjectHandle value)
         const std::string bytes(reinterpret_cast<const char *>(data->getBuffer()), data->getSize());
         text = QString::fromStdString(QPDFObjectHandle::newString(bytes).getUTF8Value());
     }
-    return text.left(longestText);
+    return text.left(maxTextLength);
 }
 
 DefaultAppearance parseDefaultAppearance(const std::string &text)

@@ -14,7 +14,7 @@ namespace {
 
 enum class Shape { open, closed };
 
-/// Draws through `points`, given along the line (x away from its end, back toward its start) and across it.
+/// Draws `points` in coordinates of the line ending: x from its end back toward its start, y across it.
 void appendShape(ContentStream &content, std::span<const Point> points, const Matrix &place, Shape shape,
                  bool isFilled)
 {

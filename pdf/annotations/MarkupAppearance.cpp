@@ -53,7 +53,7 @@ std::optional<GeneratedForm> freeText(QPDFObjectHandle annotation, TextFonts &fo
     return form;
 }
 
-/// A note is a small sheet at the upper left of its rectangle; what it says is not on the page.
+/// A note: a small sheet at the upper left of its rectangle, without its text.
 std::optional<GeneratedForm> note(QPDFObjectHandle annotation)
 {
     const std::optional<Rect> rect = rectFrom(annotation.getKey("/Rect"));

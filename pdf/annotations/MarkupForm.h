@@ -10,12 +10,12 @@
 
 namespace tallyfold::pdf {
 
-/// Grows with the points that are drawn.
+/// The bounding box of points.
 class Extent {
 public:
     void add(double x, double y);
 
-    /// The points with `room` around them.
+    /// The bounding box, extended by `room` on every side.
     [[nodiscard]] Rect with(double room) const;
 
 private:
@@ -23,7 +23,7 @@ private:
     bool m_isEmpty = true;
 };
 
-/// Whether what lies below a form shows through its colours.
+/// The blend mode of a form.
 enum class Blending { normal, multiply };
 
 /// A form in page coordinates that draws `content` with the opacity of `annotation`.

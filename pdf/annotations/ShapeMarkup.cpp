@@ -26,7 +26,7 @@ void paintPath(ContentStream &content, bool isFilled, bool isStroked)
     content.endLine();
 }
 
-/// Sets the colours of `annotation` and its line style; gives whether it has a colour for areas.
+/// Sets the colours and line style of `annotation`; gives whether it has an interior colour.
 bool setStyle(ContentStream &content, QPDFObjectHandle annotation, const BorderStyle &border)
 {
     const std::optional<DeviceColor> interior = colorFrom(annotation.getKey("/IC"));

@@ -9,8 +9,9 @@
 
 namespace tallyfold::pdf {
 
-/// What a drawing annotation (PDF 1.7, 12.5.6.7 to 12.5.6.9 and 12.5.6.13) of type `subtype` shows: square,
-/// circle, line, polygon, polyline or ink. Nothing when it lacks what it takes.
+/// The generated appearance of a square, circle, line, polygon, polyline or ink annotation (PDF 1.7,
+/// 12.5.6.7 to 12.5.6.9 and 12.5.6.13), by its `subtype`. Nothing for other types, and without the entries
+/// that it needs.
 [[nodiscard]] std::optional<GeneratedForm> shapeMarkup(QPDFObjectHandle annotation,
                                                        const std::string &subtype);
 

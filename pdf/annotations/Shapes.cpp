@@ -4,7 +4,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// How far the control points of a quarter circle lie from its ends, in radii.
+/// Distance of the control points of a quarter circle from its ends, in radii.
 constexpr double quarterCircle = 0.5522847498;
 
 } // namespace

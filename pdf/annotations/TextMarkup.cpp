@@ -10,9 +10,8 @@
 
 namespace tallyfold::pdf {
 
-/// Highlight, underline, strike-out and squiggly mark quadrilaterals of text, whose corners are given as
-/// upper left, upper right, lower left, lower right by all writers, whatever the standard says of their
-/// order.
+/// All writers give the corners of quadrilaterals as upper left, upper right, lower left, lower right,
+/// although PDF 1.7 orders them otherwise.
 std::optional<GeneratedForm> textMarkup(QPDFObjectHandle annotation, const std::string &subtype)
 {
     constexpr std::array<std::string_view, 4> subtypes{"/Highlight", "/Underline", "/StrikeOut", "/Squiggly"};
@@ -39,7 +38,7 @@ std::optional<GeneratedForm> textMarkup(QPDFObjectHandle annotation, const std::
         }
         const double height = std::hypot(x1 - x3, y1 - y3);
         tallest = std::max(tallest, height);
-        if (isHighlight) { // With ends bulging by a quarter of the height, as of a marker pen.
+        if (isHighlight) { // The ends bulge by a quarter of the height, as those of a marker pen.
             const double bulge = std::abs(y1 - y3) / 4;
             content.beginSubpath({x3, y3});
             content.appendCurve({x3 - bulge, y3 + bulge}, {x1 - bulge, y1 - bulge}, {x1, y1});

@@ -9,8 +9,8 @@
 
 namespace tallyfold::pdf {
 
-/// What a text markup annotation (PDF 1.7, 12.5.6.10) of type `subtype` shows: highlight, underline,
-/// strike-out or squiggly. Nothing when it marks no text.
+/// The generated appearance of a highlight, underline, strike-out or squiggly annotation (PDF 1.7,
+/// 12.5.6.10), by its `subtype`. Nothing for other types, and when it marks no text.
 [[nodiscard]] std::optional<GeneratedForm> textMarkup(QPDFObjectHandle annotation,
                                                       const std::string &subtype);
 

@@ -14,7 +14,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// The file's own appearance of `annotation`, in its place.
+/// The file's own appearance of `annotation`.
 std::optional<PlacedAppearance> ownAppearance(QPDFObjectHandle annotation, int rotation)
 {
     QPDFObjectHandle stream = normalAppearance(annotation);
@@ -35,7 +35,7 @@ std::optional<PlacedAppearance> ownAppearance(QPDFObjectHandle annotation, int r
     return PlacedAppearance{stream, *placement, annotation.getKey("/OC")};
 }
 
-/// What the field behind `widget` shows by its value.
+/// The generated appearance of the field of `widget`.
 std::optional<PlacedAppearance> generatedField(QPDFObjectHandle widget, QPDFObjectHandle acroForm,
                                                int rotation, TextFonts &fonts)
 {
@@ -84,9 +84,9 @@ void drawVisibleAnnotations(QPDFObjectHandle page, QPDFObjectHandle acroForm, in
         try {
             appearance = appearanceOf(annotation, acroForm, rotation, fonts);
         } catch (const std::bad_alloc &) {
-            throw; // What there was no memory for is not malformed.
+            throw; // Out of memory is not malformed.
         } catch (const std::exception &) {
-            continue; // One annotation that cannot be read takes no other one with it.
+            continue; // A malformed annotation is left out alone.
         }
         if (appearance) {
             draw(*appearance);
