@@ -10,7 +10,7 @@
 #include "files/Descriptor.h"
 #include "files/FileCalls.h"
 #include "files/WrittenFile.h"
-#include "pdf/copy/CopyProof.h"
+#include "pdf/copy/CopyVerifier.h"
 
 #include <algorithm>
 #include <array>
@@ -64,13 +64,13 @@ void produce(const ProductionPlan &plan, const fs::path &output)
 void proveAll(const ProductionPlan &plan, const fs::path &output)
 {
     const files::Descriptor folder = files::Descriptor::ofFile(output);
-    pdf::CopyProof proof;
+    pdf::CopyVerifier verifier;
     files::FileCalls calls;
     for (const PlannedFile *file : plan.stampedFiles()) {
         const std::uint64_t size = fs::file_size(output / file->outputName.toStdString());
         const auto written =
             files::WrittenFile::open(folder.number(), file->outputName.toStdString(), size, calls);
-        if (!written || !proof.holds(*written, static_cast<std::int64_t>(file->pages.size()))) {
+        if (!written || !verifier.verify(*written, static_cast<std::int64_t>(file->pages.size()))) {
             fail("a copy has no proof");
         }
     }

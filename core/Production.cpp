@@ -4,7 +4,7 @@
 #include "core/OutputFolder.h"
 #include "core/ProductionIndex.h"
 #include "core/Stamper.h"
-#include "pdf/copy/CopyProof.h"
+#include "pdf/copy/CopyVerifier.h"
 
 #include <QHashFunctions>
 #include <QSet>
@@ -172,7 +172,7 @@ private:
             return !m_isStopped;
         });
         const auto isWhole = [this, &file](const files::WrittenFile &written) {
-            return m_proof.holds(written, static_cast<std::int64_t>(file.pages.size()));
+            return m_verifier.verify(written, static_cast<std::int64_t>(file.pages.size()));
         };
         if (const auto cause = temporary.publish(file.outputName, isWhole)) {
             throw cannotWrite(file, *cause);
@@ -186,7 +186,7 @@ private:
     std::unique_ptr<OutputFolder> m_folder; ///< Null when it went after the check for conflicts.
     const Production::OnPage &m_onPage;
     ProductionResult m_result;
-    pdf::CopyProof m_proof;
+    pdf::CopyVerifier m_verifier;
     bool m_isStopped = false;
 };
 

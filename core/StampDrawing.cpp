@@ -39,7 +39,7 @@ std::string_view StampDrawing::lineBreak()
 {
     if (m_break.empty()) {
         pdf::ShapedLine white = m_copy->fonts().shape(QString::fromLatin1(spaces), m_settings->fontName, 1);
-        white.actualTexts.clear(); // The empty text aside stands for them.
+        white.actualTexts.clear(); // The empty actual text stands for them.
         std::string operators;
         pdf::ContentStream content(operators);
         {

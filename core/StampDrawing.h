@@ -21,11 +21,11 @@ public:
     [[nodiscard]] std::string content(std::span<const Stamper::Line> lines, const pdf::Size &page);
 
 private:
-    /// Name of a form that draws white space far below any page, in an empty text aside, and nothing else.
-    /// Readers that make one line of the text that follows at one height end it there; else the stamp would
-    /// be part of the page's line, and where that runs from right to left, a number's digits would come
-    /// before its letters. And a text aside that the page has left open, which would stand for the stamp as
-    /// well in some readers, ends there.
+    /// The name of a form that only draws white space far below any page, with an empty actual text. Readers
+    /// that join consecutive text at one height into a line end the line there; otherwise the stamp would
+    /// belong to the page's line, and in one from right to left a number's digits would come before its
+    /// letters. An actual text that the page has left open, which some readers would extend to the stamp,
+    /// ends there as well.
     std::string_view lineBreak();
     /// Draws it, `down` points further below.
     void appendBreak(double down, pdf::ContentStream &content);

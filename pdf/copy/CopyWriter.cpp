@@ -9,7 +9,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// "/A0" and so on: names of what a page draws besides its form.
+/// Resource names of a page: "/A0" and so on.
 std::string numbered(std::string_view prefix, std::size_t number)
 {
     std::string name(prefix);

@@ -20,45 +20,45 @@
 
 namespace tallyfold::pdf {
 
-/// Writes a copy of a document page by page: every page upright, of its own visible size, looking as it did,
-/// with an overlay on top. What a page needs is written with it, and no page is held once it is ended.
+/// Writes a copy of a document page by page: every page upright and of its visible size, with an overlay on
+/// top. Objects of a page are written with it; finished pages are not kept.
 class CopyWriter {
 public:
-    /// What a step came to.
+    /// The result of a step.
     enum class Step {
         done,
         noMorePages,      ///< The source has no further page.
         sourceUnreadable, ///< The source cannot be read any further.
-        cannotWrite,      ///< The output takes nothing more.
+        cannotWrite,      ///< The output cannot be written.
     };
 
     /// All must outlive this; text is shown with fonts of `catalog`.
     CopyWriter(Document &source, files::ByteSink &sink, FontCatalog &catalog = FontCatalog::installed());
 
-    /// The fonts that overlays show their text with.
+    /// The fonts for the text of overlays.
     [[nodiscard]] TextFonts &fonts();
 
-    /// Goes to the next page of the source. After `done`, `pageSize` is the page's.
+    /// Goes to the next page of the source. After `done`, `pageSize` is valid.
     [[nodiscard]] Step nextPage();
 
-    /// Size in points at which the page is shown.
+    /// The displayed size of the page in points.
     [[nodiscard]] Size pageSize() const;
 
-    /// Writes the page reached by `nextPage`. `overlay` is a content stream in points from the lower left
-    /// corner of the upright page, which may use `fonts`, the graphics state `overlayState` and the form
-    /// `overlayForm`; empty for none.
+    /// Writes the page that `nextPage` has reached. `overlay` is a content stream in points from the lower
+    /// left corner of the upright page, which may use `fonts`, the graphics state `overlayState` and the
+    /// form `overlayForm`; empty for none.
     [[nodiscard]] Step endPage(std::string_view overlay);
 
-    /// Name of the graphics state, for the operator `gs`, that gives fills the opacity `alpha` (0…1);
-    /// one opacity serves the whole copy.
+    /// The name of a graphics state with the opacity `alpha` (0…1) for nonstroking operations; the first
+    /// call decides for the whole copy.
     [[nodiscard]] std::string_view overlayState(double alpha);
 
-    /// Name of the form, for the operator `Do`, that draws `content` inside `box`, both in points as those of
-    /// an overlay; `content` may use `fonts`. One form serves the whole copy.
+    /// The name of a form XObject with the box `box` and the content `content`, in points as an overlay;
+    /// `content` may use `fonts`. The first call decides for the whole copy.
     [[nodiscard]] std::string_view overlayForm(const Rect &box, std::string_view content);
 
-    /// Writes what the pages share and the end of the file; the file is complete after it, however many pages
-    /// it has. Not called when the file is given up.
+    /// Writes the shared objects and the end of the file, which is valid then, however many pages it has.
+    /// Not called for a copy that is given up.
     [[nodiscard]] Step finish();
 
 private:

@@ -17,10 +17,11 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Larger stream data is not held in memory on its way.
-constexpr std::size_t largestHeldStream = 4 * 1024 * 1024;
+/// Larger stream data is copied in parts.
+constexpr std::size_t maxHeldStreamSize = 4 * 1024 * 1024;
 
-/// What a stream's dictionary says beyond what is seen: authors' notes, structure, files outside.
+/// Entries of stream dictionaries with no effect on what is visible: private data, structure, external
+/// files.
 constexpr std::array<std::string_view, 13> unseenStreamEntries{
     "/Metadata", "/PieceInfo", "/LastModified", "/StructParent", "/StructParents",
     "/AF",       "/OPI",       "/Ref",          "/Length",       "/Alternates",
@@ -28,7 +29,7 @@ constexpr std::array<std::string_view, 13> unseenStreamEntries{
 
 constexpr std::array<std::string_view, 2> encodingEntries{"/Filter", "/DecodeParms"};
 
-/// Objects that lead out of what a page shows, by their `/Type`.
+/// Types of objects that are not visible on a page.
 constexpr std::array<std::string_view, 16> unseenTypes{
     "/Page",   "/Pages",    "/Catalog", "/Annot",        "/StructElem", "/StructTreeRoot",
     "/Action", "/Filespec", "/F",       "/EmbeddedFile", "/Metadata",   "/Outlines",
@@ -45,11 +46,11 @@ bool isUnseen(QPDFObjectHandle dictionary)
     if (type.isName()) {
         return contains(unseenTypes, type.getName());
     }
-    // A node of the page tree is one even when it does not say so.
+    // Nodes of the page tree may lack their `/Type`.
     return dictionary.hasKey("/Parent") && (dictionary.hasKey("/MediaBox") || dictionary.hasKey("/Kids"));
 }
 
-/// `filter` is the crypt filter, which the parser has already undone.
+/// Whether `filter` is the crypt filter, which the parser has applied already.
 bool isCryptFilter(QPDFObjectHandle filter)
 {
     return filter.isName() && filter.getName() == "/Crypt";
@@ -64,8 +65,8 @@ ObjectCopier::ObjectCopier(Document &source, StreamingOutput &output)
 
 std::uint64_t ObjectCopier::keyOf(const QPDFObjectHandle &reference, Kind kind)
 {
-    // What is drawn as an appearance, within one, and as something else has other entries for each
-    // (`entriesAsForm`). No number of an object or of a generation is so large.
+    // Appearances, forms within them and other objects have different entries (`entriesAsForm`). Object and
+    // generation numbers do not reach these bits.
     constexpr std::uint64_t formBit = 1ULL << 63U;
     constexpr std::uint64_t plainFormBit = 1ULL << 31U;
     const QPDFObjGen id = reference.getObjGen();
@@ -176,7 +177,7 @@ void ObjectCopier::appendDirect(std::string &out, QPDFObjectHandle value)
         }
         appendDictionary(out, value, !value.isIndirect() && borrowsResources(value, false));
         return;
-    case ::ot_stream: // A stream is always indirect; one that is not has no data to copy.
+    case ::ot_stream: // Streams are indirect; a direct one has no data.
     case ::ot_uninitialized:
     case ::ot_reserved:
     case ::ot_null:
@@ -233,7 +234,7 @@ void ObjectCopier::appendResourceEntries(std::string &out, const QPDFObjectHandl
     for (const auto &[category, names] : categories.getDictAsMap()) {
         QPDFObjectHandle entries = m_source->fetch(names);
         if (!entries.isDictionary()) {
-            if (entries.isArray()) { // /ProcSet, the one category without names.
+            if (entries.isArray()) { // `/ProcSet`, the only category without names.
                 appendName(out, category);
                 out.push_back(' ');
                 append(out, names);
@@ -319,7 +320,7 @@ void ObjectCopier::appendWithoutFirst(std::string &out, const QPDFObjectHandle &
 std::optional<Document::Place> ObjectCopier::largeDataInFile(const QPDFObjectHandle &stream) const
 {
     QPDFObjectHandle length = QPDFObjectHandle(stream).getDict().getKey("/Length");
-    // Small data is in the parser's blocks already.
+    // Small data is in the parser's cache already.
     constexpr long long leastSize = 16 * 1024;
     return length.isInteger() && length.getIntValue() >= leastSize ? m_source->dataInFile(stream)
                                                                    : std::nullopt;
@@ -353,7 +354,7 @@ void ObjectCopier::writeStreamData(int number, std::string_view entries, const Q
     m_data.clear();
     bool isBegun = false;
     RawStream pipe([&](std::string_view bytes) {
-        if (!isBegun && m_data.size() + bytes.size() > largestHeldStream) {
+        if (!isBegun && m_data.size() + bytes.size() > maxHeldStreamSize) {
             m_output->beginStream(number, entries);
             m_output->appendToStream(m_data);
             isBegun = true;
@@ -392,7 +393,7 @@ void ObjectCopier::write(const Pending &pending)
         }
         writeStreamData(pending.number, entries, object);
         if (object.getDict().getKey("/Subtype").isNameAndEquals("/Image")) {
-            m_source->release(pending.object); // Reached by copying alone, so never looked at again.
+            m_source->release(pending.object); // Reached only by copying, so not needed again.
         }
         return;
     }

@@ -16,57 +16,56 @@
 
 namespace tallyfold::pdf {
 
-/// Copies objects of a source into an output, each once, with all they refer to that can be seen on a page.
-/// Data of streams is copied as it is, still compressed. What is not followed: links into the page tree and
-/// the logical structure, page-piece data, metadata, embedded files, actions; such a reference becomes null.
+/// Copies objects of a source into an output, each once, with all objects they refer to that can be visible
+/// on a page. The data of streams is copied encoded. References into the page tree and the logical
+/// structure, to page-piece data, metadata, embedded files and actions become null.
 class ObjectCopier {
 public:
     ObjectCopier(Document &source, StreamingOutput &output);
 
-    /// Appends `value` in PDF syntax, every reference in it turned into one of the output.
-    /// What is referred to is copied by the next `drain`.
+    /// Appends `value` in PDF syntax with references to the output. The objects behind them are copied by
+    /// the next `drain`.
     void append(std::string &out, const QPDFObjectHandle &value);
 
-    /// As `append`, for a resource dictionary (PDF 1.7, 7.8.3): the names in it are the author's own,
-    /// and none of them means anything by itself. What it leads to and has no resources of its own is given
-    /// these.
+    /// As `append`, for a resource dictionary (PDF 1.7, 7.8.3), whose names are arbitrary. Objects in it
+    /// that have no resources of their own are given these.
     void appendResources(std::string &out, const QPDFObjectHandle &resources);
-    /// The same without the brackets.
+    /// As `appendResources`, without the brackets.
     void appendResourceEntries(std::string &out, const QPDFObjectHandle &resources);
 
-    /// The output's number for the resource dictionary behind `reference`.
+    /// The object number in the output of the resource dictionary behind `reference`.
     [[nodiscard]] int copyResources(const QPDFObjectHandle &reference);
 
-    /// The output's number for the stream behind `reference`, which is drawn as a form XObject and becomes
-    /// one even where it does not say so: appearance streams often do not. Without resources of its own it
-    /// is given `resources`.
+    /// The object number in the output of the stream behind `reference`, as a form XObject: appearance
+    /// streams often lack the entries of one. Without resources of its own it is given `resources`.
     [[nodiscard]] int copyForm(const QPDFObjectHandle &reference, const QPDFObjectHandle &resources);
 
-    /// The output's number for the object behind `reference`, when anything copied refers to it.
+    /// The object number in the output of the object behind `reference`; nothing when no copied object
+    /// refers to it.
     [[nodiscard]] std::optional<int> copiedNumber(const QPDFObjectHandle &reference) const;
 
-    /// The dictionary entries of a stream that describe its encoding and, unless `encodingOnly`, everything
-    /// else worth keeping; without `/Length`. `asForm` is all of an appearance stream that becomes a form,
-    /// `paintedPlainly` of a form that is painted so.
+    /// Appends the entries of a stream's dictionary without `/Length`: all that are copied, or only those of
+    /// its encoding. `asForm` is for an appearance stream that becomes a form, `paintedPlainly` for a form
+    /// that is painted without opacity, mask or blend mode.
     enum class StreamEntries { all, asForm, paintedPlainly, encodingOnly };
     void appendStreamEntries(std::string &out, const QPDFObjectHandle &stream, StreamEntries which);
 
-    /// Writes the raw data of `stream` as the stream `number`, whose dictionary is `entries`.
+    /// Writes the encoded data of `stream` as the stream `number` with the entries `entries`.
     void writeStreamData(int number, std::string_view entries, const QPDFObjectHandle &stream);
 
-    /// Writes everything that was referred to and is not written yet.
+    /// Writes all objects that are referred to and not written yet.
     void drain();
 
 private:
-    /// What an object is copied as: as it is, as a resource dictionary, as the form that an annotation shows,
-    /// as one within that.
+    /// What an object becomes in the output: the same value, a resource dictionary, the form of an
+    /// annotation, a form within that.
     enum class Kind : std::uint8_t { value, resources, form, plainForm };
     struct Pending {
         QPDFObjectHandle object;
         int number = 0;
         Kind kind = Kind::value;
-        QPDFObjectHandle lender;  ///< The resources that led to it.
-        bool isBorrowing = false; ///< Whether it is given them.
+        QPDFObjectHandle lender;  ///< The resources through which it was reached.
+        bool isBorrowing = false; ///< Whether it gets them.
     };
 
     [[nodiscard]] static std::uint64_t keyOf(const QPDFObjectHandle &reference, Kind kind);
@@ -87,12 +86,12 @@ private:
     Document *m_source;
     StreamingOutput *m_output;
     std::unordered_map<std::uint64_t, int> m_numbers;
-    /// Objects that are given resources: for each, its numbers by that of the resources.
+    /// Object numbers of objects that are given resources, by the number of the resources.
     std::unordered_map<std::uint64_t, std::unordered_map<int, int>> m_borrowers;
-    std::unordered_map<std::string, int>
-        m_directLenders;          ///< Numbers of resources, by their syntax in the source.
-    QPDFObjectHandle m_lender;    ///< The resources of what is being written, or of what led to it.
-    bool m_paintsPlainly = false; ///< Whether what is being written paints everything plainly.
+    /// Object numbers of direct resources, by their syntax.
+    std::unordered_map<std::string, int> m_directLenders;
+    QPDFObjectHandle m_lender;    ///< The resources of the current object, or through which it was reached.
+    bool m_paintsPlainly = false; ///< Whether the current object paints without opacity, mask or blend mode.
     std::deque<Pending> m_pending;
     std::string m_syntax;
     std::string m_data;

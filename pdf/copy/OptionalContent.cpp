@@ -55,7 +55,7 @@ void writeNames(EntryWriter &entries, std::string_view key, QPDFObjectHandle nam
     entries.syntax(key, syntax);
 }
 
-/// Layers that a viewer switches by itself, for instance off on the screen and on in print.
+/// Automatic states of groups (`/AS`), for instance hidden on the screen and visible in print.
 void writeAutomaticStates(EntryWriter &entries, QPDFObjectHandle states, const ObjectCopier &copier)
 {
     if (!states.isArray()) {

@@ -10,7 +10,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Shorter resource dictionaries are not worth an object of their own.
+/// Shorter resource dictionaries stay direct.
 constexpr std::size_t shortResources = 40;
 
 } // namespace
@@ -33,7 +33,7 @@ void PageForms::writeResources(EntryWriter &entries, const QPDFObjectHandle &res
             entries.syntax("/Resources", syntax);
             return;
         }
-        // Many writers repeat the same dictionary on every page, and all pages may inherit one.
+        // Many writers repeat the dictionary on every page, and all pages may inherit it.
         int &known = m_resources[syntax];
         if (known == 0) {
             known = m_output->reserve();

@@ -12,15 +12,15 @@
 
 namespace tallyfold::pdf {
 
-/// Source pages as form XObjects (PDF 1.7, 8.10) of an output: a page's content in a box of its own, so that
-/// whatever it does to the graphics state, balanced or not, ends with it. Content in one stream is copied
-/// as it is, still compressed; several streams are joined.
+/// Writes source pages as form XObjects (PDF 1.7, 8.10) of an output: a form confines what the page's
+/// content does to the graphics state, balanced or not. A single content stream is copied encoded; several
+/// are joined.
 class PageForms {
 public:
     PageForms(Document &source, ObjectCopier &copier, StreamingOutput &output);
 
-    /// The object number of the form that shows `page` upright with its visible lower left corner at the
-    /// origin. A page met again with the same content and geometry gives the same form.
+    /// The object number of the form that shows `page` upright with the lower left corner of its visible box
+    /// at the origin. Pages with equal content and geometry share a form.
     [[nodiscard]] int formFor(const SourcePage &page, const PageGeometry &geometry);
 
 private:
@@ -30,7 +30,7 @@ private:
     ObjectCopier *m_copier;
     StreamingOutput *m_output;
     std::unordered_map<std::string, int> m_resources; ///< Direct resource dictionaries, by their syntax.
-    std::unordered_map<std::size_t, int> m_forms;     ///< Forms, by what tells them apart.
+    std::unordered_map<std::size_t, int> m_forms;     ///< Forms, by a hash of their identity.
 };
 
 } // namespace tallyfold::pdf

@@ -11,7 +11,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-/// Longer content is taken to name some: that costs a copy of it for each page at worst.
+/// Longer content is assumed to name some, which at worst copies it once a page.
 constexpr std::size_t maxContent = 4 * 1024 * 1024;
 
 template <typename List> bool contains(const List &list, std::string_view item)
@@ -19,8 +19,8 @@ template <typename List> bool contains(const List &list, std::string_view item)
     return std::find(list.begin(), list.end(), item) != list.end();
 }
 
-/// Colour spaces that every content may name, in full and as inline images write them (PDF 1.7, tables 62 and
-/// 94).
+/// Device colour spaces and their abbreviations in inline images (PDF 1.7, tables 62 and 94), which are no
+/// resources.
 bool isBuiltInColorSpace(std::string_view name)
 {
     constexpr std::array<std::string_view, 9> names{
@@ -28,12 +28,12 @@ bool isBuiltInColorSpace(std::string_view name)
     return contains(names, name);
 }
 
-/// Reads content token by token, as far as telling names from operators takes.
+/// A scanner of content that tells names from operators.
 class Tokens {
 public:
     explicit Tokens(std::string_view content) : m_rest(content) {}
 
-    /// The next name, with its "/", or other word; empty at the end. Brackets are words of one character.
+    /// The next name, with its "/", or other token; empty at the end. Brackets are tokens of one character.
     std::string_view next()
     {
         constexpr std::string_view white{"\0\t\n\f\r ", 6};
@@ -54,13 +54,13 @@ private:
     std::string_view m_rest;
 };
 
-/// The decoded data of `stream`, or nothing when it is longer than is looked at.
+/// The decoded data of `stream`; nothing beyond the limit.
 bool decode(QPDFObjectHandle stream, std::string &content)
 {
     bool isTooLong = false;
     RawStream pipe([&](std::string_view bytes) {
         if (content.size() + bytes.size() > maxContent) {
-            isTooLong = true; // The parser swallows what its pipeline throws, but stops.
+            isTooLong = true; // The parser catches what its pipeline throws, but stops.
             throw std::length_error("content");
         }
         content.append(bytes);

@@ -12,7 +12,7 @@ namespace tallyfold::pdf {
 /// without an object, hence `wasReached`.
 class MemoryLimit {
 public:
-    /// Ordinary files need a tenth; a page with 100,000 annotations needs maxBytes of it.
+    /// Ordinary files need a tenth; a page with 100,000 annotations needs most of it.
     static constexpr std::size_t maxBytes = 512 * 1024 * 1024;
 
     MemoryLimit() noexcept;

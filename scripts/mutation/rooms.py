@@ -11,9 +11,9 @@ class Room:
     goal: int  # In percent.
 
 
-DECIDING = ("AnnotationAppearance", "ButtonAppearance", "ChoiceField", "CopyProof", "CopyWriter", "FieldAppearance", "FieldBox",
-            "FieldText", "Geometry", "NumberFormat", "ObjectCopier", "OptionalContent", "PageContent", "PageForms", "PageGeometry", "PageTree",
-            "Syntax", "VisibleAnnotations")
+DECIDING = ("AnnotationAppearance", "ButtonAppearance", "ChoiceField", "ContentStream", "CopyVerifier", "CopyWriter",
+            "FieldAppearance", "FieldBox", "FieldText", "Geometry", "NumberFormat", "ObjectCopier", "OptionalContent",
+            "PageContent", "PageForms", "PageGeometry", "PageTree", "Syntax", "VisibleAnnotations")
 READER = ("tallyfold-reader",)
 
 # Headers are left out: they hold little that decides, and one that is broken has all compiled anew that includes it.

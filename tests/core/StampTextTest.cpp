@@ -169,7 +169,7 @@ TEST_P(BesideTextFromTheRight, ANumberIsFoundByReaders)
 
 INSTANTIATE_TEST_SUITE_P(Scripts, BesideTextFromTheRight, testing::Values(u'\u05d0', u'\u0628'));
 
-TEST(StampText, IsNoPartOfATextAsideThatThePageLeavesOpen)
+TEST(StampText, IsNoPartOfAnActualTextThatThePageLeavesOpen)
 {
     for (const char *open :
          {"/Span<</ActualText(aside)>>BDC", "/Span<</ActualText()>>BDC /Span<</ActualText(a)>>BDC"}) {

@@ -1,4 +1,4 @@
-#include "pdf/copy/CopyProof.h"
+#include "pdf/copy/CopyVerifier.h"
 
 #include "files/MemorySink.h"
 #include "pdf/syntax/NumberFormat.h"
@@ -81,8 +81,8 @@ private:
 bool holds(std::string_view bytes, std::size_t size, std::int64_t pages)
 {
     MemoryFile calls(bytes);
-    static CopyProof proof;
-    return proof.holds(*files::WrittenFile::open(0, "", size, calls), pages);
+    static CopyVerifier proof;
+    return proof.verify(*files::WrittenFile::open(0, "", size, calls), pages);
 }
 
 bool holds(std::string_view bytes, std::int64_t pages)
@@ -92,7 +92,7 @@ bool holds(std::string_view bytes, std::int64_t pages)
 
 } // namespace
 
-TEST(CopyProof, HoldsForWholeFilesOfAnySizeAndForNoOtherCountOfPages)
+TEST(CopyVerifier, HoldsForWholeFilesOfAnySizeAndForNoOtherCountOfPages)
 {
     const TemporaryFolder folder;
     for (const int pages : {1, 2, 63, 64, 65, 128, 4096, 4097}) {
@@ -105,23 +105,23 @@ TEST(CopyProof, HoldsForWholeFilesOfAnySizeAndForNoOtherCountOfPages)
         EXPECT_EQ(tests::soundPages(folder / "a.pdf"), pages);
         const auto written =
             files::WrittenFile::open(AT_FDCWD, folder / "a.pdf", file.size(), files::FileCalls::system());
-        EXPECT_TRUE(CopyProof().holds(*written, pages));
+        EXPECT_TRUE(CopyVerifier().verify(*written, pages));
     }
 }
 
-TEST(CopyProof, HoldsWherePagesAreTooLargeForAnObjectStream)
+TEST(CopyVerifier, HoldsWherePagesAreTooLargeForAnObjectStream)
 {
     EXPECT_TRUE(holds(fileOfPages(3, "/Large(" + std::string(50'000, 'x') + ")"), 3));
 }
 
-TEST(CopyProof, AFileWithoutPagesHasNone)
+TEST(CopyVerifier, AFileWithoutPagesHasNone)
 {
     const std::string file = fileOfPages(0);
     EXPECT_FALSE(holds(file, 0));
     EXPECT_FALSE(holds(file, -1));
 }
 
-TEST(CopyProof, WhatIsCutAnywhereHasNone)
+TEST(CopyVerifier, WhatIsCutAnywhereHasNone)
 {
     for (const int pages : {1, 100}) {
         const std::string whole = fileOfPages(pages);
@@ -134,13 +134,13 @@ TEST(CopyProof, WhatIsCutAnywhereHasNone)
     }
 }
 
-TEST(CopyProof, WhatGrewHasNone)
+TEST(CopyVerifier, WhatGrewHasNone)
 {
     const std::string whole = fileOfPages(1);
     EXPECT_FALSE(holds(whole + "\n", whole.size(), 1));
 }
 
-TEST(CopyProof, DamageOnTheWayToTheLastPageIsSeen)
+TEST(CopyVerifier, DamageOnTheWayToTheLastPageIsSeen)
 {
     const std::string whole = fileOfPages(2);
     for (const std::string part :
@@ -157,7 +157,7 @@ TEST(CopyProof, DamageOnTheWayToTheLastPageIsSeen)
     }
 }
 
-TEST(CopyProof, NumbersBeyondAllSizesAreSurvived)
+TEST(CopyVerifier, NumbersBeyondAllSizesAreSurvived)
 {
     const std::string whole = fileOfPages(2);
     for (const std::string key :
@@ -249,7 +249,7 @@ Edit rowReplaced(int number, const std::string &by)
 
 } // namespace
 
-TEST(CopyProof, EachPartOnTheWayCountsByItself)
+TEST(CopyVerifier, EachPartOnTheWayCountsByItself)
 {
     ASSERT_TRUE(holds(assembled(), 2));
     const std::vector<std::pair<std::string, Edit>> damages{
@@ -329,7 +329,7 @@ TEST(CopyProof, EachPartOnTheWayCountsByItself)
     }
 }
 
-TEST(CopyProof, AStreamOfObjectsMayHaveAnyNumber)
+TEST(CopyVerifier, AStreamOfObjectsMayHaveAnyNumber)
 {
     const std::string file = assembled({{"entries of references", replaced("/Root 1", "/Root 5")},
                                         {"head", replaced("1 0", "5 0")},
@@ -341,10 +341,10 @@ TEST(CopyProof, AStreamOfObjectsMayHaveAnyNumber)
                                          }}});
     EXPECT_TRUE(holds(file, 2));
     MemoryFile calls(file);
-    EXPECT_TRUE(CopyProof().holds(*files::WrittenFile::open(0, "", file.size(), calls), 2));
+    EXPECT_TRUE(CopyVerifier().verify(*files::WrittenFile::open(0, "", file.size(), calls), 2));
 }
 
-TEST(CopyProof, TheLengthOfAStreamStandsAmongItsEntries)
+TEST(CopyVerifier, TheLengthOfAStreamStandsAmongItsEntries)
 {
     std::string length = "000";
     std::string file;
@@ -361,14 +361,14 @@ TEST(CopyProof, TheLengthOfAStreamStandsAmongItsEntries)
     EXPECT_FALSE(holds(file, 2));
 }
 
-TEST(CopyProof, APageAloneIsFoundByItsNumber)
+TEST(CopyVerifier, APageAloneIsFoundByItsNumber)
 {
     EXPECT_TRUE(holds(assembled({}, true), 2));
     EXPECT_FALSE(holds(assembled({{"page alone", replaced("4 0 obj", "3 0 obj")}}, true), 2));
     EXPECT_FALSE(holds(assembled({{"page alone", replaced("4 0 obj", "4 0 obJ")}}, true), 2));
 }
 
-TEST(CopyProof, TheWayToTheLastPageLeadsThroughTenNodesAtMost)
+TEST(CopyVerifier, TheWayToTheLastPageLeadsThroughTenNodesAtMost)
 {
     for (const int nodes : {1, 2, 9, 10, 11}) {
         // Below the topmost node others, of one kid each, in the place of the page.
@@ -412,7 +412,7 @@ TEST(CopyProof, TheWayToTheLastPageLeadsThroughTenNodesAtMost)
     }
 }
 
-TEST(CopyProof, LengthsThatLeadBackBeforeTheDataAreSurvived)
+TEST(CopyVerifier, LengthsThatLeadBackBeforeTheDataAreSurvived)
 {
     // The end of a stream in its own entries, and a length that makes the whole stream end there.
     const std::string trap = "\nendstream\nendobj\n";
@@ -432,7 +432,7 @@ TEST(CopyProof, LengthsThatLeadBackBeforeTheDataAreSurvived)
     }
 }
 
-TEST(CopyProof, BlocksThatWereNeverWrittenAreSeenInTheEndOfALargeFile)
+TEST(CopyVerifier, BlocksThatWereNeverWrittenAreSeenInTheEndOfALargeFile)
 {
     const std::string whole = fileOfPages(1000);
     // The last stream of objects has the catalog in it, and being compressed it is whole or of no use.
@@ -446,7 +446,7 @@ TEST(CopyProof, BlocksThatWereNeverWrittenAreSeenInTheEndOfALargeFile)
     }
 }
 
-TEST(CopyProof, DamageOfAnyKindIsSurvived)
+TEST(CopyVerifier, DamageOfAnyKindIsSurvived)
 {
     std::mt19937 random(5);
     for (const int pages : {2, 90}) {
@@ -463,7 +463,7 @@ TEST(CopyProof, DamageOfAnyKindIsSurvived)
     }
 }
 
-TEST(CopyProof, WhatIsNoFileOfOursHasNone)
+TEST(CopyVerifier, WhatIsNoFileOfOursHasNone)
 {
     tests::PdfBuilder builder;
     builder.addPage("/MediaBox[0 0 100 100]");
@@ -471,7 +471,7 @@ TEST(CopyProof, WhatIsNoFileOfOursHasNone)
     EXPECT_FALSE(holds("", 1));
 }
 
-TEST(CopyProof, WhatIsGoneCannotBeOpenedAndALinkIsNotFollowed)
+TEST(CopyVerifier, WhatIsGoneCannotBeOpenedAndALinkIsNotFollowed)
 {
     const TemporaryFolder folder;
     EXPECT_FALSE(files::WrittenFile::open(AT_FDCWD, folder / "gone.pdf", 1, files::FileCalls::system()));

@@ -1,4 +1,4 @@
-#include "pdf/copy/CopyProof.h"
+#include "pdf/copy/CopyVerifier.h"
 
 #include "pdf/syntax/Spelling.h"
 
@@ -20,25 +20,25 @@ using spelling::objectStart;
 using spelling::referenceEnd;
 using spelling::rowLength;
 
-/// Of a small copy, all that is looked at lies in it, so that it is read in one call.
+/// The end of a small copy holds all that is verified, and takes one read.
 constexpr std::uint64_t endSize = 16 * 1024;
-/// Enough for the entries of a cross-reference or object stream, and for the beginning of any object.
+/// Enough for the dictionary of a cross-reference or object stream, and for the start of any object.
 constexpr std::uint64_t headSize = 512;
-/// More than `StreamingOutput` puts into one object stream, unpacked.
-constexpr std::size_t largestObjectStream = 256 * 1024;
-/// What Flate makes of one byte at most.
-constexpr std::uint64_t largestExpansion = 1032;
-/// A tree this deep has more pages than a file can hold.
-constexpr int deepestTree = 10;
+/// More than any object stream of `StreamingOutput`, decompressed.
+constexpr std::size_t maxObjectStreamSize = 256 * 1024;
+/// The maximum compression ratio of Flate.
+constexpr std::uint64_t maxExpansion = 1032;
+/// A deeper tree has more pages than fit in a file.
+constexpr int maxTreeDepth = 10;
 
 /// The number that no object has.
 constexpr std::uint64_t noObject = 0;
 
-/// The first column of a cross-reference.
+/// Types of cross-reference entries (PDF 1.7, table 18).
 constexpr std::uint64_t inFile = 1;
 constexpr std::uint64_t inObjectStream = 2;
 
-/// Reads syntax that is written in one way only.
+/// Reads PDF syntax without alternatives.
 class Cursor {
 public:
     explicit Cursor(std::string_view text) : m_rest(text) {}
@@ -79,7 +79,7 @@ private:
     std::string_view m_rest;
 };
 
-/// The number behind `key` among entries that hold no text.
+/// The number after `key` in entries without strings.
 std::optional<std::uint64_t> numberBehind(std::string_view entries, std::string_view key)
 {
     const std::size_t place = entries.find(key);
@@ -131,7 +131,7 @@ std::optional<Node> nodeIn(std::string_view object)
 
 } // namespace
 
-bool CopyProof::holds(const files::WrittenFile &file, std::int64_t pages)
+bool CopyVerifier::verify(const files::WrittenFile &file, std::int64_t pages)
 {
     m_file = &file;
     m_objectsNumber = 0;
@@ -147,14 +147,14 @@ bool CopyProof::holds(const files::WrittenFile &file, std::int64_t pages)
            hasLastPage(catalog.reference().value_or(noObject), static_cast<std::uint64_t>(pages));
 }
 
-bool CopyProof::readEnd()
+bool CopyVerifier::readEnd()
 {
     const bool isRead = m_file->readEnd(endSize, m_end);
     m_endStart = m_file->size() - m_end.size();
     return isRead && view(0, spelling::fileStart.size()) == spelling::fileStart;
 }
 
-std::string_view CopyProof::view(std::uint64_t offset, std::uint64_t length)
+std::string_view CopyVerifier::view(std::uint64_t offset, std::uint64_t length)
 {
     const std::uint64_t size = m_file->size();
     if (offset > size || length > size - offset) {
@@ -170,13 +170,13 @@ std::string_view CopyProof::view(std::uint64_t offset, std::uint64_t length)
                                                                   : std::string_view();
 }
 
-std::string_view CopyProof::headAt(std::uint64_t offset)
+std::string_view CopyVerifier::headAt(std::uint64_t offset)
 {
     const std::uint64_t size = m_file->size();
     return view(offset, std::min(headSize, size - std::min(offset, size)));
 }
 
-std::optional<CopyProof::Stream> CopyProof::streamAt(std::uint64_t offset)
+std::optional<CopyVerifier::Stream> CopyVerifier::streamAt(std::uint64_t offset)
 {
     const std::string_view head = headAt(offset);
     Cursor cursor(head);
@@ -202,7 +202,7 @@ std::optional<CopyProof::Stream> CopyProof::streamAt(std::uint64_t offset)
                   whole.substr(start, *length), offset + whole.size()};
 }
 
-std::optional<std::uint64_t> CopyProof::readCrossReferences()
+std::optional<std::uint64_t> CopyVerifier::readCrossReferences()
 {
     constexpr std::string_view mark = spelling::crossReferenceStart;
     const std::size_t place = m_end.rfind(mark);
@@ -222,20 +222,20 @@ std::optional<std::uint64_t> CopyProof::readCrossReferences()
     if (!entries.take("/Type/XRef/W") || !entries.take(spelling::columnWidths)) {
         return std::nullopt;
     }
-    // It is the last object that was written, and has a row itself.
+    // It is the last object, and has an entry of its own.
     const bool isWhole = numberBehind(stream->entries, "/Size ") == stream->number + 1 &&
                          unpackRows(*stream, stream->number + 1);
     return isWhole ? numberBehind(stream->entries, "/Root ") : std::nullopt;
 }
 
-bool CopyProof::unpackRows(const Stream &stream, std::uint64_t count)
+bool CopyVerifier::unpackRows(const Stream &stream, std::uint64_t count)
 {
     if (stream.entries.find(compressed) == std::string_view::npos) {
         m_rows.assign(stream.data);
         return m_rows.size() / rowLength == count;
     }
     constexpr std::size_t predictedLength = rowLength + 1;
-    if (count > stream.data.size() * largestExpansion) {
+    if (count > stream.data.size() * maxExpansion) {
         return false;
     }
     m_rows.resize(count * predictedLength);
@@ -243,7 +243,7 @@ bool CopyProof::unpackRows(const Stream &stream, std::uint64_t count)
         static_cast<std::ptrdiff_t>(m_rows.size())) {
         return false;
     }
-    // In place, as a row becomes shorter: each is the difference from the one above.
+    // In place, since rows become shorter: each is the difference from the one above.
     std::array<unsigned char, rowLength> above{};
     for (std::size_t row = 0; row < count; ++row) {
         for (std::size_t column = 0; column < rowLength; ++column) {
@@ -257,7 +257,7 @@ bool CopyProof::unpackRows(const Stream &stream, std::uint64_t count)
     return true;
 }
 
-CopyProof::Entry CopyProof::entryOf(std::uint64_t number) const
+CopyVerifier::Entry CopyVerifier::entryOf(std::uint64_t number) const
 {
     if (number >= m_rows.size() / rowLength) {
         return {};
@@ -266,7 +266,7 @@ CopyProof::Entry CopyProof::entryOf(std::uint64_t number) const
     return {bigEndian(row.substr(0, 1)), bigEndian(row.substr(1, 5)), bigEndian(row.substr(6, 2))};
 }
 
-bool CopyProof::unpackObjects(std::uint64_t number)
+bool CopyVerifier::unpackObjects(std::uint64_t number)
 {
     if (m_objectsNumber == number) {
         return true;
@@ -277,7 +277,7 @@ bool CopyProof::unpackObjects(std::uint64_t number)
     if (!stream || stream->number != number || !stream->entries.starts_with("/Type/ObjStm/N ")) {
         return false;
     }
-    m_objects.resize(largestObjectStream);
+    m_objects.resize(maxObjectStreamSize);
     std::ptrdiff_t size = -1;
     if (stream->entries.find(compressed) != std::string_view::npos) {
         size = m_inflater.expand(stream->data, m_objects.data(), m_objects.size());
@@ -294,7 +294,7 @@ bool CopyProof::unpackObjects(std::uint64_t number)
     return true;
 }
 
-std::string_view CopyProof::objectInStream(std::uint64_t number, std::uint64_t index) const
+std::string_view CopyVerifier::objectInStream(std::uint64_t number, std::uint64_t index) const
 {
     Cursor cursor(m_objectsHead);
     for (std::uint64_t place = 0; place <= index; ++place) {
@@ -313,7 +313,7 @@ std::string_view CopyProof::objectInStream(std::uint64_t number, std::uint64_t i
     return {};
 }
 
-std::string_view CopyProof::object(std::uint64_t number)
+std::string_view CopyVerifier::object(std::uint64_t number)
 {
     const Entry entry = entryOf(number);
     if (entry.kind == inObjectStream) {
@@ -330,7 +330,7 @@ std::string_view CopyProof::object(std::uint64_t number)
     return cursor.number() == number && cursor.take(objectStart) ? cursor.rest() : std::string_view();
 }
 
-bool CopyProof::hasLastPage(std::uint64_t topNode, std::uint64_t pages)
+bool CopyVerifier::hasLastPage(std::uint64_t topNode, std::uint64_t pages)
 {
     std::uint64_t parent = 0;
     std::uint64_t number = topNode;
@@ -338,7 +338,7 @@ bool CopyProof::hasLastPage(std::uint64_t topNode, std::uint64_t pages)
     if (!node || node->pages != pages) {
         return false;
     }
-    for (int depth = 0; depth < deepestTree; ++depth) {
+    for (int depth = 0; depth < maxTreeDepth; ++depth) {
         if (node->parent != parent) {
             return false;
         }
