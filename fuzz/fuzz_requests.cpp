@@ -3,7 +3,7 @@
 
 #include "fuzz/FileInMemory.h"
 #include "pdf/viewing/ReaderMessages.h"
-#include "reader/Answers.h"
+#include "reader/RequestHandler.h"
 
 #include <algorithm>
 #include <array>
@@ -85,9 +85,9 @@ private:
 };
 
 /// Asks `message` with the file `descriptor`, lets the reader answer, and reads the answer.
-void ask(Link &link, reader::Answers &answers, std::string_view message, int descriptor)
+void ask(Link &link, reader::RequestHandler &handler, std::string_view message, int descriptor)
 {
-    if (!messages::send(link.asker(), message, descriptor) || !answers.next(link.answerer())) {
+    if (!messages::send(link.asker(), message, descriptor) || !handler.next(link.answerer())) {
         std::abort(); // A sound message has an answer, be it an empty one.
     }
     std::string answer;
@@ -109,7 +109,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         std::abort();
     }
     const std::array descriptors{-1, file.descriptor(), picture.descriptor()};
-    reader::Answers answers;
+    reader::RequestHandler handler;
     Link link;
     std::string_view rest(reinterpret_cast<const char *>(data), size);
     while (!rest.empty()) {
@@ -126,7 +126,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         }
         const std::string_view message = rest.substr(sizeof length, length);
         if (!isTooLarge(message)) {
-            ask(link, answers, message, descriptors[which % descriptors.size()]);
+            ask(link, handler, message, descriptors[which % descriptors.size()]);
         }
         rest.remove_prefix(sizeof length + length);
     }
@@ -136,7 +136,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         std::abort();
     }
     link.hangUp();
-    while (answers.next(link.answerer())) {
+    while (handler.next(link.answerer())) {
     }
     return 0;
 }

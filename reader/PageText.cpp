@@ -8,11 +8,11 @@ using namespace pdf;
 
 namespace {
 
-/// The widest gap, in line heights, that does not part two words. Poppler's own is 0.1.
+/// The widest gap within a word, in line heights. Poppler's own is 0.1.
 constexpr double joiningGap = 0.1;
 
-/// From a page's own space to the space Poppler gives boxes in: the crop box as it is shown,
-/// turned upright, origin at its top left corner, y downward.
+/// Maps page coordinates to those of Poppler's boxes: the crop box as displayed, upright, origin at its top
+/// left corner, y downward.
 Matrix displayMatrix(const poppler::rectf &crop, poppler::page::orientation_enum orientation)
 {
     switch (orientation) {
@@ -28,9 +28,8 @@ Matrix displayMatrix(const poppler::rectf &crop, poppler::page::orientation_enum
     return {1, 0, 0, -1, -crop.left(), crop.bottom()};
 }
 
-/// Whether the middle of a glyph's box is in `area`. The box spans the ascent and descent that the
-/// font declares, often far more than the ink: a number close to the paper's edge has a box that
-/// reaches beyond it, and would be lost if all of the box had to be inside.
+/// Whether the middle of a glyph's box is in `area`. The box spans the ascent and descent of the font, often
+/// far more than the ink: the box of a number close to the edge of the page may reach beyond it.
 bool holds(const Rect &area, const poppler::rectf &glyph)
 {
     const double x = glyph.left() + glyph.width() / 2;
@@ -38,8 +37,7 @@ bool holds(const Rect &area, const poppler::rectf &glyph)
     return x >= area.minX && x <= area.maxX && y >= area.minY && y <= area.maxY;
 }
 
-/// Whether any glyph of `word` may be in `area`. Far cheaper than its text, which most words are not asked
-/// for.
+/// Whether any glyph of `word` may be in `area`: much faster than its text, which is rarely needed.
 bool touches(const Rect &area, const poppler::rectf &word)
 {
     return word.left() <= area.maxX && word.right() >= area.minX && word.top() <= area.maxY &&
@@ -54,7 +52,7 @@ QString glyphsIn(const Rect &area, const poppler::text_box &word)
     std::size_t glyph = 0;
     for (std::size_t index = 0; index < text.size(); ++glyph) {
         const std::size_t units = QChar::isHighSurrogate(text[index]) && index + 1 < text.size() ? 2 : 1;
-        if (text[index] == QChar::ByteOrderMark) { // Put in front by Poppler's conversion, not a glyph.
+        if (text[index] == QChar::ByteOrderMark) { // Added by Poppler's conversion; not a glyph.
             ++index;
             --glyph;
             continue;
@@ -69,8 +67,8 @@ QString glyphsIn(const Rect &area, const poppler::text_box &word)
     return inside;
 }
 
-/// What stands between two words that follow each other. Words without a space between them may still be
-/// one, as when the font changes within a number.
+/// The separator of two consecutive words. Words without a space between them may still be one, as when the
+/// font changes within a number.
 QString separator(const poppler::text_box &word, const poppler::text_box &next)
 {
     const poppler::rectf first = word.bbox();

@@ -11,7 +11,7 @@
 
 namespace tallyfold::reader {
 
-/// The words of one page with the boxes of their glyphs, read once and asked for any number of areas.
+/// The words of one page with the boxes of their glyphs, read once for any number of areas.
 class PageText {
 public:
     /// Reads all text of `page`. May throw what the standard library throws.

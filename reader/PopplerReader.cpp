@@ -27,8 +27,8 @@ constexpr char emptyDocument[] = "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>
                                  "xref\n0 3\n0000000000 65535 f \n0000000009 00000 n \n0000000053 00000 n \n"
                                  "trailer<</Size 3/Root 1 0 R>>\nstartxref\n96\n%%EOF\n";
 
-/// Poppler's global tables live as long as any of its documents, and building them costs more than
-/// reading an ordinary page: one document that stays open keeps them.
+/// Keeps one document open: Poppler frees its global tables with the last document, and building them takes
+/// longer than reading an ordinary page.
 void prepare()
 {
     static const std::unique_ptr<poppler::document> keeper = [] {
@@ -43,8 +43,8 @@ Rect fromPoppler(const poppler::rectf &rect)
     return {rect.left(), rect.top(), rect.right(), rect.bottom()};
 }
 
-/// Puts Poppler's 32-bit pixels (blue first, alpha unused since the paper is opaque) into ours; false when
-/// they are not what was asked for.
+/// Converts Poppler's 32-bit pixels (blue first, alpha unused, since the paper is opaque); false when the
+/// picture differs from the requested size.
 bool put(const poppler::image &image, std::span<std::uint8_t> pixels, int width, int height)
 {
     if (!image.is_valid() || image.format() != poppler::image::format_argb32 || image.width() != width ||
@@ -95,7 +95,7 @@ public:
             if (const auto page = pageAt(pageIndex)) {
                 return PageText(*page).in(areas);
             }
-        } catch (const std::exception &) { // A page without text, as far as can be told.
+        } catch (const std::exception &) { // Treated as a page without text.
         }
         return std::vector<QString>(areas.size());
     }

@@ -15,33 +15,33 @@ namespace tallyfold::reader {
 
 namespace {
 
-/// Calls that are let through whatever their arguments. Not every architecture and not every libseccomp has
+/// System calls that are allowed with any arguments. Not every architecture and version of libseccomp has
 /// each of them.
 constexpr const char *freeCalls[] = {
     // Memory.
     "brk", "madvise", "mmap", "mprotect", "mremap", "munmap",
-    // Reading, and writing to what is open already, which the file size limit keeps to sockets and devices.
+    // Reading, and writing to open files, which the file size limit restricts to sockets and devices.
     "close", "close_range", "dup", "fadvise64", "lseek", "pread64", "preadv", "preadv2", "read", "readv",
     "write", "writev",
-    // Looking at files: fontconfig and the loader look at many.
+    // File status and directories, which fontconfig and the loader need.
     "access", "faccessat", "faccessat2", "fstat", "fstatfs", "getcwd", "getdents", "getdents64", "lstat",
     "newfstatat", "readlink", "readlinkat", "stat", "statfs", "statx",
     // Waiting.
     "clock_nanosleep", "nanosleep", "poll", "ppoll", "restart_syscall", "sched_yield",
-    // Threads, locks and signals of its own.
+    // Threads, locks and signals of this process.
     "futex", "get_robust_list", "membarrier", "rseq", "rt_sigaction", "rt_sigprocmask", "rt_sigreturn",
     "set_robust_list", "set_tid_address", "setitimer", "sigaltstack",
-    // Who and where it is, and what time.
+    // Identity, environment and time.
     "clock_getres", "clock_gettime", "getcpu", "getegid", "geteuid", "getgid", "getpid", "getppid",
     "getrandom", "getrusage", "gettid", "gettimeofday", "getuid", "sched_getaffinity", "sysinfo", "time",
     "times", "uname",
-    // The end.
+    // Exit.
     "exit", "exit_group"};
 
-/// The same for what sanitizers do when they start threads and report.
+/// The same for sanitizers, when they start threads and report.
 constexpr const char *callsOfSanitizers[] = {"pipe", "pipe2", "sched_setaffinity"};
 
-/// Opening with any of these bits is not reading.
+/// Flags of open other than for reading.
 constexpr unsigned writingBits =
     O_WRONLY | O_RDWR | O_CREAT | O_TRUNC | (static_cast<unsigned>(O_TMPFILE) & ~unsigned{O_DIRECTORY});
 
@@ -52,22 +52,22 @@ constexpr Condition equals(unsigned argument, scmp_datum_t value)
     return {argument, SCMP_CMP_EQ, value, 0};
 }
 
-/// Whether the bits `mask` of the argument are `value`.
+/// Compares the bits `mask` of the argument with `value`.
 constexpr Condition masked(unsigned argument, scmp_datum_t mask, scmp_datum_t value)
 {
     return {argument, SCMP_CMP_MASKED_EQ, mask, value};
 }
 
-/// Rules in the making. Once one could not be added, the filter is not to be used.
+/// Builds the filter. It is invalid once a rule could not be added.
 class Filter {
 public:
-    // A call that is not known to be harmless does not seem to be there: the C library has a way around calls
-    // that older systems lack, and none around calls that are forbidden.
+    // Other calls fail with ENOSYS: the C library has fallbacks for calls that older systems lack, and none
+    // for calls that are forbidden.
     Filter() : m_context(::seccomp_init(SCMP_ACT_ERRNO(ENOSYS))), m_isSound(m_context != nullptr)
     {
         set(SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_KILL_PROCESS);
         set(SCMP_FLTATR_CTL_TSYNC, 1);
-        set(SCMP_FLTATR_CTL_OPTIMIZE, 2); // A search tree: some calls come a hundred times a page.
+        set(SCMP_FLTATR_CTL_OPTIMIZE, 2); // A binary search: some calls are made a hundred times a page.
     }
 
     void allow(const char *call)
@@ -105,7 +105,7 @@ private:
     void add(std::uint32_t action, const char *call, Conditions... conditions)
     {
         const int number = ::seccomp_syscall_resolve_name(call);
-        if (number < 0 || !m_isSound) { // Not of this architecture, or newer than the library.
+        if (number < 0 || !m_isSound) { // Not on this architecture, or newer than libseccomp.
             return;
         }
         const scmp_arg_cmp all[] = {conditions..., scmp_arg_cmp{}};
@@ -117,7 +117,7 @@ private:
     bool m_isSound;
 };
 
-/// Lets `call`, whose argument of that number are the flags of open, read and only read.
+/// Allows `call` for reading only; its argument number `flags` has the flags of open.
 void addOpening(Filter &filter, const char *call, unsigned flags)
 {
     filter.allowIf(call, masked(flags, writingBits, 0));
@@ -128,7 +128,7 @@ void addOpening(Filter &filter, const char *call, unsigned flags)
     }
 }
 
-/// Whether the system has filters at all: one that has looks for this one, where none is.
+/// Whether the system supports filters: without, any request for one fails with EINVAL.
 bool hasFilters()
 {
     return ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, nullptr) != 0 && errno != EINVAL;
@@ -158,14 +158,14 @@ SandboxEntry enterSandbox(int socket)
     for (const int command : {F_GETFD, F_SETFD, F_GETFL, F_DUPFD, F_DUPFD_CLOEXEC}) {
         filter.allowIf("fcntl", equals(1, static_cast<scmp_datum_t>(command)));
     }
-    // Its own limits, to look at them.
+    // Reading its own limits.
     filter.allowIf("prlimit64", equals(0, 0), equals(2, 0));
-    // Ending itself by a signal, as abort does.
+    // Signals to itself, as by abort.
     const auto self = static_cast<scmp_datum_t>(::getpid());
     filter.allowIf("kill", equals(0, self));
     filter.allowIf("tgkill", equals(0, self));
-    // Threads, but no processes. What the newer clone3 is to do lies in memory, where no filter looks;
-    // without it the C library takes the older one.
+    // Threads, but no processes. The flags of clone3 are in memory, which a filter cannot read; without it
+    // the C library uses clone.
     const unsigned flags = 0;
     filter.allowIf("clone", masked(flags, CLONE_THREAD, CLONE_THREAD));
     filter.refuseIf(EPERM, "clone", masked(flags, CLONE_THREAD, 0));

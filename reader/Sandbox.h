@@ -2,17 +2,16 @@
 
 namespace tallyfold::reader {
 
-/// What came of entering the sandbox.
+/// The result of entering the sandbox.
 enum class SandboxEntry {
     entered,
-    leftOut, ///< This was built without libseccomp, or runs on a system that has no such filters.
-    refused, ///< The system has such filters and does not let this process have one.
+    leftOut, ///< Built without libseccomp, or the system has no seccomp filters.
+    refused, ///< The system has seccomp filters and refuses one for this process.
 };
 
-/// Takes from this process, all its threads and for good, every call of the system that reading pages does
-/// not need. What is left: memory, time, its own threads, reading files, and talking through the open
-/// `socket`. Opening a file to write is answered with EACCES, starting a process with EPERM, and any other
-/// call as by a system that does not have it, with ENOSYS.
+/// Forbids this process and all its threads, irrevocably, every system call that reading pages does not need.
+/// Allowed are memory, time, threads of its own, reading files, and messages through the open `socket`.
+/// Opening a file for writing fails with EACCES, starting a process with EPERM, any other call with ENOSYS.
 [[nodiscard]] SandboxEntry enterSandbox(int socket);
 
 } // namespace tallyfold::reader

@@ -1,9 +1,8 @@
-// Reads pages of PDF files for the program that started it, and nothing else: it is handed files already
-// open, on its standard input, a socket. It may be ended at any time, and ends itself when the other side
-// does.
+// The reader process: reads pages of PDF files for the program that started it. It receives open files
+// through its standard input, a socket. It may be killed at any time, and ends with the connection.
 
-#include "reader/Answers.h"
 #include "reader/Limits.h"
+#include "reader/RequestHandler.h"
 #include "reader/Sandbox.h"
 
 #include <chrono>
@@ -14,12 +13,12 @@ using namespace tallyfold::reader;
 
 int main()
 {
-    // A reader that is not held by what it could be held by does not read.
+    // Without its limits, or without the sandbox on a system that has it, nothing is read.
     if (!limitResources() || enterSandbox(STDIN_FILENO) == SandboxEntry::refused) {
         return EXIT_FAILURE;
     }
-    Answers answers(std::chrono::seconds(10));
-    while (answers.next(STDIN_FILENO)) {
+    RequestHandler handler(std::chrono::seconds(10));
+    while (handler.next(STDIN_FILENO)) {
     }
-    std::_Exit(EXIT_SUCCESS); // Nothing to tidy up, and nothing to look for.
+    std::_Exit(EXIT_SUCCESS); // Skips destructors and leak checks.
 }

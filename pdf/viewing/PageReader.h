@@ -14,15 +14,14 @@
 
 namespace tallyfold::pdf {
 
-/// What can be seen on the pages of a PDF: their text and their picture. Behind an interface because it runs
-/// on files of any origin, in a process of its own. Nothing here throws.
+/// Text and pictures of the pages of a PDF file. An interface, because files of any origin are read in a
+/// process of their own. Nothing here throws.
 class PageReader {
 public:
     virtual ~PageReader() = default;
 
     /// A reader of the file at `path`, or of a file in memory; null when it cannot be read or needs a
-    /// password. Once a stop is requested, on any thread, a file in memory has no answers any more, and none
-    /// is waited for.
+    /// password. Once a stop is requested, on any thread, calls return at once without a result.
     [[nodiscard]] static std::unique_ptr<PageReader> open(const std::filesystem::path &path);
     [[nodiscard]] static std::unique_ptr<PageReader> open(std::vector<char> bytes,
                                                           const std::stop_token &givenUp = {});
@@ -37,13 +36,13 @@ public:
     /// The size of the page's media box in points; nothing when there is no such page.
     [[nodiscard]] virtual std::optional<Size> mediaSize(int pageIndex) = 0;
 
-    /// For each of `areas`, in the page's own coordinates however it is turned, the text of the glyphs that
-    /// lie in it with the middle of their box: the words of a line with spaces between them, lines joined by
-    /// line feeds. Only what lies within the crop box is read. Empty where the page cannot be read.
+    /// For each of `areas`, in the page's own coordinates whatever its rotation, the text of the glyphs whose
+    /// middle lies in it: words separated by spaces, lines by line feeds. Text outside of the crop box is
+    /// left out. Empty where the page cannot be read.
     [[nodiscard]] virtual std::vector<QString> textIn(int pageIndex, std::span<const Rect> areas) = 0;
 
-    /// The page on white paper, `scale` pixels to the point, `width` by `height` pixels from its upper left
-    /// corner. Nothing when there is no such page or no such picture can be made.
+    /// The page on white, `scale` pixels to the point, `width` by `height` pixels from its upper left corner.
+    /// Nothing when there is no such page or the picture cannot be made.
     [[nodiscard]] virtual std::optional<Bitmap> render(int pageIndex, int width, int height,
                                                        double scale) = 0;
 };

@@ -8,12 +8,12 @@
 
 namespace tallyfold::pdf {
 
-/// The bytes of a picture, wherever they are: they are not copied to bring them from one process to another.
+/// The bytes of a picture, in memory of any owner: none are copied between the processes.
 class Pixels {
 public:
     /// No bytes.
     Pixels() = default;
-    /// Bytes that are there as long as `owner` is.
+    /// Bytes that are valid as long as `owner` lives.
     Pixels(std::span<std::uint8_t> bytes, std::shared_ptr<const void> owner);
     ~Pixels() = default;
     Pixels(Pixels &&other) noexcept;
@@ -21,7 +21,7 @@ public:
     Pixels(const Pixels &) = delete;
     Pixels &operator=(const Pixels &) = delete;
 
-    /// So many bytes that are 0; nothing when there is no memory for them, or none are asked for.
+    /// `size` zero bytes; nothing for a size of 0 and when there is no memory.
     [[nodiscard]] static std::optional<Pixels> ofSize(std::size_t size);
 
     [[nodiscard]] std::span<std::uint8_t> bytes();

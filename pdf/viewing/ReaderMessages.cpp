@@ -14,7 +14,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Room for one descriptor beside the bytes of a message.
+/// Ancillary data for one descriptor.
 union ControlBuffer {
     cmsghdr alignment;
     std::array<char, CMSG_SPACE(sizeof(int))> bytes;
@@ -23,7 +23,7 @@ union ControlBuffer {
 bool waitUntilReadable(int socket, Clock::time_point deadline)
 {
     if (deadline == Clock::time_point::max()) {
-        return true; // Reading waits itself.
+        return true; // Without a deadline, the read itself waits.
     }
     while (true) {
         const auto left =
@@ -39,7 +39,7 @@ bool waitUntilReadable(int socket, Clock::time_point deadline)
     }
 }
 
-/// Reads once, at most as many bytes as there is room; -1 on failure, 0 at the end.
+/// Reads once, at most `room.size()` bytes; -1 on failure, 0 at the end.
 ssize_t readSome(int socket, std::span<char> room, int &descriptor)
 {
     iovec part{room.data(), room.size()};
@@ -65,8 +65,8 @@ ssize_t readSome(int socket, std::span<char> room, int &descriptor)
     return count;
 }
 
-/// Reads at least `least` bytes into `bytes`, and more only when they are there already. Gives how many;
-/// nothing when the deadline or the end comes before.
+/// Reads at least `least` bytes into `bytes`, and more only if they are available. Gives their number;
+/// nothing at the deadline or the end of the connection.
 std::optional<std::size_t> readAtLeast(int socket, std::span<char> bytes, std::size_t least, int &descriptor,
                                        Clock::time_point deadline)
 {
@@ -85,8 +85,7 @@ std::optional<std::size_t> readAtLeast(int socket, std::span<char> bytes, std::s
 /// Reads one message, without its length, into `message`.
 bool readMessage(int socket, std::string &message, int &descriptor, Clock::time_point deadline)
 {
-    // Most messages are short, and come with their length in one go. Nothing follows a message before it is
-    // answered.
+    // Most messages are short and arrive together with their length. No message follows before the answer.
     std::array<char, 4096> start{};
     std::uint32_t length = 0;
     const auto begun = readAtLeast(socket, start, sizeof length, descriptor, deadline);
@@ -95,7 +94,7 @@ bool readMessage(int socket, std::string &message, int &descriptor, Clock::time_
     }
     std::memcpy(&length, start.data(), sizeof length);
     const std::size_t there = *begun - sizeof length;
-    if (length > longestMessage || there > length) {
+    if (length > maxMessageSize || there > length) {
         return false;
     }
     message.assign(start.data() + sizeof length, there);
@@ -127,7 +126,7 @@ QString Reader::takeText()
 
 bool send(int socket, std::string_view message, int descriptor)
 {
-    if (message.size() > longestMessage) {
+    if (message.size() > maxMessageSize) {
         return false;
     }
     const auto length = static_cast<std::uint32_t>(message.size());
@@ -136,7 +135,7 @@ bool send(int socket, std::string_view message, int descriptor)
     ControlBuffer control{};
     std::string_view rest = bytes;
     while (!rest.empty()) {
-        iovec part{const_cast<char *>(rest.data()), rest.size()}; // Only read from, whatever its type says.
+        iovec part{const_cast<char *>(rest.data()), rest.size()}; // Not modified.
         msghdr head{};
         head.msg_iov = &part;
         head.msg_iovlen = 1;
@@ -156,7 +155,7 @@ bool send(int socket, std::string_view message, int descriptor)
         if (count < 0) {
             return false;
         }
-        descriptor = -1; // It goes with the first bytes.
+        descriptor = -1; // It is sent with the first bytes.
         rest.remove_prefix(static_cast<std::size_t>(count));
     }
     return true;

@@ -11,25 +11,25 @@
 #include <type_traits>
 #include <vector>
 
-/// What the program and its reader process say to each other: each message is a length and so many bytes, and
-/// may bring an open file with it. Both ends distrust what they get.
+/// The protocol between the program and its reader process: a message is a length and so many bytes, with at
+/// most one open file. Both ends validate what they receive.
 namespace tallyfold::pdf::ReaderMessages {
 
-/// What the reader is asked to do.
+/// Requests to the reader.
 enum class Request : std::uint8_t {
-    open,      ///< Page, brings the file. Reply: whether it opened, its page count, and whether there is that
-               ///< page, and its crop box: what is always asked first.
+    open,      ///< Page, with the file. Reply: whether it opened, its page count, whether there is that page,
+               ///< and its crop box, which is always needed first.
     cropBox,   ///< Page. Reply: whether there is one, and the box.
     mediaSize, ///< Page. Reply: whether there is one, and the size.
     text,      ///< Page and areas. Reply: a text for each area.
-    render,    ///< Page, width, height, scale; brings a file of the size of the bitmap. Reply: whether it is
-               ///< filled.
+    render,    ///< Page, width, height, scale, with a file of the size of the bitmap. Reply: whether it was
+               ///< drawn.
 };
 
-/// Longer messages are not sent and not taken.
-inline constexpr std::uint32_t longestMessage = 16 * 1024 * 1024;
+/// Larger messages are neither sent nor received.
+inline constexpr std::uint32_t maxMessageSize = 16 * 1024 * 1024;
 
-/// A message in the making.
+/// Writes a message.
 class Writer {
 public:
     template <typename Value> void put(const Value &value)
@@ -48,7 +48,7 @@ private:
     std::string m_bytes;
 };
 
-/// A message being read. What is not there reads as zero, and `isSound` is false then.
+/// Reads a message. Beyond its end everything is zero and `isSound` false.
 class Reader {
 public:
     explicit Reader(std::string_view bytes) : m_rest(bytes) {}
@@ -81,11 +81,11 @@ private:
     bool m_isSound = true;
 };
 
-/// Sends a message through `socket`, with the open file `descriptor` unless that is -1. False when it cannot.
+/// Sends a message through `socket`, with the open file `descriptor` unless that is -1. False on failure.
 [[nodiscard]] bool send(int socket, std::string_view message, int descriptor = -1);
 
-/// Waits for a message on `socket` until `deadline`. False when none came, or none that can be taken.
-/// `descriptor` is the file that came with it, for the caller to close, or -1.
+/// Receives a message from `socket`. False when there is none by `deadline`, or it is malformed. `descriptor`
+/// is the file that came with it, which the caller closes, or -1.
 [[nodiscard]] bool receive(int socket, std::string &message, int &descriptor,
                            std::chrono::steady_clock::time_point deadline);
 

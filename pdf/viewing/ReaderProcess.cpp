@@ -25,7 +25,7 @@ namespace tallyfold::pdf {
 
 namespace {
 
-constexpr std::size_t mostKept = 2;
+constexpr std::size_t maxKept = 2;
 constexpr const char *readerName = "tallyfold-reader";
 
 std::mutex keptMutex;
@@ -72,7 +72,7 @@ std::unique_ptr<ReaderProcess> ReaderProcess::borrow()
 void ReaderProcess::giveBack(std::unique_ptr<ReaderProcess> process)
 {
     const std::scoped_lock lock(keptMutex);
-    if (kept().size() < mostKept && process->m_socket.isOpen()) {
+    if (kept().size() < maxKept && process->m_socket.isOpen()) {
         kept().push_back(std::move(process));
     }
 }
@@ -101,9 +101,9 @@ bool ReaderProcess::start()
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, childs.number(), STDIN_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    // What else is open here is none of its business.
+    // Other files that are open here are not passed on.
     posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
-    // Ctrl-C in a terminal is for the program: it ends its reader itself.
+    // A process group of its own: Ctrl-C in a terminal goes to the program, which ends its reader itself.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
@@ -121,14 +121,14 @@ bool ReaderProcess::start()
     return true;
 }
 
-std::shared_ptr<PictureRoom> ReaderProcess::roomFor(std::size_t size)
+std::shared_ptr<SharedPixelBuffer> ReaderProcess::bufferFor(std::size_t size)
 {
-    return m_rooms.lend(size);
+    return m_buffers.lend(size);
 }
 
 void ReaderProcess::stop()
 {
-    m_rooms.startAnew(); // The next process has nothing to do with this one.
+    m_buffers.clear(); // The next process has nothing to do with this one.
     m_socket = files::Descriptor();
     if (m_process > 0) {
         ::kill(m_process, SIGKILL);
@@ -154,10 +154,10 @@ bool ReaderProcess::ask(std::string_view request, int descriptor, std::string &a
 bool ReaderProcess::converse(std::string_view request, int descriptor, std::string &answer,
                              const std::stop_token &givenUp)
 {
-    // Its number is its own for as long as this waits: only `stop` lets the system give it to another.
+    // The process id stays valid while this waits: only `stop` reaps the process.
     const std::stop_callback end(givenUp, [process = m_process] { ::kill(process, SIGKILL); });
     int sent = -1;
-    const auto deadline = std::chrono::steady_clock::now() + m_program.longestAnswer;
+    const auto deadline = std::chrono::steady_clock::now() + m_program.maxAnswerTime;
     if (!ReaderMessages::send(m_socket.number(), request, descriptor) ||
         !ReaderMessages::receive(m_socket.number(), answer, sent, deadline)) {
         return false;

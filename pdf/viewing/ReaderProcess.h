@@ -1,7 +1,7 @@
 #pragma once
 
 #include "files/Descriptor.h"
-#include "pdf/viewing/PictureRooms.h"
+#include "pdf/viewing/SharedPixelBufferPool.h"
 
 #include <chrono>
 #include <cstddef>
@@ -13,25 +13,24 @@
 
 namespace tallyfold::pdf {
 
-/// A child process that reads pages, started when it is first asked. It may crash or hang on what it is
-/// given: an answer that does not come in time ends it, and the next question starts another.
+/// A child process that reads pages, started by the first request. It may crash or hang on a file: one that
+/// does not answer in time is killed, and the next request starts another.
 class ReaderProcess {
 public:
-    /// A process nobody else is using, kept from earlier or new. At most two are kept.
+    /// An idle process, or a new one. At most two idle ones are kept.
     [[nodiscard]] static std::unique_ptr<ReaderProcess> borrow();
-    /// Keeps `process` for the next one who needs one.
+    /// Keeps `process` for the next `borrow`.
     static void giveBack(std::unique_ptr<ReaderProcess> process);
 
-    /// The program that is run, and how long one of its answers may take.
+    /// The program that is run, and the time limit of one answer.
     struct Program {
         std::filesystem::path path;
-        std::chrono::milliseconds longestAnswer;
+        std::chrono::milliseconds maxAnswerTime;
 
-        /// The reader of the program at `program`: the one that lies beside it, as in a build, else the one
-        /// that was installed with it. Five seconds for an answer, a thousand times what an ordinary page
-        /// takes.
+        /// The reader that belongs to the program at `program`: the one beside it, as in a build, else the
+        /// installed one. An answer may take five seconds, a thousand times that of an ordinary page.
         [[nodiscard]] static Program of(const std::filesystem::path &program);
-        /// That of the program that runs.
+        /// That of the running program.
         [[nodiscard]] static Program installed();
     };
 
@@ -40,19 +39,18 @@ public:
     ReaderProcess(const ReaderProcess &) = delete;
     ReaderProcess &operator=(const ReaderProcess &) = delete;
 
-    /// Asks, with the open file `descriptor` unless that is -1, and waits for the answer; false when there is
-    /// none. A stop that is requested meanwhile, on any thread, ends the process at once, and with it the
+    /// Sends `request`, with the open file `descriptor` unless that is -1, and receives the answer; false
+    /// when there is none. A stop that is requested meanwhile, on any thread, kills the process and ends the
     /// wait.
     [[nodiscard]] bool ask(std::string_view request, int descriptor, std::string &answer,
                            const std::stop_token &givenUp = {});
 
-    /// Memory of `size` bytes or more for the process to leave a picture in, which is nobody else's until the
-    /// last one who has it lets go. Its content is anything. Null when there is none.
-    [[nodiscard]] std::shared_ptr<PictureRoom> roomFor(std::size_t size);
+    /// A buffer for a picture of `size` bytes, as `SharedPixelBufferPool::lend`.
+    [[nodiscard]] std::shared_ptr<SharedPixelBuffer> bufferFor(std::size_t size);
 
 private:
-    /// Whether it runs and has nothing to say that was not asked for: it may have been ended while nobody
-    /// needed it, as by a system that is short of memory.
+    /// Whether it runs and has sent nothing unasked. The system may have killed it meanwhile, for instance
+    /// when memory ran out.
     [[nodiscard]] bool isWaiting() const;
     bool start();
     void stop();
@@ -62,7 +60,7 @@ private:
     Program m_program;
     files::Descriptor m_socket;
     int m_process = -1;
-    PictureRooms m_rooms;
+    SharedPixelBufferPool m_buffers;
 };
 
 } // namespace tallyfold::pdf

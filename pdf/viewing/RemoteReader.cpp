@@ -81,18 +81,18 @@ public:
     {
         const std::size_t size =
             static_cast<std::size_t>(std::max(width, 0)) * static_cast<std::size_t>(std::max(height, 0)) * 4;
-        const std::shared_ptr<PictureRoom> room = m_isUsable ? m_process->roomFor(size) : nullptr;
-        if (!room) {
+        const std::shared_ptr<SharedPixelBuffer> buffer = m_isUsable ? m_process->bufferFor(size) : nullptr;
+        if (!buffer) {
             return std::nullopt;
         }
         Writer message = request(Request::render, pageIndex);
         message.put(width);
         message.put(height);
         message.put(scale);
-        if (!ask(message, room->descriptor()) || !Reader(m_answer).takeFlag()) {
+        if (!ask(message, buffer->descriptor()) || !Reader(m_answer).takeFlag()) {
             return std::nullopt;
         }
-        return Bitmap{width, height, Pixels(room->bytes().first(size), room)};
+        return Bitmap{width, height, Pixels(buffer->bytes().first(size), buffer)};
     }
 
 private:

@@ -313,7 +313,7 @@ TEST(ReaderProgram, AtMostTwoAreKept)
 
 TEST(ReaderProgram, HasFiveSecondsForAnAnswer)
 {
-    EXPECT_EQ(ReaderProcess::Program::installed().longestAnswer, std::chrono::seconds(5));
+    EXPECT_EQ(ReaderProcess::Program::installed().maxAnswerTime, std::chrono::seconds(5));
 }
 
 TEST(ReaderProgram, EndsWithTheProgram)

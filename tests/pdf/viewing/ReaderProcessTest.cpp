@@ -27,12 +27,12 @@ constexpr std::chrono::milliseconds brief{50};
 
 /// A reader that is a shell script. The socket is its standard input, for reading and writing.
 ReaderProcess::Program script(const TemporaryFolder &folder, const std::string &commands,
-                              std::chrono::milliseconds longestAnswer = patient)
+                              std::chrono::milliseconds maxAnswerTime = patient)
 {
     const fs::path path = folder / "reader";
     tests::writeFile(path, "#!/bin/sh\n" + commands + "\n");
     fs::permissions(path, fs::perms::owner_all);
-    return {path, longestAnswer};
+    return {path, maxAnswerTime};
 }
 
 /// What the reader answers; nothing when there is no answer.

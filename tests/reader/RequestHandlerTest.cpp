@@ -1,4 +1,4 @@
-#include "reader/Answers.h"
+#include "reader/RequestHandler.h"
 
 #include "files/Descriptor.h"
 #include "tests/reader/Child.h"
@@ -41,17 +41,17 @@ template <typename... Parts> std::string request(Request kind, int page, const P
     return std::string(message.bytes());
 }
 
-std::string answer(Answers &answers, const std::string &message, int descriptor = -1)
+std::string answer(RequestHandler &handler, const std::string &message, int descriptor = -1)
 {
-    return std::string(answers.to(message, descriptor).bytes());
+    return std::string(handler.handle(message, descriptor).bytes());
 }
 
 /// Opens a file of one page, 100 by 100 points.
-void open(Answers &answers)
+void open(RequestHandler &handler)
 {
     const files::Descriptor file =
         fileOf(tests::smallPdf({{tests::showText(20, 20, "ABC000001"), "0 0 100 100"}}));
-    const std::string bytes = answer(answers, request(Request::open, 0), file.number());
+    const std::string bytes = answer(handler, request(Request::open, 0), file.number());
     Reader reader(bytes);
     EXPECT_TRUE(reader.takeFlag());
     EXPECT_EQ(reader.take<int>(), 1);
@@ -60,10 +60,10 @@ void open(Answers &answers)
     EXPECT_TRUE(reader.isSound());
 }
 
-QString textOf(Answers &answers, int page)
+QString textOf(RequestHandler &handler, int page)
 {
     const std::string bytes =
-        answer(answers, request(Request::text, page, std::uint32_t{1}, Rect{0, 0, 100, 100}));
+        answer(handler, request(Request::text, page, std::uint32_t{1}, Rect{0, 0, 100, 100}));
     Reader reader(bytes);
     QString text = reader.takeText();
     EXPECT_TRUE(reader.isSound());
@@ -72,35 +72,35 @@ QString textOf(Answers &answers, int page)
 
 } // namespace
 
-TEST(Answers, TheFileStaysOpenWhenItsDescriptorIsClosed)
+TEST(RequestHandler, TheFileStaysOpenWhenItsDescriptorIsClosed)
 {
-    Answers answers;
-    open(answers);
-    EXPECT_EQ(textOf(answers, 0), QStringLiteral("ABC000001"));
-    EXPECT_EQ(textOf(answers, 1), QString());
+    RequestHandler handler;
+    open(handler);
+    EXPECT_EQ(textOf(handler, 0), QStringLiteral("ABC000001"));
+    EXPECT_EQ(textOf(handler, 1), QString());
 }
 
-TEST(Answers, AFileThatIsNoneClosesTheOneBefore)
+TEST(RequestHandler, AFileThatIsNoneClosesTheOneBefore)
 {
-    Answers answers;
-    open(answers);
-    EXPECT_EQ(answer(answers, request(Request::open, 0)), std::string(6 + sizeof(Rect), '\0'));
-    EXPECT_EQ(textOf(answers, 0), QString());
+    RequestHandler handler;
+    open(handler);
+    EXPECT_EQ(answer(handler, request(Request::open, 0)), std::string(6 + sizeof(Rect), '\0'));
+    EXPECT_EQ(textOf(handler, 0), QString());
 }
 
-TEST(Answers, WhatIsNoWholeRequestHasAnEmptyAnswer)
+TEST(RequestHandler, WhatIsNoWholeRequestHasAnEmptyAnswer)
 {
-    Answers answers;
-    open(answers);
+    RequestHandler handler;
+    open(handler);
     const std::string whole = request(Request::cropBox, 0);
     for (std::size_t size = 0; size < whole.size(); ++size) {
-        EXPECT_EQ(answer(answers, whole.substr(0, size)), "") << size;
+        EXPECT_EQ(answer(handler, whole.substr(0, size)), "") << size;
     }
-    EXPECT_EQ(answer(answers, request(Request{200}, 0)), "");
-    EXPECT_EQ(answer(answers, whole).size(), 1 + sizeof(Rect));
+    EXPECT_EQ(answer(handler, request(Request{200}, 0)), "");
+    EXPECT_EQ(answer(handler, whole).size(), 1 + sizeof(Rect));
 }
 
-TEST(Answers, TheLowestDescriptorIsOneLikeAnyOther)
+TEST(RequestHandler, TheLowestDescriptorIsOneLikeAnyOther)
 {
     const auto openAtZero = [] {
         const files::Descriptor file =
@@ -108,26 +108,26 @@ TEST(Answers, TheLowestDescriptorIsOneLikeAnyOther)
         if (::dup2(file.number(), 0) != 0) {
             return 1;
         }
-        Answers answers;
-        return answer(answers, request(Request::open, 0), 0).front() == '\1' ? 0 : 2;
+        RequestHandler handler;
+        return answer(handler, request(Request::open, 0), 0).front() == '\1' ? 0 : 2;
     };
     EXPECT_EQ(inChild(openAtZero), (ChildEnd{0, 0}));
 }
 
-TEST(Answers, NoMoreAreasAreReadThanThereMayBe)
+TEST(RequestHandler, NoMoreAreasAreReadThanThereMayBe)
 {
-    Answers answers;
-    open(answers);
-    const std::string bytes = answer(answers, request(Request::text, 0, std::uint32_t{0xffffffff}));
+    RequestHandler handler;
+    open(handler);
+    const std::string bytes = answer(handler, request(Request::text, 0, std::uint32_t{0xffffffff}));
     EXPECT_EQ(bytes, std::string(64 * 4, '\0')); // So many empty texts: the areas are missing.
 }
 
-TEST(Answers, APictureThatHasNoRoomIsNotWritten)
+TEST(RequestHandler, APictureThatHasNoRoomIsNotWritten)
 {
-    Answers answers;
-    open(answers);
+    RequestHandler handler;
+    open(handler);
     const auto draw = [&](int width, int height, int descriptor) {
-        return answer(answers, request(Request::render, 0, width, height, 1.0), descriptor);
+        return answer(handler, request(Request::render, 0, width, height, 1.0), descriptor);
     };
     const files::Descriptor picture = fileOf(std::string(std::size_t{10} * 10 * 4, '\0'));
     EXPECT_EQ(draw(10, 10, picture.number()), std::string(1, '\1'));
@@ -142,34 +142,34 @@ TEST(Answers, APictureThatHasNoRoomIsNotWritten)
     EXPECT_EQ(pixel, (std::array<unsigned char, 4>{255, 255, 255, 255}));
 }
 
-TEST(Answers, WithoutAFileOrASizeNothingIsDrawn)
+TEST(RequestHandler, WithoutAFileOrASizeNothingIsDrawn)
 {
     const files::Descriptor picture = fileOf(std::string(400, '\0'));
-    const auto draw = [&picture](Answers &answers, int width, int height) {
-        return answer(answers, request(Request::render, 0, width, height, 1.0), picture.number());
+    const auto draw = [&picture](RequestHandler &handler, int width, int height) {
+        return answer(handler, request(Request::render, 0, width, height, 1.0), picture.number());
     };
-    Answers closed;
+    RequestHandler closed;
     EXPECT_EQ(draw(closed, 10, 10), std::string(1, '\0'));
-    Answers answers;
-    open(answers);
+    RequestHandler handler;
+    open(handler);
     for (const auto &[width, height] : {std::pair{0, 10}, {10, 0}, {-1, -1}, {100'000, 100'000}}) {
-        EXPECT_EQ(draw(answers, width, height), std::string(1, '\0')) << width;
+        EXPECT_EQ(draw(handler, width, height), std::string(1, '\0')) << width;
     }
-    EXPECT_EQ(answer(answers, request(Request::render, 0, 10, 10), picture.number()), std::string(1, '\0'))
+    EXPECT_EQ(answer(handler, request(Request::render, 0, 10, 10), picture.number()), std::string(1, '\0'))
         << "no scale";
-    EXPECT_EQ(draw(answers, 10, 10), std::string(1, '\1'));
+    EXPECT_EQ(draw(handler, 10, 10), std::string(1, '\1'));
 }
 
-TEST(Answers, EachPictureIsWrittenWhereItIsWanted)
+TEST(RequestHandler, EachPictureIsWrittenWhereItIsWanted)
 {
-    Answers answers;
-    open(answers);
+    RequestHandler handler;
+    open(handler);
     const std::string room(std::size_t{10} * 10 * 4, '\0');
     const files::Descriptor first = fileOf(room);
     const files::Descriptor second = fileOf(room);
     for (const int descriptor : {first.number(), first.number(), second.number()}) {
         ASSERT_EQ(::pwrite(descriptor, room.data(), room.size(), 0), static_cast<ssize_t>(room.size()));
-        EXPECT_EQ(answer(answers, request(Request::render, 0, 10, 10, 1.0), descriptor),
+        EXPECT_EQ(answer(handler, request(Request::render, 0, 10, 10, 1.0), descriptor),
                   std::string(1, '\1'));
         unsigned char last = 0;
         ASSERT_EQ(::pread(descriptor, &last, 1, 399), 1);
@@ -177,7 +177,7 @@ TEST(Answers, EachPictureIsWrittenWhereItIsWanted)
     }
 }
 
-TEST(Answers, AnAnswerThatTakesTooLongEndsTheProcess)
+TEST(RequestHandler, AnAnswerThatTakesTooLongEndsTheProcess)
 {
     // The answer cannot be sent: nobody reads, and there is no room for it.
     const auto talk = [](std::chrono::seconds longest) {
@@ -189,20 +189,20 @@ TEST(Answers, AnAnswerThatTakesTooLongEndsTheProcess)
         std::array<char, 1024> full{};
         while (::send(sockets[1], full.data(), full.size(), MSG_DONTWAIT) > 0) {
         }
-        Answers answers(longest);
-        return answers.next(sockets[1]) ? 2 : 3;
+        RequestHandler handler(longest);
+        return handler.next(sockets[1]) ? 2 : 3;
     };
     EXPECT_EQ(inChild([&] { return talk(std::chrono::seconds(1)); }), (ChildEnd{-1, SIGALRM}));
 }
 
-TEST(Answers, TimeThatPassesBetweenQuestionsDoesNotCount)
+TEST(RequestHandler, TimeThatPassesBetweenQuestionsDoesNotCount)
 {
     const auto timer = [] {
         std::array<int, 2> sockets{};
-        Answers answers(std::chrono::seconds(10));
+        RequestHandler handler(std::chrono::seconds(10));
         const bool isAnswered = ::socketpair(AF_UNIX, SOCK_STREAM, 0, sockets.data()) == 0 &&
                                 pdf::ReaderMessages::send(sockets[0], request(Request::cropBox, 0)) &&
-                                answers.next(sockets[1]);
+                                handler.next(sockets[1]);
         return isAnswered ? static_cast<int>(::alarm(0)) : 255; // The seconds that are left.
     };
     EXPECT_EQ(inChild(timer), (ChildEnd{0, 0}));

@@ -1,4 +1,6 @@
-#include "reader/Answers.h"
+#include "reader/RequestHandler.h"
+
+#include "reader/PopplerReader.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -15,7 +17,7 @@ using pdf::ReaderMessages::Writer;
 
 namespace {
 
-constexpr std::uint32_t mostAreas = 64;
+constexpr std::uint32_t maxAreas = 64;
 
 template <typename Value> void putOptional(Writer &answer, const std::optional<Value> &value)
 {
@@ -33,9 +35,9 @@ bool endAfter(std::chrono::seconds time)
 
 } // namespace
 
-Answers::Answers(std::chrono::seconds longestAnswer) : m_longestAnswer(longestAnswer) {}
+RequestHandler::RequestHandler(std::chrono::seconds maxAnswerTime) : m_maxAnswerTime(maxAnswerTime) {}
 
-bool Answers::next(int socket)
+bool RequestHandler::next(int socket)
 {
     int received = -1;
     const auto noDeadline = std::chrono::steady_clock::time_point::max();
@@ -43,16 +45,16 @@ bool Answers::next(int socket)
         return false;
     }
     const files::Descriptor descriptor(received);
-    const bool isTimed = m_longestAnswer > std::chrono::seconds::zero();
-    if (isTimed && !endAfter(m_longestAnswer)) {
+    const bool isTimed = m_maxAnswerTime > std::chrono::seconds::zero();
+    if (isTimed && !endAfter(m_maxAnswerTime)) {
         return false;
     }
-    const Writer answer = to(m_message, descriptor.number());
+    const Writer answer = handle(m_message, descriptor.number());
     return pdf::ReaderMessages::send(socket, answer.bytes()) &&
            (!isTimed || endAfter(std::chrono::seconds::zero()));
 }
 
-Writer Answers::to(std::string_view message, int descriptor)
+Writer RequestHandler::handle(std::string_view message, int descriptor)
 {
     Reader request(message);
     Writer answer;
@@ -84,7 +86,7 @@ Writer Answers::to(std::string_view message, int descriptor)
     return answer;
 }
 
-void Answers::open(int descriptor)
+void RequestHandler::open(int descriptor)
 {
     m_pages.reset();
     m_file = files::Descriptor(descriptor < 0 ? -1 : ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
@@ -93,9 +95,9 @@ void Answers::open(int descriptor)
     }
 }
 
-void Answers::putTexts(Writer &answer, int page, Reader &request)
+void RequestHandler::putTexts(Writer &answer, int page, Reader &request)
 {
-    const auto count = std::min(request.take<std::uint32_t>(), mostAreas);
+    const auto count = std::min(request.take<std::uint32_t>(), maxAreas);
     std::vector<pdf::Rect> areas;
     for (std::uint32_t area = 0; area < count; ++area) {
         areas.push_back(request.take<pdf::Rect>());
@@ -107,7 +109,7 @@ void Answers::putTexts(Writer &answer, int page, Reader &request)
     }
 }
 
-bool Answers::render(int page, Reader &request, int descriptor)
+bool RequestHandler::render(int page, Reader &request, int descriptor)
 {
     const int width = request.take<int>();
     const int height = request.take<int>();
@@ -116,8 +118,8 @@ bool Answers::render(int page, Reader &request, int descriptor)
     if (!m_pages || !request.isSound()) {
         return false;
     }
-    const std::span<std::uint8_t> room = m_rooms.bytesOf(descriptor, size);
-    return !room.empty() && m_pages->renderInto(room, page, width, height, scale);
+    const std::span<std::uint8_t> buffer = m_buffers.bytesOf(descriptor, size);
+    return !buffer.empty() && m_pages->renderInto(buffer, page, width, height, scale);
 }
 
 } // namespace tallyfold::reader
