@@ -11,7 +11,7 @@ namespace tallyfold {
 
 namespace {
 
-constexpr double deepestStrip = 90;
+constexpr double maxStripDepth = 90;
 
 /// Compiled once; null when the engine refuses it, which finds nothing.
 const icu::RegexPattern *pattern()
@@ -31,7 +31,7 @@ const icu::RegexPattern *pattern()
 
 std::array<pdf::Rect, 4> earlierNumberStrips(const pdf::Rect &cropBox)
 {
-    const double depth = std::min({deepestStrip, cropBox.width() / 2, cropBox.height() / 2});
+    const double depth = std::min({maxStripDepth, cropBox.width() / 2, cropBox.height() / 2});
     return {{{cropBox.minX, cropBox.minY, cropBox.maxX, cropBox.minY + depth},
              {cropBox.minX, cropBox.maxY - depth, cropBox.maxX, cropBox.maxY},
              {cropBox.minX, cropBox.minY, cropBox.minX + depth, cropBox.maxY},

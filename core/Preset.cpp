@@ -8,7 +8,7 @@ namespace tallyfold {
 
 Preset Preset::of(const QUuid &id, const QString &name, const StampSettings &settings)
 {
-    return {id, firstGraphemes(name, longestName), settings.normalized()};
+    return {id, firstGraphemes(name, maxNameLength), settings.normalized()};
 }
 
 std::size_t hashValue(const Preset &preset)

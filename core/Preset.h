@@ -12,13 +12,13 @@ namespace tallyfold {
 
 /// Stamp settings saved under a name. Known by `id`; two presets are equal when all three fields are.
 struct Preset {
-    static constexpr std::int64_t longestName = 80; ///< User-perceived characters.
+    static constexpr std::int64_t maxNameLength = 80; ///< User-perceived characters.
 
     QUuid id;
     QString name;
     StampSettings settings;
 
-    /// The preset with the first `longestName` characters of `name` and the normalised `settings`.
+    /// The preset with the first `maxNameLength` characters of `name` and the normalised `settings`.
     [[nodiscard]] static Preset of(const QUuid &id, const QString &name, const StampSettings &settings);
 
     bool operator==(const Preset &) const = default;

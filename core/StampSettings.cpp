@@ -12,9 +12,9 @@ namespace tallyfold {
 
 namespace {
 
-constexpr std::int64_t longestAffix = 40;
-constexpr std::int64_t longestLegend = 200;
-constexpr std::int64_t longestPageFormat = 80;
+constexpr std::int64_t maxAffixLength = 40;
+constexpr std::int64_t maxLegendLength = 200;
+constexpr std::int64_t maxPageFormatLength = 80;
 
 QString oneLine(const QString &text, std::int64_t longest)
 {
@@ -38,10 +38,10 @@ StampSettings StampSettings::normalized() const
 {
     const StampSettings defaults;
     StampSettings result = *this;
-    result.prefix = oneLine(prefix, longestAffix);
-    result.suffix = oneLine(suffix, longestAffix);
-    result.legend = oneLine(legend, longestLegend);
-    result.pageOfTotalFormat = oneLine(pageOfTotalFormat, longestPageFormat);
+    result.prefix = oneLine(prefix, maxAffixLength);
+    result.suffix = oneLine(suffix, maxAffixLength);
+    result.legend = oneLine(legend, maxLegendLength);
+    result.pageOfTotalFormat = oneLine(pageOfTotalFormat, maxPageFormatLength);
     result.digits = std::clamp(digits, digitRange.lowest, digitRange.highest);
     result.startNumber = std::clamp<std::int64_t>(startNumber, 0, maxStart);
     result.margin = finiteWithin(margin, marginRange, defaults.margin);

@@ -71,7 +71,7 @@ void PresetMenu::askForName()
     label->setBuddy(field);
     field->setObjectName(QStringLiteral("presetName"));
     field->setAccessibleName(label->text());
-    field->setValidator(new LengthLimit(Preset::longestName, field));
+    field->setValidator(new LengthLimit(Preset::maxNameLength, field));
     auto *layout = new QHBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing::wide);
