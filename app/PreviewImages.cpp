@@ -32,12 +32,12 @@ PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &se
 {
     PreviewImages images;
     try {
-        for (const pdf::Bitmap &bitmap : Stamper::previewImages(file, settings, mostPages, width, givenUp)) {
+        const Stamper::Preview preview = Stamper::preview(file, settings, mostPages, width, givenUp);
+        for (const pdf::Bitmap &bitmap : preview.images) {
             images.pages.append(imageOf(bitmap));
         }
         if (!images.pages.isEmpty()) {
-            images.closeUp = closeUpOf(images.pages.front(), Stamper::firstPageSize(file.source).width,
-                                       settings.normalized());
+            images.closeUp = closeUpOf(images.pages.front(), preview.firstPage.width, settings.normalized());
         }
     } catch (const StampError &) {
         return {}; // The list says already what is the matter with the file.

@@ -12,7 +12,7 @@ RunSummary planned(const ProductionPlan &plan, const std::filesystem::path &fold
     RunSummary summary;
     summary.range = plan.rangeText();
     summary.nextNumber = plan.nextNumber();
-    summary.nextBates = plan.settings.bates(summary.nextNumber);
+    summary.nextBates = plan.settings->bates(summary.nextNumber);
     summary.folder = folder;
     return summary;
 }

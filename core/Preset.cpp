@@ -1,6 +1,7 @@
 #include "core/Preset.h"
 
 #include "core/Graphemes.h"
+#include "core/NormalizedSettings.h"
 
 #include <QHashFunctions>
 

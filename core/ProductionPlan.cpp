@@ -112,18 +112,18 @@ ProductionPlan::ProductionPlan(const std::vector<SourceFile> &sources, const Sta
     : settings(given.normalized())
 {
     const BatesFormatter bates(settings);
-    std::int64_t next = settings.startNumber;
+    std::int64_t next = settings->startNumber;
     files.reserve(sources.size());
-    for (SourceFile &source : ordered(sources, settings.order)) {
+    for (SourceFile &source : ordered(sources, settings->order)) {
         PlannedFile file{std::move(source), {}, {}};
         std::optional<NumberRange> range;
         if (file.isStampable()) {
-            file.pages = plannedPages(file.source.pageCount, settings.cover, next);
+            file.pages = plannedPages(file.source.pageCount, settings->cover, next);
             if (const auto first = file.firstNumber()) {
                 range = {*first, *file.lastNumber()};
             }
         }
-        file.outputName = outputName(file.source.name, range, settings.naming, bates);
+        file.outputName = outputName(file.source.name, range, settings->naming, bates);
         files.push_back(std::move(file));
     }
 }
@@ -173,7 +173,7 @@ std::optional<std::int64_t> ProductionPlan::lastNumber() const
 std::int64_t ProductionPlan::nextNumber() const
 {
     const auto last = lastNumber();
-    return last ? *last + 1 : settings.startNumber;
+    return last ? *last + 1 : settings->startNumber;
 }
 
 std::optional<QString> ProductionPlan::rangeText() const
@@ -192,13 +192,13 @@ QString ProductionPlan::rangeText(std::int64_t first, std::int64_t last) const
 std::int64_t ProductionPlan::digitsNeeded() const
 {
     const std::int64_t largest =
-        std::max({settings.startNumber, lastNumber().value_or(settings.startNumber), std::int64_t{0}});
+        std::max({settings->startNumber, lastNumber().value_or(settings->startNumber), std::int64_t{0}});
     return QString::number(largest).size();
 }
 
 bool ProductionPlan::outgrowsDigits() const
 {
-    return settings.digits < digitsNeeded();
+    return settings->digits < digitsNeeded();
 }
 
 QStringList ProductionPlan::duplicateOutputNames() const

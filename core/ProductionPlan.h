@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/NormalizedSettings.h"
 #include "core/PasswordNotice.h"
 #include "core/SourceFile.h"
-#include "core/StampSettings.h"
 
 #include <QString>
 #include <QStringList>
@@ -51,7 +51,7 @@ class ProductionPlan {
 public:
     ProductionPlan(const std::vector<SourceFile> &sources, const StampSettings &settings);
 
-    StampSettings settings; ///< Normalised.
+    NormalizedSettings settings;
     std::vector<PlannedFile>
         files; ///< One per source, in production order, those with problems in their place.
 

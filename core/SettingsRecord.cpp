@@ -1,6 +1,7 @@
 #include "core/SettingsRecord.h"
 
 #include "core/JsonWriter.h"
+#include "core/NormalizedSettings.h"
 
 #include <QJsonObject>
 

@@ -22,10 +22,10 @@ double componentInRange(double value)
 
 } // namespace
 
-StampDrawing::StampDrawing(const StampSettings &settings, pdf::CopyWriter &copy)
-    : m_settings(&settings), m_copy(&copy)
+StampDrawing::StampDrawing(const NormalizedSettings &settings, pdf::CopyWriter &copy)
+    : m_settings(&*settings), m_copy(&copy)
 {
-    const StampColor &color = settings.color;
+    const StampColor &color = settings->color;
     const auto rgb = pdf::DeviceColor::rgb(componentInRange(color.red), componentInRange(color.green),
                                            componentInRange(color.blue));
     pdf::ContentStream ink(m_ink);

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "core/Stamper.h"
+#include "core/NormalizedSettings.h"
+#include "core/StampLine.h"
 #include "pdf/copy/CopyWriter.h"
 #include "pdf/syntax/ContentStream.h"
 #include "pdf/text/ShapedLine.h"
@@ -14,8 +15,9 @@ namespace tallyfold {
 /// Draws the stamp lines of one copy's pages: colour and font are settled once.
 class StampDrawing {
 public:
-    /// `settings` normalised; the opacity of its colour goes into `copy` when it is not full.
-    StampDrawing(const StampSettings &settings, pdf::CopyWriter &copy);
+    /// Draws by `settings`, which outlive this; the opacity of their colour goes into `copy` when it is not
+    /// full.
+    StampDrawing(const NormalizedSettings &settings, pdf::CopyWriter &copy);
 
     /// The content stream, in points, that draws `lines` on a page of the size `page`; empty for no lines.
     [[nodiscard]] std::string content(std::span<const Stamper::Line> lines, const pdf::Size &page);

@@ -1,12 +1,14 @@
 #include "core/StampSettings.h"
 
 #include "core/Graphemes.h"
+#include "core/NormalizedSettings.h"
 
 #include <QHashFunctions>
 
 #include <algorithm>
 #include <cmath>
 #include <type_traits>
+#include <utility>
 
 namespace tallyfold {
 
@@ -34,7 +36,7 @@ double finiteWithin(double value, const ClosedRange<double> &range, double other
 
 } // namespace
 
-StampSettings StampSettings::normalized() const
+NormalizedSettings StampSettings::normalized() const
 {
     const StampSettings defaults;
     StampSettings result = *this;
@@ -49,7 +51,7 @@ StampSettings StampSettings::normalized() const
     if (fontName.trimmed().isEmpty()) {
         result.fontName = defaults.fontName;
     }
-    return result;
+    return NormalizedSettings(std::move(result));
 }
 
 QString StampSettings::bates(std::int64_t number) const
@@ -59,9 +61,7 @@ QString StampSettings::bates(std::int64_t number) const
 
 QString StampSettings::pageLabel(std::int64_t page, std::int64_t total) const
 {
-    return normalized()
-        .pageOfTotalFormat.replace(QStringLiteral("{page}"), QString::number(page))
-        .replace(QStringLiteral("{total}"), QString::number(total));
+    return tallyfold::pageLabel(normalized(), page, total);
 }
 
 StampSettings StampSettings::standard()
@@ -86,25 +86,6 @@ StampSettings StampSettings::exhibits()
     settings.pageOfTotal = true;
     settings.naming = OutputNaming::batesAndOriginal;
     return settings;
-}
-
-BatesFormatter::BatesFormatter(const StampSettings &normalized)
-    : m_prefix(normalized.prefix),
-      m_suffix(normalized.suffix),
-      m_digits(static_cast<qsizetype>(normalized.digits))
-{
-}
-
-QString BatesFormatter::operator()(std::int64_t number) const
-{
-    const QString plain = QString::number(std::max<std::int64_t>(number, 0));
-    QString text;
-    text.reserve(m_prefix.size() + std::max(m_digits, plain.size()) + m_suffix.size());
-    text.append(m_prefix);
-    for (qsizetype width = plain.size(); width < m_digits; ++width) {
-        text.append(u'0');
-    }
-    return text.append(plain).append(m_suffix);
 }
 
 std::size_t hashValue(const StampSettings &settings)

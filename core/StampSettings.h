@@ -93,6 +93,8 @@ inline constexpr std::array<StampPosition, 6> allStampPositions{
            position == StampPosition::topRight;
 }
 
+class NormalizedSettings;
+
 /// A closed range of values.
 template <typename Value> struct ClosedRange {
     Value lowest;
@@ -130,7 +132,7 @@ struct StampSettings {
 
     /// The same settings with every value inside its limits: numbers clamped, line breaks in texts turned
     /// into spaces, texts cut to so many user-perceived characters.
-    [[nodiscard]] StampSettings normalized() const;
+    [[nodiscard]] NormalizedSettings normalized() const;
 
     /// The Bates number text of `number`: prefix, the number with leading zeros (never cut), suffix.
     /// A negative number counts as 0.
@@ -171,18 +173,6 @@ template <typename Visit> void forEachField(const Visit &visit)
     visit("order", &StampSettings::order);
     visit("naming", &StampSettings::naming);
 }
-
-/// Writes Bates numbers with settings that are normalised already; for the many numbers of one plan.
-class BatesFormatter {
-public:
-    explicit BatesFormatter(const StampSettings &normalized);
-    [[nodiscard]] QString operator()(std::int64_t number) const;
-
-private:
-    QString m_prefix;
-    QString m_suffix;
-    qsizetype m_digits;
-};
 
 /// Equal for equal settings.
 [[nodiscard]] std::size_t hashValue(const StampSettings &settings);

@@ -35,6 +35,7 @@ struct Copying {
     const PlannedFile &file;
     pdf::Document &source;
     files::ByteSink &sink;
+    pdf::Size firstPage{}; ///< Display size, once it has been come to.
 
     [[nodiscard]] StampError unreadable() const
     {
@@ -70,8 +71,8 @@ struct Copying {
 };
 
 /// Draws the pages of a file, at most `limit`, and gives what ended it early, if anything did.
-std::optional<StampError> drawPages(pdf::CopyWriter &copy, const Copying &copying,
-                                    const StampSettings &settings, std::int64_t limit,
+std::optional<StampError> drawPages(pdf::CopyWriter &copy, Copying &copying,
+                                    const NormalizedSettings &settings, std::int64_t limit,
                                     const PageDone &pageDone)
 {
     const PlannedFile &file = copying.file;
@@ -85,6 +86,9 @@ std::optional<StampError> drawPages(pdf::CopyWriter &copy, const Copying &copyin
         if (auto failure = copying.failureOf(reached)) {
             return failure;
         }
+        if (index == 0) {
+            copying.firstPage = copy.pageSize();
+        }
         const std::vector<Line> stamp =
             lines(file.pages[static_cast<std::size_t>(index)], settings, index, total);
         if (auto failure = copying.failureOf(copy.endPage(drawing.content(stamp, copy.pageSize())))) {
@@ -97,10 +101,11 @@ std::optional<StampError> drawPages(pdf::CopyWriter &copy, const Copying &copyin
     return std::nullopt;
 }
 
-void writeCopy(const PlannedFile &file, pdf::Document &source, const StampSettings &settings,
-               files::ByteSink &sink, std::int64_t limit, const PageDone &pageDone)
+/// Gives the display size of the first page.
+pdf::Size writeCopy(const PlannedFile &file, pdf::Document &source, const StampSettings &settings,
+                    files::ByteSink &sink, std::int64_t limit, const PageDone &pageDone)
 {
-    const Copying copying{file, source, sink};
+    Copying copying{file, source, sink};
     pdf::CopyWriter copy(source, sink);
     std::optional<StampError> failure = drawPages(copy, copying, settings.normalized(), limit, pageDone);
     const Step finished = copy.finish();
@@ -114,15 +119,22 @@ void writeCopy(const PlannedFile &file, pdf::Document &source, const StampSettin
     if (failure) {
         throw *failure;
     }
+    return copying.firstPage;
 }
 
-std::vector<char> firstPages(const PlannedFile &file, const StampSettings &settings, std::int64_t pages,
-                             const PageDone &pageDone)
+/// A copy in memory.
+struct FirstPages {
+    std::vector<char> bytes;
+    pdf::Size size; ///< Display size of the first.
+};
+
+FirstPages firstPages(const PlannedFile &file, const StampSettings &settings, std::int64_t pages,
+                      const PageDone &pageDone)
 {
     const std::unique_ptr<pdf::Document> source = open(file.source);
     files::MemorySink sink;
-    writeCopy(file, *source, settings, sink, pages, pageDone);
-    return std::move(sink).bytes();
+    const pdf::Size size = writeCopy(file, *source, settings, sink, pages, pageDone);
+    return {std::move(sink).bytes(), size};
 }
 
 } // namespace
@@ -162,21 +174,21 @@ pdf::Size firstPageSize(const SourceFile &source)
                                  causeOf(document->readFailure(), FailureCause::During::readingSource));
 }
 
-std::vector<Line> lines(const PlannedPage &page, const StampSettings &settings, std::int64_t pageIndex,
+std::vector<Line> lines(const PlannedPage &page, const NormalizedSettings &settings, std::int64_t pageIndex,
                         std::int64_t total)
 {
     std::vector<Line> lines;
     if (!page.stamped) {
         return lines;
     }
-    if (const QString legend = withoutOuterSpaces(settings.legend); !legend.isEmpty()) {
-        lines.push_back({legend, settings.legendPosition});
+    if (const QString legend = withoutOuterSpaces(settings->legend); !legend.isEmpty()) {
+        lines.push_back({legend, settings->legendPosition});
     }
     if (page.number) {
-        lines.push_back({settings.bates(*page.number), settings.batesPosition});
+        lines.push_back({BatesFormatter(settings)(*page.number), settings->batesPosition});
     }
-    if (settings.pageOfTotal) {
-        lines.push_back({settings.pageLabel(pageIndex + 1, total), settings.pageOfTotalPosition});
+    if (settings->pageOfTotal) {
+        lines.push_back({pageLabel(settings, pageIndex + 1, total), settings->pageOfTotalPosition});
     }
     return lines;
 }
@@ -197,12 +209,12 @@ void write(const PlannedFile &file, const StampSettings &settings, const std::fi
 void write(const PlannedFile &file, pdf::Document &source, const StampSettings &settings,
            files::ByteSink &sink, const PageDone &pageDone)
 {
-    writeCopy(file, source, settings, sink, std::numeric_limits<std::int64_t>::max(), pageDone);
+    (void)writeCopy(file, source, settings, sink, std::numeric_limits<std::int64_t>::max(), pageDone);
 }
 
 std::vector<char> data(const PlannedFile &file, const StampSettings &settings, std::int64_t pages)
 {
-    return firstPages(file, settings, pages, {});
+    return firstPages(file, settings, pages, {}).bytes;
 }
 
 int previewHeight(const pdf::Size &page, std::int64_t width)
@@ -218,11 +230,17 @@ int previewHeight(const pdf::Size &page, std::int64_t width)
 std::vector<pdf::Bitmap> previewImages(const PlannedFile &file, const StampSettings &settings,
                                        std::int64_t pages, std::int64_t width, const std::stop_token &givenUp)
 {
-    std::vector<pdf::Bitmap> images;
-    const std::unique_ptr<pdf::PageReader> reader = pdf::PageReader::open(
-        firstPages(file, settings, pages, [&givenUp] { return !givenUp.stop_requested(); }), givenUp);
+    return preview(file, settings, pages, width, givenUp).images;
+}
+
+Preview preview(const PlannedFile &file, const StampSettings &settings, std::int64_t pages,
+                std::int64_t width, const std::stop_token &givenUp)
+{
+    FirstPages copy = firstPages(file, settings, pages, [&givenUp] { return !givenUp.stop_requested(); });
+    Preview preview{{}, copy.size};
+    const std::unique_ptr<pdf::PageReader> reader = pdf::PageReader::open(std::move(copy.bytes), givenUp);
     if (!reader) {
-        return images;
+        return preview;
     }
     for (int index = 0; index < reader->pageCount(); ++index) {
         const std::optional<pdf::Size> size = reader->mediaSize(index);
@@ -232,10 +250,10 @@ std::vector<pdf::Bitmap> previewImages(const PlannedFile &file, const StampSetti
         }
         const double scale = static_cast<double>(width) / size->width;
         if (auto image = reader->render(index, static_cast<int>(width), height, scale)) {
-            images.push_back(std::move(*image));
+            preview.images.push_back(std::move(*image));
         }
     }
-    return images;
+    return preview;
 }
 
 } // namespace tallyfold::Stamper

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "core/NormalizedSettings.h"
 #include "core/ProductionPlan.h"
 #include "core/SourceFile.h"
 #include "core/StampError.h"
+#include "core/StampLine.h"
 #include "core/StampSettings.h"
 #include "files/ByteSink.h"
 #include "pdf/source/Document.h"
@@ -24,13 +26,6 @@
 /// Every function here that can fail throws `StampError`, and nothing else.
 namespace tallyfold::Stamper {
 
-/// One line of the stamp, its text final.
-struct Line {
-    QString text;
-    StampPosition position = StampPosition::bottomRight;
-    bool operator==(const Line &) const = default;
-};
-
 /// Called after each finished page; false stops the copy.
 using PageDone = std::function<bool()>;
 
@@ -47,9 +42,8 @@ using PageDone = std::function<bool()>;
 [[nodiscard]] pdf::Size firstPageSize(const SourceFile &source);
 
 /// The lines of the page with the 0-based index `pageIndex` of a file of `total` pages: legend, Bates number,
-/// page number, as far as `settings` (normalised) and `page` ask for them. None for a page that is not
-/// stamped.
-[[nodiscard]] std::vector<Line> lines(const PlannedPage &page, const StampSettings &settings,
+/// page number, as far as `settings` and `page` ask for them. None for a page that is not stamped.
+[[nodiscard]] std::vector<Line> lines(const PlannedPage &page, const NormalizedSettings &settings,
                                       std::int64_t pageIndex, std::int64_t total);
 
 /// Writes the stamped copy of `file` into a new file at `path`, which must not exist. Throws what `open`
@@ -79,5 +73,15 @@ void write(const PlannedFile &file, pdf::Document &source, const StampSettings &
 [[nodiscard]] std::vector<pdf::Bitmap> previewImages(const PlannedFile &file, const StampSettings &settings,
                                                      std::int64_t pages, std::int64_t width,
                                                      const std::stop_token &givenUp = {});
+
+/// Pictures of a copy, and what they are of.
+struct Preview {
+    std::vector<pdf::Bitmap> images;
+    pdf::Size firstPage; ///< Display size of the first page, in points; without area where there is none.
+};
+
+/// The same with the size of the first page; the source is read once for both.
+[[nodiscard]] Preview preview(const PlannedFile &file, const StampSettings &settings, std::int64_t pages,
+                              std::int64_t width, const std::stop_token &givenUp = {});
 
 } // namespace tallyfold::Stamper

@@ -1,5 +1,6 @@
 #include "tests/core/EveryField.h"
 
+#include "core/NormalizedSettings.h"
 #include "core/SettingsRecord.h"
 
 #include <gtest/gtest.h>

@@ -79,7 +79,11 @@ TEST(HashValues, EveryFieldOfAPlanCounts)
 {
     expectEachCounts<ProductionPlan>(
         ProductionPlan({source()}, StampSettings()),
-        {[](ProductionPlan &plan) { plan.settings.prefix.clear(); },
+        {[](ProductionPlan &plan) {
+             StampSettings settings = plan.settings;
+             settings.prefix.clear();
+             plan.settings = settings.normalized();
+         },
          [](ProductionPlan &plan) { plan.files[0].outputName = QStringLiteral("b.pdf"); },
          [](ProductionPlan &plan) { plan.files.clear(); },
          [](ProductionPlan &plan) { plan.files.push_back(plan.files[0]); }});

@@ -1,5 +1,6 @@
 #include "core/StampSettings.h"
 
+#include "core/NormalizedSettings.h"
 #include "core/Preset.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +15,7 @@ TEST(StampSettings, DigitsAreKeptBetweenOneAndTwelve)
     for (const auto &[given, kept] : {std::pair{0, 1}, {-5, 1}, {1, 1}, {12, 12}, {13, 12}}) {
         StampSettings settings;
         settings.digits = given;
-        EXPECT_EQ(settings.normalized().digits, kept) << given;
+        EXPECT_EQ(settings.normalized()->digits, kept) << given;
     }
     StampSettings none;
     none.digits = 0;
@@ -25,9 +26,9 @@ TEST(StampSettings, StartNumbersAreKeptInTheirRange)
 {
     StampSettings settings;
     settings.startNumber = -3;
-    EXPECT_EQ(settings.normalized().startNumber, 0);
+    EXPECT_EQ(settings.normalized()->startNumber, 0);
     settings.startNumber = 1'000'000'000;
-    EXPECT_EQ(settings.normalized().startNumber, 999'999'999);
+    EXPECT_EQ(settings.normalized()->startNumber, 999'999'999);
 }
 
 TEST(StampSettings, MarginAndFontSizeAreFiniteAndInRange)
@@ -35,16 +36,16 @@ TEST(StampSettings, MarginAndFontSizeAreFiniteAndInRange)
     StampSettings settings;
     settings.margin = std::nan("");
     settings.fontSize = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(settings.normalized().margin, 18.0);
-    EXPECT_EQ(settings.normalized().fontSize, 10.0);
+    EXPECT_EQ(settings.normalized()->margin, 18.0);
+    EXPECT_EQ(settings.normalized()->fontSize, 10.0);
     settings.margin = -5;
     settings.fontSize = 2;
-    EXPECT_EQ(settings.normalized().margin, 0.0);
-    EXPECT_EQ(settings.normalized().fontSize, 4.0);
+    EXPECT_EQ(settings.normalized()->margin, 0.0);
+    EXPECT_EQ(settings.normalized()->fontSize, 4.0);
     settings.margin = 500;
     settings.fontSize = 100;
-    EXPECT_EQ(settings.normalized().margin, 144.0);
-    EXPECT_EQ(settings.normalized().fontSize, 72.0);
+    EXPECT_EQ(settings.normalized()->margin, 144.0);
+    EXPECT_EQ(settings.normalized()->fontSize, 72.0);
 }
 
 TEST(StampSettings, EveryNewlineCharacterBecomesOneSpace)
@@ -66,11 +67,11 @@ TEST(StampSettings, EveryTextIsOneLineWhateverBreaksIt)
         for (const QChar newline : QStringLiteral("\n\v\f\r\u0085\u2028\u2029")) {
             StampSettings settings;
             settings.*field = u'a' + QString(newline) + u'b';
-            EXPECT_EQ(settings.normalized().*field, QStringLiteral("a b")) << int{newline.unicode()};
+            EXPECT_EQ((*settings.normalized()).*field, QStringLiteral("a b")) << int{newline.unicode()};
         }
         StampSettings settings;
         settings.*field = QStringLiteral("a\t\x1F\u00A0b");
-        EXPECT_EQ(settings.normalized().*field, settings.*field) << "what breaks no line stays";
+        EXPECT_EQ((*settings.normalized()).*field, settings.*field) << "what breaks no line stays";
     }
 }
 
@@ -105,25 +106,25 @@ TEST(StampSettings, AnEmojiOfSeveralCodePointsIsOneCharacter)
     const QString family = QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467");
     StampSettings settings;
     settings.prefix = family.repeated(41);
-    EXPECT_EQ(settings.normalized().prefix, family.repeated(40));
+    EXPECT_EQ(settings.normalized()->prefix, family.repeated(40));
     settings.prefix = QStringLiteral("e\u0301").repeated(41);
-    EXPECT_EQ(settings.normalized().prefix, QStringLiteral("e\u0301").repeated(40));
+    EXPECT_EQ(settings.normalized()->prefix, QStringLiteral("e\u0301").repeated(40));
 }
 
 TEST(StampSettings, SpacesAtTheEndsOfTextsStay)
 {
     StampSettings settings;
     settings.prefix = QStringLiteral(" A ");
-    EXPECT_EQ(settings.normalized().prefix, QStringLiteral(" A "));
+    EXPECT_EQ(settings.normalized()->prefix, QStringLiteral(" A "));
 }
 
 TEST(StampSettings, AnEmptyFontNameBecomesHelveticaAndOthersAreNotTrimmed)
 {
     StampSettings settings;
     settings.fontName = QStringLiteral("   ");
-    EXPECT_EQ(settings.normalized().fontName, QStringLiteral("Helvetica"));
+    EXPECT_EQ(settings.normalized()->fontName, QStringLiteral("Helvetica"));
     settings.fontName = QStringLiteral(" Courier ");
-    EXPECT_EQ(settings.normalized().fontName, QStringLiteral(" Courier "));
+    EXPECT_EQ(settings.normalized()->fontName, QStringLiteral(" Courier "));
 }
 
 TEST(StampSettings, NumbersArePaddedButNeverCut)

@@ -187,8 +187,8 @@ TEST(Stamper, LinesAreTheLegendTheNumberAndThePage)
     const std::vector<Stamper::Line> expected{{QStringLiteral("A B"), StampPosition::bottomLeft},
                                               {QStringLiteral("ABC000005"), StampPosition::bottomRight},
                                               {QStringLiteral("Page 3 of 10"), StampPosition::bottomCenter}};
-    EXPECT_EQ(Stamper::lines({5, true}, settings, 2, 10), expected);
-    EXPECT_TRUE(Stamper::lines({5, false}, settings, 2, 10).empty());
+    EXPECT_EQ(Stamper::lines({5, true}, settings.normalized(), 2, 10), expected);
+    EXPECT_TRUE(Stamper::lines({5, false}, settings.normalized(), 2, 10).empty());
 }
 
 TEST(Stamper, ALegendOfSpacesTakesNoLineAndAStampedPageNeedsNoNumber)
@@ -198,9 +198,10 @@ TEST(Stamper, ALegendOfSpacesTakesNoLineAndAStampedPageNeedsNoNumber)
     settings.pageOfTotal = true;
     settings.pageOfTotalFormat = QStringLiteral("{page}/{total}");
     const std::vector<Stamper::Line> expected{{QStringLiteral("3/10"), StampPosition::bottomCenter}};
-    EXPECT_EQ(Stamper::lines({std::nullopt, true}, settings, 2, 10), expected);
+    EXPECT_EQ(Stamper::lines({std::nullopt, true}, settings.normalized(), 2, 10), expected);
     settings.pageOfTotalFormat = QString();
-    EXPECT_EQ(Stamper::lines({std::nullopt, true}, settings, 2, 10).size(), 1U) << "used even when empty";
+    EXPECT_EQ(Stamper::lines({std::nullopt, true}, settings.normalized(), 2, 10).size(), 1U)
+        << "used even when empty";
 }
 
 TEST(Stamper, BoxesAndBaselinesAreWhereTheLayoutPutsThem)

@@ -93,7 +93,7 @@ TEST(PlanProperty, TheNumbersOfAPlanAreWhatTheSlowOnesAre)
             const SlowPlan slow(sources, settings.normalized());
             const std::vector<std::int64_t> numbers = slow.numbers();
 
-            const std::int64_t start = plan.settings.startNumber;
+            const std::int64_t start = plan.settings->startNumber;
             const std::int64_t largest = numbers.empty() ? start : numbers.back();
             RC_ASSERT(plan.firstNumber() ==
                       (numbers.empty() ? std::nullopt : std::optional(numbers.front())));
@@ -101,7 +101,7 @@ TEST(PlanProperty, TheNumbersOfAPlanAreWhatTheSlowOnesAre)
             RC_ASSERT(plan.nextNumber() == (numbers.empty() ? start : largest + 1));
             RC_ASSERT(plan.digitsNeeded() == static_cast<std::int64_t>(std::to_string(largest).size()));
             RC_ASSERT(plan.outgrowsDigits() ==
-                      (static_cast<std::int64_t>(std::to_string(largest).size()) > plan.settings.digits));
+                      (static_cast<std::int64_t>(std::to_string(largest).size()) > plan.settings->digits));
             RC_ASSERT(plan.rangeText().has_value() == !numbers.empty());
             if (!numbers.empty()) {
                 RC_ASSERT(plan.rangeText()->toStdString() ==

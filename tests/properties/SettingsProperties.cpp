@@ -1,5 +1,6 @@
 #include "app/SettingsStore.h"
 #include "core/Graphemes.h"
+#include "core/NormalizedSettings.h"
 #include "core/SettingsRecord.h"
 #include "tests/properties/Property.h"
 #include "tests/properties/RandomValues.h"

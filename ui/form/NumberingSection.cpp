@@ -1,3 +1,4 @@
+#include "core/NormalizedSettings.h"
 #include "ui/controls/Stepper.h"
 #include "ui/controls/StyledLabel.h"
 #include "ui/form/Sections.h"

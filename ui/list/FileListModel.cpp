@@ -43,7 +43,7 @@ FileListModel::FileListModel(Move move, QObject *parent)
 
 bool FileListModel::canMoveRows() const
 {
-    return m_plan->settings.order == FileOrder::manual;
+    return m_plan->settings->order == FileOrder::manual;
 }
 
 bool FileListModel::setPlan(const std::shared_ptr<const ProductionPlan> &plan)

@@ -83,7 +83,7 @@ FileRow::RangePlace FileRow::rangePlaceFor(const ProductionPlan &plan, int width
     for (const PlannedFile &file : plan.files) {
         mostPages = std::max(mostPages, file.source.pageCount);
     }
-    const QString number = plan.settings.bates(*plan.lastNumber());
+    const QString number = plan.settings->bates(*plan.lastNumber());
     const QFont font = fontOf(TextStyle::callout);
     const int texts =
         QFontMetrics(withTabularDigits(font)).horizontalAdvance(number + QStringLiteral(" – ") + number) +

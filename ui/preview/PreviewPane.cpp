@@ -1,5 +1,6 @@
 #include "ui/preview/PreviewPane.h"
 
+#include "core/NormalizedSettings.h"
 #include "ui/controls/EmptyState.h"
 #include "ui/text/Messages.h"
 #include "ui/text/Words.h"

@@ -17,7 +17,7 @@ std::optional<FormWarning> digitsWarning(const ProductionPlan &plan, const Stamp
     return FormWarning{
         words(QT_TRANSLATE_NOOP("Words", "Numbers reach %1, longer than %2 digits, so copies named by Bates "
                                          "number won’t sort in order in Finder."))
-            .arg(plan.settings.bates(*last), QString::number(settings.digits)),
+            .arg(plan.settings->bates(*last), QString::number(settings.digits)),
         words(QT_TRANSLATE_NOOP("Words", "Use %1 Digits")).arg(width),
         [width](StampSettings &changed) { changed.digits = width; }};
 }
