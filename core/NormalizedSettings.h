@@ -5,7 +5,6 @@
 #include <QString>
 
 #include <cstdint>
-#include <utility>
 
 namespace tallyfold {
 
@@ -21,14 +20,10 @@ public:
     {
         return m_settings;
     }
-    /// They are settings like any others.
-    operator const StampSettings &() const &
+    /// A copy: they are settings like any others.
+    operator StampSettings() const
     {
         return m_settings;
-    }
-    operator StampSettings() &&
-    {
-        return std::move(m_settings);
     }
 
     bool operator==(const NormalizedSettings &) const = default;

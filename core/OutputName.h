@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/StampSettings.h"
+#include "core/NormalizedSettings.h"
 
 #include <QString>
 

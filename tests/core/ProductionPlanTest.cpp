@@ -258,7 +258,7 @@ TEST(ProductionPlan, TheSettingsOfAPlanAreNormalised)
 {
     StampSettings settings;
     settings.startNumber = -5;
-    EXPECT_EQ(ProductionPlan({}, settings).settings.startNumber, 0);
+    EXPECT_EQ(ProductionPlan({}, settings).settings->startNumber, 0);
 }
 
 TEST(PasswordNotice, TheShortListHasAtLeastOneName)
