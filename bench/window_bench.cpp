@@ -4,9 +4,9 @@
 /// Usage: window_bench WORKLOADS, the folder that make_workloads.py made; its "small" folder is the list.
 
 #include "app/Translations.h"
+#include "ui/desktop/ColorScheme.h"
 #include "ui/list/FileListView.h"
 #include "ui/shell/TallyfoldApp.h"
-#include "ui/theme/ColorScheme.h"
 
 #include <QApplication>
 #include <QFileInfo>

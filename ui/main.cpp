@@ -1,12 +1,12 @@
 #include "app/LooseTask.h"
 #include "app/Translations.h"
+#include "ui/desktop/ColorScheme.h"
+#include "ui/desktop/InstanceService.h"
+#include "ui/desktop/TerminationSignals.h"
 #include "ui/shell/AppIdentity.h"
 #include "ui/shell/CommandLine.h"
-#include "ui/shell/InstanceService.h"
 #include "ui/shell/SleepInhibitor.h"
 #include "ui/shell/TallyfoldApp.h"
-#include "ui/shell/TerminationSignals.h"
-#include "ui/theme/ColorScheme.h"
 #include "window_support/LocalizedTitle.h"
 
 #include <QApplication>

@@ -6,8 +6,8 @@
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Waiting.h"
+#include "ui/desktop/ColorScheme.h"
 #include "ui/shell/TallyfoldApp.h"
-#include "ui/theme/ColorScheme.h"
 
 #include <QApplication>
 #include <QIcon>

@@ -1,4 +1,4 @@
-#include "ui/theme/ColorScheme.h"
+#include "ui/desktop/ColorScheme.h"
 
 #include "tests/support/Waiting.h"
 #include "tests/ui/FakeServices.h"

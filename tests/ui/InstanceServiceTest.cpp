@@ -1,4 +1,4 @@
-#include "ui/shell/InstanceService.h"
+#include "ui/desktop/InstanceService.h"
 
 #include "tests/support/Waiting.h"
 #include "tests/ui/SessionBus.h"

@@ -1,7 +1,7 @@
 #include "ui/theme/Symbols.h"
 
+#include "ui/desktop/ColorScheme.h"
 #include "ui/text/HelpTopics.h"
-#include "ui/theme/ColorScheme.h"
 
 #include <QApplication>
 #include <QImage>

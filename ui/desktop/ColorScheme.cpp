@@ -1,4 +1,4 @@
-#include "ui/theme/ColorScheme.h"
+#include "ui/desktop/ColorScheme.h"
 
 #include "ui/theme/ModernStyle.h"
 #include "ui/theme/Tones.h"

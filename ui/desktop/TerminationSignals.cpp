@@ -1,4 +1,4 @@
-#include "ui/shell/TerminationSignals.h"
+#include "ui/desktop/TerminationSignals.h"
 
 #include <array>
 
