@@ -25,7 +25,7 @@ icu::UnicodeString alias(const QString &text)
 QByteArray collationSetting()
 {
     for (const char *name : {"LC_ALL", "LC_COLLATE", "LANG"}) {
-        if (const QByteArray value = qgetenv(name); !value.isEmpty()) {
+        if (QByteArray value = qgetenv(name); !value.isEmpty()) {
             return value;
         }
     }

@@ -14,10 +14,7 @@ namespace {
 FileDate modificationDate(const std::filesystem::path &location)
 {
     const std::optional<files::FileStatus> status = files::FileStatus::of(location);
-    if (!status) {
-        return distantPast();
-    }
-    return {status->modified.seconds, status->modified.nanoseconds};
+    return status ? status->modified : distantPast();
 }
 
 std::optional<QString> earlierNumberOnFirstPage(const std::filesystem::path &location)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/FileStatus.h"
+
 #include <QString>
 #include <QUuid>
 
@@ -30,14 +32,8 @@ inline constexpr std::array<SourceProblem, 4> allSourceProblems{
 /// The status of a source with this problem in the production index.
 [[nodiscard]] QString indexStatus(SourceProblem problem);
 
-/// A point in time as exact as file systems keep it. Files that were written together are less than a
-/// millisecond apart, and are to be ordered all the same.
-struct FileDate {
-    std::int64_t seconds = 0;     ///< Since the beginning of 1970, UTC.
-    std::int64_t nanoseconds = 0; ///< Of the second: 0 to 999,999,999.
-
-    auto operator<=>(const FileDate &) const = default;
-};
+/// Files that were written together are less than a millisecond apart, and are to be ordered all the same.
+using FileDate = files::FileTime;
 
 /// One input PDF as it was found when it was opened once.
 struct SourceFile {

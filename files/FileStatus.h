@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -7,12 +8,13 @@
 
 namespace tallyfold::files {
 
-/// A point in time as file systems keep it.
+/// A point in time as exact as file systems keep it.
 struct FileTime {
-    std::int64_t seconds = 0; ///< Since 1970.
-    std::int64_t nanoseconds = 0;
+    std::int64_t seconds = 0;     ///< Since the beginning of 1970, UTC.
+    std::int64_t nanoseconds = 0; ///< Of the second: 0 to 999,999,999.
 
-    bool operator==(const FileTime &) const = default;
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 means the 0 that the compiler compares with.
+    auto operator<=>(const FileTime &) const = default;
 };
 
 /// What the system says of a file without reading it.
