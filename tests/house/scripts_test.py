@@ -71,7 +71,12 @@ class Tidy(unittest.TestCase):
         self.tree.texts["c/C.h"] = b"int c;"
         self.assertEqual(self.key(), before)
         self.tree.texts["b/B.h"] += b"int b;"
-        self.assertNotEqual(self.key(), before)
+        changed = self.key()
+        self.assertNotEqual(changed, before)
+        self.tree.texts["c/.clang-tidy"] = b"Checks: bugprone-*"
+        self.assertEqual(self.key(), changed)
+        self.tree.texts["a/.clang-tidy"] = b"Checks: bugprone-*"
+        self.assertNotEqual(self.key(), changed)
 
     def test_begins_with_the_sources_that_changed_themselves(self):
         paths = ["a/A.cpp", "c/C.cpp"]
