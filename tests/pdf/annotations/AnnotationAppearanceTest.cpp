@@ -1,4 +1,5 @@
 #include "tests/support/AnnotatedPage.h"
+#include "tests/support/Colors.h"
 #include "tests/support/FlatCopy.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"
@@ -13,15 +14,13 @@
 namespace tallyfold {
 
 using tests::AnnotatedPage;
-using tests::Color;
+using tests::blue;
 using tests::DrawnCopy;
 using tests::PdfBuilder;
+using tests::red;
 using tests::reference;
 
 namespace {
-
-constexpr Color red{255, 0, 0};
-constexpr Color blue{0, 0, 255};
 
 /// Content that fills 40 by 40 points from the origin.
 constexpr const char *square = "1 0 0 rg 0 0 40 40 re f";

@@ -1,4 +1,5 @@
 #include "tests/support/AnnotatedPage.h"
+#include "tests/support/Colors.h"
 #include "tests/support/FlatCopy.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/Picture.h"
@@ -10,22 +11,16 @@
 namespace tallyfold {
 
 using tests::AnnotatedPage;
-using tests::Color;
+using tests::blue;
 using tests::DrawnCopy;
 using tests::flatCopy;
+using tests::green;
 using tests::PdfBuilder;
 using tests::Picture;
+using tests::red;
 using tests::reference;
 using tests::soundPages;
 using tests::TemporaryFolder;
-
-namespace {
-
-constexpr Color red{255, 0, 0};
-constexpr Color green{0, 255, 0};
-constexpr Color blue{0, 0, 255};
-
-} // namespace
 
 TEST(Annotations, AnAppearanceFillsItsRectangle)
 {

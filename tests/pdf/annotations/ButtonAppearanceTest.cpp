@@ -1,4 +1,5 @@
 #include "tests/support/AnnotatedPage.h"
+#include "tests/support/Colors.h"
 #include "tests/support/PdfBuilder.h"
 
 #include <gtest/gtest.h>
@@ -8,16 +9,14 @@
 namespace tallyfold {
 
 using tests::AnnotatedPage;
-using tests::Color;
+using tests::black;
+using tests::blue;
 using tests::DrawnCopy;
+using tests::red;
 using tests::reference;
+using tests::yellow;
 
 namespace {
-
-constexpr Color red{255, 0, 0};
-constexpr Color blue{0, 0, 255};
-constexpr Color yellow{255, 255, 0};
-constexpr Color black{0, 0, 0};
 
 /// A page with one button of 40 by 40 points from (100, 40), which has a yellow background and a blue border
 /// where no appearance of its own stands in for them.

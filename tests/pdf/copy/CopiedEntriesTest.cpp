@@ -1,16 +1,16 @@
-#include "tests/support/FlatCopy.h"
+#include "tests/support/ParsedCopy.h"
 #include "tests/support/PdfBuilder.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-#include <qpdf/QPDF.hh>
+
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace tallyfold {
 
-using tests::flatCopy;
 using tests::PdfBuilder;
 using tests::reference;
-using tests::TemporaryFolder;
 
 namespace {
 
@@ -26,16 +26,13 @@ public:
     QPDFObjectHandle resources(const std::string &resources)
     {
         m_builder.addPage("/MediaBox[0 0 99 99]/Resources<<" + resources + ">>");
-        m_copy.processFile(flatCopy(m_folder.path(), m_builder.file()).c_str());
-        QPDFObjectHandle page = m_copy.getAllPages().at(0);
-        QPDFObjectHandle form = page.getKey("/Resources").getKey("/XObject").getKey("/P");
-        return form.getDict().getKey("/Resources");
+        m_copy.emplace(m_builder.file());
+        return m_copy->resources();
     }
 
 private:
-    TemporaryFolder m_folder;
     PdfBuilder m_builder;
-    QPDF m_copy;
+    std::optional<tests::ParsedCopy> m_copy;
 };
 
 /// The dictionary of the copy of a stream with these entries.
@@ -115,20 +112,17 @@ TEST(CopiedEntries, PagesAndTheirTreeAreNotDrawnWithAndStayOut)
 
 TEST(CopiedEntries, OfAPagesContentOnlyItsEncodingStays)
 {
-    const TemporaryFolder folder;
     PdfBuilder builder;
     const int content = builder.addStream(
         "/Filter/ASCIIHexDecode/DecodeParms null/BBox[0 0 1 1]/Matrix[2 0 0 2 0 0]/Mine 1", "20>");
     builder.addPage("/MediaBox[0 0 99 99]/Contents " + reference(content));
-    QPDF copy;
-    copy.processFile(flatCopy(folder.path(), builder.file()).c_str());
-    QPDFObjectHandle page = copy.getAllPages().at(0);
-    QPDFObjectHandle form = page.getKey("/Resources").getKey("/XObject").getKey("/P").getDict();
+    tests::ParsedCopy copy(builder.file());
+    QPDFObjectHandle form = copy.page().getKey("/Resources").getKey("/XObject").getKey("/P").getDict();
     EXPECT_EQ(entry(form, "/Filter"), "/ASCIIHexDecode");
     EXPECT_EQ(entry(form, "/BBox"), "[ 0 0 99 99 ]");
     EXPECT_EQ(entry(form, "/Matrix"), "none");
     EXPECT_EQ(entry(form, "/Mine"), "none");
-    EXPECT_TRUE(copy.getWarnings().empty()) << "no entry is there twice";
+    EXPECT_TRUE(copy.isSound()) << "no entry is there twice";
 }
 
 TEST(CopiedEntries, ResourcesAreEachFormsOwnOrShared)
@@ -157,14 +151,11 @@ TEST(CopiedEntries, ResourcesAreEachFormsOwnOrShared)
 
 TEST(CopiedEntries, AnAppearanceThatIsMadeHasTheFontsThatItUses)
 {
-    const TemporaryFolder folder;
     PdfBuilder builder;
     builder.addPage("/MediaBox[0 0 99 99]/Annots[<</Subtype/Widget/FT/Tx/V(text)/Rect[0 0 50 20]>>"
                     "<</Subtype/Square/IC[1 0 0]/Rect[0 30 50 50]>>]");
-    QPDF copy;
-    copy.processFile(flatCopy(folder.path(), builder.file()).c_str());
-    QPDFObjectHandle page = copy.getAllPages().at(0);
-    QPDFObjectHandle forms = page.getKey("/Resources").getKey("/XObject");
+    tests::ParsedCopy copy(builder.file());
+    QPDFObjectHandle forms = copy.page().getKey("/Resources").getKey("/XObject");
     EXPECT_TRUE(forms.getKey("/A0").getDict().getKey("/Resources").getKey("/Font").isDictionary());
     EXPECT_FALSE(forms.getKey("/A1").getDict().getKey("/Resources").hasKey("/Font"));
 }

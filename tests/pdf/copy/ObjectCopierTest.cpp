@@ -1,6 +1,7 @@
 #include "pdf/copy/ObjectCopier.h"
 
 #include "tests/support/FlatCopy.h"
+#include "tests/support/ParsedCopy.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Tool.h"
@@ -14,45 +15,12 @@
 namespace tallyfold {
 
 using tests::flatCopy;
+using tests::ParsedCopy;
 using tests::PdfBuilder;
 using tests::reference;
 using tests::TemporaryFolder;
 
 namespace {
-
-/// The copy of a file, and the form that stands for its first page.
-class Copied {
-public:
-    explicit Copied(PdfBuilder &builder)
-    {
-        m_copy.processFile(flatCopy(m_folder.path(), builder.file()).c_str());
-    }
-
-    /// Whether the parser found nothing to complain about so far.
-    bool isSound()
-    {
-        return m_copy.getWarnings().empty();
-    }
-
-    QPDFObjectHandle page(int index = 0)
-    {
-        return m_copy.getAllPages().at(static_cast<std::size_t>(index));
-    }
-
-    QPDFObjectHandle resources(int index = 0)
-    {
-        return page(index)
-            .getKey("/Resources")
-            .getKey("/XObject")
-            .getKey("/P")
-            .getDict()
-            .getKey("/Resources");
-    }
-
-private:
-    TemporaryFolder m_folder;
-    QPDF m_copy;
-};
 
 /// Objects that take the numbers which a copy gives its first ones, so that a number of the source that
 /// stands in the copy leads to something else.
@@ -80,7 +48,7 @@ TEST(ObjectCopier, IndirectCollectionsStayBehindTheirKeys)
     const int states = builder.add("<</G<</ca 0.5>>>>");
     builder.addPage("/Group " + reference(group) + "/Resources<</ProcSet " + reference(procedures) +
                     "/ExtGState " + reference(states) + ">>");
-    Copied copy(builder);
+    ParsedCopy copy(builder.file());
     EXPECT_EQ(copy.page().getKey("/Group").getKey("/CS").getName(), "/DeviceRGB");
     EXPECT_EQ(copy.resources().getKey("/ProcSet").getArrayNItems(), 2);
     EXPECT_EQ(copy.resources().getKey("/ExtGState").getKey("/G").getKey("/ca").unparse(), "0.5");
@@ -96,7 +64,7 @@ TEST_P(IndirectScalar, KeepsItsValueInADictionary)
     addStrangers(builder);
     const int value = builder.add(GetParam());
     builder.addPage("/Resources<</ExtGState<</G<</V " + reference(value) + ">>>>>>");
-    Copied copy(builder);
+    ParsedCopy copy(builder.file());
     EXPECT_EQ(copy.resources().getKey("/ExtGState").getKey("/G").getKey("/V").unparseResolved(), GetParam());
 }
 
@@ -106,7 +74,7 @@ TEST_P(IndirectScalar, KeepsItsValueInAnArray)
     addStrangers(builder);
     const int value = builder.add(GetParam());
     builder.addPage("/Resources<</ColorSpace<</C[/Indexed " + reference(value) + "]>>>>");
-    Copied copy(builder);
+    ParsedCopy copy(builder.file());
     EXPECT_EQ(copy.resources().getKey("/ColorSpace").getKey("/C").getArrayItem(1).unparseResolved(),
               GetParam());
 }
@@ -117,7 +85,7 @@ TEST_P(IndirectScalar, KeepsItsValueAsAResource)
     addStrangers(builder);
     const int value = builder.add(GetParam());
     builder.addPage("/Resources<</ColorSpace<</C " + reference(value) + ">>>>");
-    Copied copy(builder);
+    ParsedCopy copy(builder.file());
     EXPECT_EQ(copy.resources().getKey("/ColorSpace").getKey("/C").unparseResolved(), GetParam());
 }
 
@@ -128,7 +96,7 @@ TEST_P(IndirectScalar, KeepsItsValueInTheDictionaryOfAStream)
     const int value = builder.add(GetParam());
     const int form = builder.addStream("/Subtype/Form/BBox[0 0 9 9]/V " + reference(value), "");
     builder.addPage("/Resources<</XObject<</X " + reference(form) + ">>>>");
-    Copied copy(builder);
+    ParsedCopy copy(builder.file());
     EXPECT_EQ(copy.resources().getKey("/XObject").getKey("/X").getDict().getKey("/V").unparseResolved(),
               GetParam());
 }
@@ -181,7 +149,7 @@ TEST_F(BorrowedResources, AreGivenToAForm)
 {
     const int form = m_builder.addStream("/Subtype/Form/BBox[0 0 9 9]", naming);
     addPage("/XObject<</X " + reference(form) + ">>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     expectMine(copy.resources().getKey("/XObject").getKey("/X"));
 }
 
@@ -189,7 +157,7 @@ TEST_F(BorrowedResources, AreGivenToAFormThatHasSomethingElseForThem)
 {
     const int form = m_builder.addStream("/Subtype/Form/BBox[0 0 9 9]/Resources 12", naming);
     addPage("/XObject<</X " + reference(form) + ">>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     expectMine(copy.resources().getKey("/XObject").getKey("/X"));
 }
 
@@ -198,7 +166,7 @@ TEST_F(BorrowedResources, AreGivenToTheGroupOfAMask)
     const int group = m_builder.addStream("/Subtype/Form/BBox[0 0 9 9]", naming);
     const int state = m_builder.add("<</SMask<</S/Luminosity/G " + reference(group) + ">>>>");
     addPage("/ExtGState<</G " + reference(state) + ">>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     expectMine(copy.resources().getKey("/ExtGState").getKey("/G").getKey("/SMask").getKey("/G"));
 }
 
@@ -207,7 +175,7 @@ TEST_F(BorrowedResources, AreGivenToAPatternOfTiles)
     const int pattern =
         m_builder.addStream("/PatternType 1/PaintType 1/TilingType 1/BBox[0 0 9 9]/XStep 9/YStep 9", naming);
     addPage("/Pattern<</T " + reference(pattern) + ">>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     expectMine(copy.resources().getKey("/Pattern").getKey("/T"));
 }
 
@@ -217,7 +185,7 @@ TEST_F(BorrowedResources, AreGivenToAType3Font)
     const std::string font =
         "<</Subtype/Type3/FirstChar 97/Resources 7/CharProcs<</a " + reference(glyph) + ">>>>";
     addPage("/Font<</Apart " + reference(m_builder.add(font)) + "/Direct" + font + ">>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     for (const char *name : {"/Apart", "/Direct"}) {
         QPDFObjectHandle copied = copy.resources().getKey("/Font").getKey(name);
         expectMine(copied);
@@ -233,7 +201,7 @@ TEST_F(BorrowedResources, AreThoseOfThePageAgainBehindAFontWithItsOwn)
     const int form = m_builder.addStream("/Subtype/Form/BBox[0 0 9 9]", naming);
     addPage("/Font<</T<</Subtype/Type3/Resources<</ColorSpace<</Mine/DeviceCMYK>>>>/CharProcs<</a " +
             reference(glyph) + ">>>>>>/XObject<</X " + reference(form) + ">>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     expectMine(copy.resources().getKey("/XObject").getKey("/X"));
 }
 
@@ -242,7 +210,7 @@ TEST_F(BorrowedResources, AreGivenToAnAppearance)
     const int form = m_builder.addStream("/BBox[0 0 9 9]", naming);
     m_builder.addPage(std::string("/MediaBox[0 0 50 50]/Resources<<") + pageResources +
                       ">>/Annots[<</Subtype/Stamp/Rect[0 0 9 9]/AP<</N " + reference(form) + ">>>>]");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     expectMine(copy.page().getKey("/Resources").getKey("/XObject").getKey("/A0"));
 }
 
@@ -254,7 +222,7 @@ TEST_F(BorrowedResources, AreThoseOfWhatDrawsIt)
             reference(inner) + ">>>>",
         "/I Do");
     addPage("/XObject<</X " + reference(outer) + ">>", "/ColorSpace<</Mine/DeviceCMYK>>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     QPDFObjectHandle drawn = copy.resources().getKey("/XObject").getKey("/X");
     expectMine(drawn.getDict().getKey("/Resources").getKey("/XObject").getKey("/I"));
 }
@@ -264,7 +232,7 @@ TEST_F(BorrowedResources, AreThoseOfEachPage)
     const int form = m_builder.addStream("/Subtype/Form/BBox[0 0 9 9]", naming);
     addPage("/XObject<</X " + reference(form) + ">>", "/ColorSpace<</Mine/DeviceCMYK>>");
     addPage("/XObject<</X " + reference(form) + ">>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     const auto spaceOn = [&copy](int page) {
         QPDFObjectHandle drawn = copy.resources(page).getKey("/XObject").getKey("/X").getDict();
         return drawn.getKey("/Resources").getKey("/ColorSpace").getKey("/Mine").unparseResolved();
@@ -278,7 +246,7 @@ TEST_F(BorrowedResources, AreLentOnceByPagesThatHaveTheSame)
     const int form = m_builder.addStream("/Subtype/Form/BBox[0 0 9 9]", naming);
     addPage("/XObject<</X " + reference(form) + ">>");
     addPage("/XObject<</X " + reference(form) + ">>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     EXPECT_EQ(copy.resources(0).getKey("/XObject").getKey("/X").getObjGen(),
               copy.resources(1).getKey("/XObject").getKey("/X").getObjGen());
 }
@@ -287,7 +255,7 @@ TEST_F(BorrowedResources, AreNotGivenToWhatNamesNone)
 {
     const int form = m_builder.addStream("/Subtype/Form/BBox[0 0 9 9]", "1 0 0 rg 0 0 9 9 re f");
     addPage("/XObject<</X " + reference(form) + ">>");
-    Copied copy(m_builder);
+    ParsedCopy copy(m_builder.file());
     EXPECT_FALSE(copy.resources().getKey("/XObject").getKey("/X").getDict().hasKey("/Resources"));
 }
 

@@ -1,20 +1,17 @@
 #include "pdf/copy/OptionalContent.h"
 
-#include "tests/support/FlatCopy.h"
+#include "tests/support/ParsedCopy.h"
 #include "tests/support/PdfBuilder.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-#include <qpdf/QPDF.hh>
 
+#include <optional>
 #include <set>
 
 namespace tallyfold {
 
-using tests::flatCopy;
 using tests::PdfBuilder;
 using tests::reference;
-using tests::TemporaryFolder;
 
 namespace {
 
@@ -30,8 +27,8 @@ public:
         const int content = m_builder.addStream("", "/A BDC EMC /B BDC EMC /C BDC EMC");
         m_builder.addPage("/MediaBox[0 0 99 99]/Contents " + reference(content) +
                           "/Resources<</Properties<</A " + a + "/B " + b + "/C " + c + ">>>>");
-        m_copy.processFile(flatCopy(m_folder.path(), m_builder.file()).c_str());
-        return m_copy.getRoot().getKey("/OCProperties");
+        m_copy.emplace(m_builder.file());
+        return m_copy->catalog().getKey("/OCProperties");
     }
 
     [[nodiscard]] std::string all() const
@@ -45,9 +42,8 @@ private:
         return reference(m_builder.add("<</Type/OCG/Name(" + name + ")>>"));
     }
 
-    TemporaryFolder m_folder;
     PdfBuilder m_builder;
-    QPDF m_copy;
+    std::optional<tests::ParsedCopy> m_copy;
 
 public:
     const std::string a = layer("A");
@@ -113,14 +109,8 @@ TEST(OptionalContent, APageNamesTheLayersOfItsOwnAnnotationsAlone)
                     tests::reference(layer) + "/AP<</N " + tests::reference(mark) + ">>>>]");
     builder.addPage("/MediaBox[0 0 50 50]");
     builder.addToCatalog("/OCProperties<</OCGs[" + tests::reference(layer) + "]/D<<>>>>");
-    const tests::TemporaryFolder folder;
-    QPDF copy;
-    copy.processFile(tests::flatCopy(folder.path(), builder.file()).c_str());
-    const std::vector<QPDFObjectHandle> pages = copy.getAllPages();
-    const auto resources = [&pages](std::size_t index) {
-        QPDFObjectHandle page = pages.at(index);
-        return page.getKey("/Resources");
-    };
+    tests::ParsedCopy copy(builder.file());
+    const auto resources = [&copy](int index) { return copy.page(index).getKey("/Resources"); };
     EXPECT_EQ(resources(0).getKey("/Properties").getKeys().size(), 1U);
     EXPECT_FALSE(resources(1).hasKey("/Properties"));
 }
