@@ -33,7 +33,7 @@ QString ElidedLabel::shownText() const
 bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && shownText() != text()) {
-        QToolTip::showText(dynamic_cast<QHelpEvent *>(event)->globalPos(), text(), this);
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), helpTextOf(text()), this);
         return true;
     }
     return StyledLabel::event(event);

@@ -4,6 +4,9 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
 
 namespace tallyfold {
 
@@ -33,6 +36,67 @@ void StyledLabel::setTabularDigits()
 void StyledLabel::setSelectable()
 {
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+QSize StyledLabel::sizeHint() const
+{
+    constexpr int mostCharacters = 80;
+    const QSize hint = QLabel::sizeHint();
+    const int most = mostCharacters * fontMetrics().averageCharWidth();
+    if (hint.width() <= most) {
+        return hint;
+    }
+    return {most, wordWrap() ? heightForWidth(most) : hint.height()};
+}
+
+QSize StyledLabel::minimumSizeHint() const
+{
+    constexpr int mostCharacters = 18;
+    const QSize hint = QLabel::minimumSizeHint();
+    return {wordWrap() ? qMin(hint.width(), mostCharacters * fontMetrics().averageCharWidth()) : hint.width(),
+            hint.height()};
+}
+
+bool StyledLabel::haveWordsRoom(int width) const
+{
+    return !wordWrap() || QLabel::minimumSizeHint().width() <= width;
+}
+
+WrappedText StyledLabel::brokenText(int width) const
+{
+    return {text(), font(), width, alignment(), layoutDirection()};
+}
+
+int StyledLabel::heightForWidth(int width) const
+{
+    if (haveWordsRoom(width)) {
+        return QLabel::heightForWidth(width);
+    }
+    const QMargins margins = contentsMargins();
+    return brokenText(width - margins.left() - margins.right()).height() + margins.top() + margins.bottom();
+}
+
+bool StyledLabel::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && !toolTip().isEmpty()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), helpTextOf(toolTip()), this);
+        return true;
+    }
+    return QLabel::event(event);
+}
+
+void StyledLabel::paintEvent(QPaintEvent *event)
+{
+    if (haveWordsRoom(width()) || hasSelectedText()) { // Which part is selected, only the label knows.
+        QLabel::paintEvent(event);
+        return;
+    }
+    const QRect room = contentsRect();
+    const WrappedText broken = brokenText(room.width());
+    const int top = alignment().testFlag(Qt::AlignTop) ? 0 : qMax(0, (room.height() - broken.height()) / 2);
+    QPainter painter(this);
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
+    broken.draw(painter, room.topLeft() + QPoint(0, top));
 }
 
 void StyledLabel::changeEvent(QEvent *event)

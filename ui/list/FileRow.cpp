@@ -1,6 +1,7 @@
 #include "ui/list/FileRow.h"
 
 #include "app/CountText.h"
+#include "ui/controls/WrappedText.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 #include "ui/theme/Symbols.h"
@@ -19,6 +20,8 @@ namespace {
 
 constexpr int symbolSize = 18;
 constexpr int smallSymbolSize = 15;
+/// Where the texts of every row begin, those without a symbol as well.
+constexpr int textLeft = spacing::wide + symbolSize + spacing::normal;
 
 bool isAlert(RowLine::Kind kind)
 {
@@ -45,16 +48,14 @@ QString FileRow::linkTitle()
     return words(QT_TRANSLATE_NOOP("Words", "How to Remove a Password"));
 }
 
-FileRow::FileRow(const PlannedFile &file, const StampSettings &settings, int width, RangePlace rangePlace)
-    : m_text(rowTextOf(file, settings)),
-      m_width(width),
-      m_rangePlace(rangePlace),
-      m_left(spacing::wide + (m_text.symbol == RowSymbol::none ? 0 : symbolSize + spacing::normal))
+FileRow::FileRow(const PlannedFile &file, const StampSettings &settings, int width,
+                 const RangeRoom &rangeRoom)
+    : m_text(rowTextOf(file, settings)), m_width(width), m_rangeRoom(rangeRoom)
 {
     const QFont nameFont = fontOf(TextStyle::headline);
     int top = spacing::normal;
     const int nameHeight = QFontMetrics(nameFont).height();
-    m_pieces.append({QRect(m_left, top, m_width - m_left - spacing::wide, nameHeight),
+    m_pieces.append({QRect(textLeft, top, m_width - textLeft - spacing::wide, nameHeight),
                      m_text.name,
                      m_text.name,
                      nameFont,
@@ -68,27 +69,31 @@ FileRow::FileRow(const PlannedFile &file, const StampSettings &settings, int wid
     if (m_text.hasPasswordHelp) {
         const QFontMetrics metrics(fontOf(TextStyle::callout));
         const int linkWidth = metrics.horizontalAdvance(linkTitle()) + 4;
-        m_link = QRect(m_left, top, qMin(linkWidth, m_width - m_left - spacing::wide), metrics.height() + 2);
+        m_link =
+            QRect(textLeft, top, qMin(linkWidth, m_width - textLeft - spacing::wide), metrics.height() + 2);
         top += m_link.height();
     }
     m_height = top + spacing::normal;
 }
 
-FileRow::RangePlace FileRow::rangePlaceFor(const ProductionPlan &plan, int width)
+FileRow::RangeRoom FileRow::rangeRoomFor(const ProductionPlan &plan, int width)
 {
     if (!plan.lastNumber()) {
-        return RangePlace::beside;
+        return {};
     }
     std::int64_t mostPages = 0;
     for (const PlannedFile &file : plan.files) {
         mostPages = std::max(mostPages, file.source.pageCount);
     }
     const QString number = plan.settings->bates(*plan.lastNumber());
+    const QString longest = number + QStringLiteral(" – ") + number;
     const QFont font = fontOf(TextStyle::callout);
-    const int texts =
-        QFontMetrics(withTabularDigits(font)).horizontalAdvance(number + QStringLiteral(" – ") + number) +
-        QFontMetrics(font).horizontalAdvance(countText(mostPages, Counted::pages));
-    return texts + 4 * spacing::wide <= width ? RangePlace::beside : RangePlace::below;
+    const QFont digits = withTabularDigits(font);
+    const int room = width - textLeft - spacing::wide;
+    const int texts = QFontMetrics(digits).horizontalAdvance(longest) + spacing::wide +
+                      QFontMetrics(font).horizontalAdvance(countText(mostPages, Counted::pages));
+    return {texts <= room ? RangePlace::beside : RangePlace::below,
+            WrappedText(longest, digits, room).height()};
 }
 
 int FileRow::addLine(const RowLine &line, int top)
@@ -96,13 +101,13 @@ int FileRow::addLine(const RowLine &line, int top)
     const QFont font = line.kind == RowLine::Kind::range ? withTabularDigits(fontOf(TextStyle::callout))
                                                          : fontOf(TextStyle::callout);
     const QFontMetrics metrics(font);
-    QRect room(m_left, top, m_width - m_left - spacing::wide, metrics.height());
+    QRect room(textLeft, top, m_width - textLeft - spacing::wide, metrics.height());
     QString symbol;
     if (line.kind == RowLine::Kind::earlierNumber) {
         symbol = QStringLiteral("number.circle");
         room.setLeft(room.left() + smallSymbolSize + spacing::tight);
     }
-    if (line.kind == RowLine::Kind::range && m_rangePlace == RangePlace::beside) {
+    if (line.kind == RowLine::Kind::range && m_rangeRoom.place == RangePlace::beside) {
         Piece &pages = m_pieces.last();
         room.moveTop(pages.place.top());
         room.setLeft(room.right() - metrics.horizontalAdvance(line.text) - 1);
@@ -110,8 +115,8 @@ int FileRow::addLine(const RowLine &line, int top)
         m_pieces.append({room, line.text, line.help, font, line.kind, false, {}});
         return top;
     }
-    room.setHeight(
-        metrics.boundingRect(QRect(0, 0, room.width(), 10000), Qt::TextWordWrap, line.text).height());
+    room.setHeight(line.kind == RowLine::Kind::range ? m_rangeRoom.height
+                                                     : WrappedText(line.text, font, room.width()).height());
     m_pieces.append({room, line.text, line.help, font, line.kind, false, symbol});
     return room.bottom() + 3;
 }
@@ -172,7 +177,7 @@ void FileRow::paint(QPainter &painter, QPoint origin, const Look &look) const
                                                                 : Tone::secondary));
         if (!piece.symbol.isEmpty()) {
             const QRect symbol =
-                mirrored(QRect(m_left, piece.place.top() + 1, smallSymbolSize, smallSymbolSize));
+                mirrored(QRect(textLeft, piece.place.top() + 1, smallSymbolSize, smallSymbolSize));
             painter.drawPixmap(symbol,
                                symbolPixmap(piece.symbol, smallSymbolSize, ink(Tone::warning), scale));
         }
@@ -180,7 +185,8 @@ void FileRow::paint(QPainter &painter, QPoint origin, const Look &look) const
             painter.drawText(place, Qt::AlignLeading | Qt::AlignVCenter,
                              painter.fontMetrics().elidedText(piece.text, Qt::ElideMiddle, place.width()));
         } else {
-            painter.drawText(place, Qt::AlignLeading | Qt::TextWordWrap, piece.text);
+            WrappedText(piece.text, piece.font, place.width(), Qt::AlignLeading, look.direction)
+                .draw(painter, place.topLeft());
         }
     }
     if (!m_link.isNull()) {

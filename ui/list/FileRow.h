@@ -31,11 +31,19 @@ public:
         below,  ///< On a line of their own.
     };
 
+    /// The same for all rows of a list: so how tall a row is does not depend on its numbers.
+    struct RangeRoom {
+        RangePlace place = RangePlace::beside;
+        int height = 0; ///< Of the lines that the longest numbers take below.
+
+        bool operator==(const RangeRoom &) const = default;
+    };
+
     /// `settings` are those of the plan, normalised. `width` is the whole row's.
-    FileRow(const PlannedFile &file, const StampSettings &settings, int width, RangePlace rangePlace);
+    FileRow(const PlannedFile &file, const StampSettings &settings, int width, const RangeRoom &rangeRoom);
 
     /// `beside` where page count and numbers of every file of `plan` have room on one line of `width`.
-    [[nodiscard]] static RangePlace rangePlaceFor(const ProductionPlan &plan, int width);
+    [[nodiscard]] static RangeRoom rangeRoomFor(const ProductionPlan &plan, int width);
 
     [[nodiscard]] int height() const;
     /// Where the link "How to Remove a Password" stands in the row; null when it has none.
@@ -65,8 +73,7 @@ private:
 
     RowText m_text;
     int m_width;
-    RangePlace m_rangePlace;
-    int m_left = 0;
+    RangeRoom m_rangeRoom;
     int m_height = 0;
     QList<Piece> m_pieces;
     QRect m_link;

@@ -1,5 +1,7 @@
 #include "ui/list/FileRowDelegate.h"
 
+#include "ui/controls/WrappedText.h"
+
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QPainter>
@@ -23,17 +25,17 @@ FileRowDelegate::FileRowDelegate(QObject *parent) : QStyledItemDelegate(parent) 
 FileRow FileRowDelegate::rowOf(const QModelIndex &index, int width) const
 {
     const auto *model = qobject_cast<const FileListModel *>(index.model());
-    return {model->file(index), model->plan().settings, width, m_rangePlace};
+    return {model->file(index), model->plan().settings, width, m_rangeRoom};
 }
 
 bool FileRowDelegate::adapt(const ProductionPlan &plan, int width)
 {
-    const FileRow::RangePlace rangePlace = FileRow::rangePlaceFor(plan, width);
-    if (width == m_width && rangePlace == m_rangePlace) {
+    const FileRow::RangeRoom rangeRoom = FileRow::rangeRoomFor(plan, width);
+    if (width == m_width && rangeRoom == m_rangeRoom) {
         return false;
     }
     m_width = width;
-    m_rangePlace = rangePlace;
+    m_rangeRoom = rangeRoom;
     m_heights.clear();
     return true;
 }
@@ -80,9 +82,7 @@ bool FileRowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     }
     const QString help = rowOf(index, option.rect.width()).helpAt(event->pos() - option.rect.topLeft());
-    QToolTip::showText(
-        event->globalPos(),
-        help.toHtmlEscaped().prepend(QStringLiteral("<span>")).append(QStringLiteral("</span>")), view);
+    QToolTip::showText(event->globalPos(), helpTextOf(help), view);
     return true;
 }
 

@@ -35,7 +35,7 @@ public:
 
 private:
     int m_width = 0;
-    FileRow::RangePlace m_rangePlace = FileRow::RangePlace::beside;
+    FileRow::RangeRoom m_rangeRoom;
     mutable std::vector<std::pair<RowShape, int>> m_heights;
 };
 

@@ -3,6 +3,7 @@
 #include "ui/controls/LengthLimit.h"
 #include "ui/controls/StyledLabel.h"
 #include "ui/controls/TextField.h"
+#include "ui/controls/WrappedText.h"
 #include "ui/sheets/Alert.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
@@ -25,6 +26,7 @@ PresetMenu::PresetMenu(const Environment &environment, QWidget *parent)
     : QMenu(words(QT_TRANSLATE_NOOP("Words", "Presets")), parent), m_environment(environment)
 {
     setObjectName(QStringLiteral("presetMenu"));
+    setToolTipsVisible(true);
     connect(&environment.model, &AppModel::settingsChanged, this, [this] {
         if (!isVisible()) {
             fill();
@@ -41,7 +43,13 @@ Alert *PresetMenu::prompt() const
 
 void PresetMenu::addPreset(const Preset &preset)
 {
-    addAction(plain(preset.name), this, [this, preset] { m_environment.model.applyPresetUndoably(preset); });
+    constexpr int widestName = 320;
+    const QString title = fontMetrics().elidedText(preset.name, Qt::ElideMiddle, widestName);
+    QAction *const action =
+        addAction(plain(title), this, [this, preset] { m_environment.model.applyPresetUndoably(preset); });
+    if (title != preset.name) {
+        action->setToolTip(helpTextOf(preset.name));
+    }
 }
 
 void PresetMenu::fill()
