@@ -1,11 +1,14 @@
 #include "ui/list/FileList.h"
 
 #include "app/UriList.h"
+#include "tests/ui/Contrast.h"
 #include "tests/ui/WindowFixture.h"
+#include "ui/theme/Tones.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QDragEnterEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -294,6 +297,85 @@ TEST_F(FileListTest, TheLinkOfAProtectedRowAnswersToTheMouse)
     ASSERT_NE(app->help(), nullptr);
     EXPECT_TRUE(app->help()->isVisible());
     EXPECT_EQ(app->environment().helpRouter.topic(), QStringLiteral("password"));
+}
+
+TEST_F(FileListTest, TheLinkOfAChosenRowIsReadable)
+{
+    addPdfs({"a.pdf"});
+    addSamples({"Sealed letter.pdf"});
+    const QPalette before = QApplication::palette();
+    for (const QPalette &palette : {lightPalette(), darkPalette()}) {
+        QApplication::setPalette(palette);
+        select({1});
+        view()->setFocus();
+        QTest::qWait(0);
+        const QRect link = view()->link()->geometry();
+        const QImage picture = view()->viewport()->grab(link).toImage();
+        const QColor ground = picture.pixelColor(picture.width() - 1, 1);
+        double best = 1;
+        for (int x = 0; x < picture.width(); ++x) {
+            for (int y = 0; y < picture.height(); ++y) {
+                best = std::max(best, tests::contrast(picture.pixelColor(x, y), ground));
+            }
+        }
+        EXPECT_GE(best, 4);
+        // No ink of another colour beneath or above it.
+        const QColor linkInk = palette.color(QPalette::Link);
+        for (int x = 0; x < picture.width(); ++x) {
+            for (int y = 0; y < picture.height(); ++y) {
+                EXPECT_NE(picture.pixelColor(x, y), linkInk) << x << ',' << y;
+            }
+        }
+    }
+    QApplication::setPalette(before);
+}
+
+TEST_F(FileListTest, NamesBeginInOneLineWithAndWithoutASymbol)
+{
+    addPdfs({"a.pdf"});
+    addSamples({"Sealed letter.pdf"});
+    const QImage picture = view()->viewport()->grab().toImage();
+    const auto firstInk = [&](int place) {
+        const QRect row = view()->visualRect(rows()->index(place, 0));
+        const QColor ground = picture.pixelColor(row.right() - 2, row.top() + 2);
+        const int afterSymbol = row.left() + 32;
+        for (int x = afterSymbol; x < row.right(); ++x) {
+            for (int y = row.top() + 6; y < row.top() + 22; ++y) {
+                if (picture.pixelColor(x, y) != ground) {
+                    return x;
+                }
+            }
+        }
+        return 0;
+    };
+    EXPECT_NEAR(firstInk(0), firstInk(1), 2);
+}
+
+TEST_F(FileListTest, FilesCanBeDroppedAnywhereOnTheWindow)
+{
+    drop("file://" + QByteArray::fromStdString(pdf("a.pdf")), "main");
+    EXPECT_EQ(listed(), "a.pdf");
+}
+
+TEST_F(FileListTest, FilesAreNoTextForAField)
+{
+    QMimeData files;
+    files.setData(QStringLiteral("text/uri-list"), "file:///a.pdf");
+    files.setText(QStringLiteral("file:///a.pdf")); // As file managers do.
+    QMimeData words;
+    words.setText(QStringLiteral("ABC"));
+    for (QLineEdit *field : app->mainView().findChildren<QLineEdit *>()) {
+        QDragEnterEvent filesEnter(QPoint(5, 5), Qt::CopyAction, &files, Qt::LeftButton, {});
+        QApplication::sendEvent(field, &filesEnter);
+        EXPECT_TRUE(find<FileList>("fileList")->isDropping()) << field->objectName().toStdString();
+        QDragLeaveEvent leave;
+        QApplication::sendEvent(&app->mainView(), &leave);
+    }
+    auto *prefix = find<QLineEdit>("prefix");
+    QDragEnterEvent wordsEnter(QPoint(5, 5), Qt::CopyAction, &words, Qt::LeftButton, {});
+    QApplication::sendEvent(prefix, &wordsEnter);
+    EXPECT_TRUE(wordsEnter.isAccepted());
+    EXPECT_FALSE(find<FileList>("fileList")->isDropping());
 }
 
 TEST_F(FileListTest, TheLinkOfAProtectedRowIsReachedByTab)

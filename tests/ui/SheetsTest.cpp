@@ -5,6 +5,8 @@
 #include "ui/controls/SymbolLabel.h"
 #include "ui/sheets/ResultView.h"
 
+#include <QLabel>
+
 #include <cerrno>
 #include <fstream>
 
@@ -252,6 +254,31 @@ TEST_F(SheetsTest, TheReasonOfAFailureThatIsAloneHasNoCount)
               "The original needs a password by now. Save it without one, and add that.");
 }
 
+TEST_F(SheetsTest, TheSymbolOfAFailureStandsBesideItsText)
+{
+    SymbolLabel line(QStringLiteral("exclamationmark.triangle.fill"), Tone::warning, TextStyle::callout);
+    line.setText(QStringLiteral("MMMMM"));
+    line.resize(300, 3 * line.sizeHint().height());
+    line.show();
+    const QImage picture = line.grab().toImage();
+    const QColor ground = picture.pixelColor(299, 0);
+    const auto middle = [&](int from, int to) {
+        int top = picture.height();
+        int bottom = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = from; x < to; ++x) {
+                if (picture.pixelColor(x, y) != ground) {
+                    top = qMin(top, y);
+                    bottom = qMax(bottom, y);
+                }
+            }
+        }
+        return (top + bottom) / 2;
+    };
+    const int symbol = line.findChild<QLabel *>()->x() - 2;
+    EXPECT_NEAR(middle(0, symbol), middle(symbol, 300), 3);
+}
+
 TEST_F(SheetsTest, AFileThatChangedIsToldOfBeforeItIsStamped)
 {
     addPdfs({"a.pdf"}, 2);
@@ -298,7 +325,10 @@ TEST_F(SheetsTest, TheWelcomeIsShownUntilItIsAnswered)
     click("welcomeHelp");
     ASSERT_NE(app->help(), nullptr);
     QTest::keyClick(welcome, Qt::Key_Escape);
-    EXPECT_FALSE(model().settings().onboardingDone); // It was put off, not answered.
+    EXPECT_TRUE(model().settings().onboardingDone); // Who closes it has seen it.
+    EXPECT_FALSE(model().sheet());
+    app->openWindow(WindowId::settings);
+    click("showWelcome");
     restart();
     QTest::keyClick(current(), Qt::Key_Return);
     EXPECT_TRUE(model().settings().onboardingDone);

@@ -10,6 +10,9 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QScrollBar>
+
+#include <tuple>
 
 namespace tallyfold {
 
@@ -146,6 +149,86 @@ TEST_F(StampFormTest, AStartNumberBeyondItsLimitIsCorrectedWhereItIsUsed)
 {
     type("startNumber", "9999999999");
     EXPECT_EQ(text("firstNumber"), "ABC999999999");
+}
+
+TEST_F(StampFormTest, AFieldThatIsLeftShowsWhatIsUsed)
+{
+    for (const auto &[field, typed, used] :
+         {std::tuple("startNumber", std::string("12345678901"), std::string("999999999")),
+          std::tuple("startNumber", std::string("-5"), std::string("0")),
+          std::tuple("startNumber", std::string("007"), std::string("7")),
+          std::tuple("startNumber", std::string("12x"), std::string("12")),
+          std::tuple("prefix", std::string(60, 'p'), std::string(40, 'p')),
+          std::tuple("suffix", std::string(60, 's'), std::string(40, 's')),
+          std::tuple("legend", std::string(220, 'l'), std::string(200, 'l'))}) {
+        type(field, typed.c_str());
+        EXPECT_EQ(text(field), typed) << "while it is typed";
+        find<QWidget>("margin")->setFocus();
+        EXPECT_EQ(text(field), used);
+    }
+    edit([](StampSettings &settings) { settings.startNumber = -7; });
+    EXPECT_EQ(text("startNumber"), "0") << "whatever it came from";
+}
+
+TEST_F(StampFormTest, AClosedSectionBearsTheSignOfItsWarning)
+{
+    const auto signOf = [this](const char *section) {
+        return find<CollapsibleSection>(section)->findChild<SectionTitle *>()->accessibleDescription();
+    };
+    addSamples({"Board minutes.pdf"});
+    EXPECT_TRUE(isShown("earlierNumberWarning"));
+    EXPECT_EQ(signOf("placement"), QString()) << "it is in sight";
+    auto *title = find<CollapsibleSection>("placement")->findChild<SectionTitle *>();
+    const QImage before = title->grab().toImage();
+    title->click();
+    EXPECT_EQ(signOf("placement"), QString::fromStdString(text("earlierNumberWarning")));
+    EXPECT_EQ(signOf("numbering"), QString());
+    edit([](StampSettings &settings) { settings.background = false; });
+    EXPECT_EQ(signOf("placement"), QString());
+    pdf("../output/Board minutes.pdf");
+    model().setOutputFolder(output);
+    find<CollapsibleSection>("output")->setExpanded(false);
+    EXPECT_EQ(signOf("output"), QString::fromStdString(text("folderProblem")));
+}
+
+TEST_F(StampFormTest, WhatTheBarTellsIsNotToldInTheSameWordsUnderOutput)
+{
+    addPdfs({"a.pdf"});
+    model().setOutputFolder(folder / "sources");
+    EXPECT_TRUE(isShown("blockingProblem"));
+    EXPECT_EQ(text("blockingProblem"),
+              "“a.pdf” would replace an original. Choose a different output folder.");
+    EXPECT_FALSE(isShown("folderProblem"));
+}
+
+TEST_F(StampFormTest, AnAlertThatNamesTheOutputLeadsThere)
+{
+    addPdfs({"a.pdf"});
+    model().setOutputFolder(folder / "sources");
+    auto *section = find<CollapsibleSection>("output");
+    const auto answer = [this] {
+        model().stamp();
+        waitUntil([this] { return app->mainView().sheets().current() != nullptr; });
+        clickTitled(app->mainView().sheets().current(), QStringLiteral("OK"));
+    };
+    const auto hasFocus = [this](const char *name) {
+        return waitUntil([&] { return app->mainView().focusWidget() == find<QWidget>(name); });
+    };
+    section->setExpanded(false);
+    find<QScrollArea>("stampForm")->verticalScrollBar()->setValue(0);
+    answer();
+    EXPECT_TRUE(hasFocus("chooseOutputFolder"));
+    EXPECT_TRUE(section->isExpanded());
+    const auto *view = find<QScrollArea>("stampForm")->viewport();
+    const auto *button = find<QWidget>("chooseOutputFolder");
+    EXPECT_TRUE(view->rect().contains(QRect(button->mapTo(view, QPoint()), button->size())));
+
+    model().setOutputFolder(output);
+    std::filesystem::create_directory(folder / "sources" / "more");
+    model().add(std::vector{pdf("more/a.pdf")});
+    ASSERT_TRUE(waitUntil([this] { return isShown("blockingProblem"); }));
+    answer();
+    EXPECT_TRUE(hasFocus("naming"));
 }
 
 TEST_F(StampFormTest, DigitsStepFromOneToTwelve)
@@ -367,10 +450,10 @@ TEST_F(StampFormTest, WhatStandsInTheWayOfTheFolderIsToldUnderOutput)
     std::filesystem::remove_all(output);
     edit([](StampSettings &settings) { settings.prefix = QStringLiteral("X"); });
     EXPECT_TRUE(waitUntil([this] {
-        return text("folderProblem") == "The output folder isn’t there any more. Choose it again.";
+        return text("blockingProblem") == "The output folder isn’t there any more. Choose it again.";
     }));
+    EXPECT_FALSE(isShown("folderProblem"));
     model().setOutputFolder(folder / "sources");
-    EXPECT_EQ(text("folderProblem"), "“a.pdf” would replace an original. Choose a different output folder.");
     model().removeAll();
     EXPECT_TRUE(waitUntil([this] { return text("folderProblem") == "Add PDFs to number."; }));
 }

@@ -118,6 +118,26 @@ TEST_F(Windows, WhatHasTheFocusIsInSightWhereverAStepLeads)
     EXPECT_GT(steps, 10);
 }
 
+TEST_F(Windows, ThereAreThreeColumnsAndNothingBesideThem)
+{
+    EXPECT_EQ(find<QSplitter>("columns")->count(), 3);
+}
+
+TEST_F(Windows, OnALargeScreenTheFormStaysAsWideAsItIsRead)
+{
+    app->mainView().resize(3840, 2160);
+    QTest::qWait(0);
+    const QList<int> columns = find<QSplitter>("columns")->sizes();
+    EXPECT_LE(columns[1], 640);
+    EXPECT_GE(columns[1], 560);
+}
+
+TEST_F(Windows, TheHelpIsTitledByWhatItIs)
+{
+    app->openWindow(WindowId::help);
+    EXPECT_EQ(app->help()->windowTitle(), QStringLiteral("Help")); // The system adds the program's name.
+}
+
 TEST_F(Windows, CommandsAnswerToTheirKeys)
 {
     const auto keys = [&](const QString &where, const char *title) {
@@ -210,7 +230,8 @@ TEST_F(Windows, NoNameOfAFileWidensThePreview)
     EXPECT_TRUE(waitUntil([&] { return scroll->widget()->width() <= scroll->viewport()->width(); }));
     EXPECT_EQ(find<QLabel>("previewHeader")->text().size(),
               200 + QStringLiteral("First pages of “.pdf”").size());
-    EXPECT_LE(find<PreviewImage>("page1")->width(), scroll->viewport()->width());
+    EXPECT_TRUE(
+        waitUntil([&] { return find<PreviewImage>("page1")->width() <= scroll->viewport()->width(); }));
 }
 
 TEST_F(Windows, PresetsAreOfferedInSections)

@@ -41,6 +41,11 @@ bool CollapsibleSection::isExpanded() const
     return m_title->isChecked();
 }
 
+void CollapsibleSection::setSign(const std::optional<SectionSign> &sign)
+{
+    m_title->setSign(sign);
+}
+
 void CollapsibleSection::setExpanded(bool isExpanded)
 {
     m_title->setChecked(isExpanded);

@@ -18,6 +18,8 @@ public:
     [[nodiscard]] Card &card();
     [[nodiscard]] bool isExpanded() const;
     void setExpanded(bool isExpanded);
+    /// Lets the title bear `sign` while the section is closed.
+    void setSign(const std::optional<SectionSign> &sign);
 
 Q_SIGNALS:
     void expandedChanged(bool isExpanded);

@@ -1,5 +1,6 @@
 #include "ui/controls/SectionTitle.h"
 
+#include "ui/controls/WrappedText.h"
 #include "ui/theme/Spacing.h"
 #include "ui/theme/Symbols.h"
 #include "ui/theme/Typography.h"
@@ -79,6 +80,7 @@ SectionTitle::SectionTitle(std::int64_t number, const QString &title, QWidget *p
     });
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setCursor(Qt::PointingHandCursor);
+    connect(this, &QAbstractButton::toggled, this, &SectionTitle::tellSign);
 }
 
 std::int64_t SectionTitle::number() const
@@ -89,6 +91,27 @@ std::int64_t SectionTitle::number() const
 QString SectionTitle::title() const
 {
     return m_title;
+}
+
+void SectionTitle::setSign(const std::optional<SectionSign> &sign)
+{
+    if (sign != m_sign) {
+        m_sign = sign;
+        tellSign();
+    }
+}
+
+std::optional<SectionSign> SectionTitle::shownSign() const
+{
+    return isChecked() ? std::nullopt : m_sign;
+}
+
+void SectionTitle::tellSign()
+{
+    const QString text = shownSign() ? shownSign()->text : QString();
+    setAccessibleDescription(text);
+    setToolTip(text.isEmpty() ? QString() : helpTextOf(text));
+    update();
 }
 
 QSize SectionTitle::sizeHint() const
@@ -117,15 +140,19 @@ void SectionTitle::paintEvent(QPaintEvent *)
     const int arrow = QFontMetrics(fontOf(TextStyle::headline)).height();
     const QRect text = QStyle::visualRect(
         layoutDirection(), rect(),
-        QRect(disc + spacing::normal, 0, width() - disc - arrow - 2 * spacing::normal, height()));
+        QRect(disc + spacing::normal, 0, width() - disc - 2 * arrow - 3 * spacing::normal, height()));
     painter.setFont(fontOf(TextStyle::headline));
     painter.setPen(colorOf(Tone::text, palette()));
     painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeading,
                      painter.fontMetrics().elidedText(m_title, Qt::ElideRight, text.width()));
 
-    const QRect place =
-        QStyle::visualRect(layoutDirection(), rect(),
-                           QRect(width() - arrow - spacing::tight, (height() - arrow) / 2, arrow, arrow));
+    const QRect atEnd(width() - arrow - spacing::tight, (height() - arrow) / 2, arrow, arrow);
+    if (const std::optional<SectionSign> sign = shownSign()) {
+        symbolIcon(sign->symbol, sign->tone)
+            .paint(&painter, QStyle::visualRect(layoutDirection(), rect(),
+                                                atEnd.translated(-arrow - spacing::normal, 0)));
+    }
+    const QRect place = QStyle::visualRect(layoutDirection(), rect(), atEnd);
     symbolIcon(isChecked() ? QStringLiteral("chevron.down") : QStringLiteral("chevron.right"),
                underMouse() ? Tone::text : Tone::secondary)
         .paint(&painter, place.adjusted(1, 1, -1, -1));

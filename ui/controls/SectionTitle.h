@@ -1,8 +1,23 @@
 #pragma once
 
+#include "ui/theme/Tones.h"
+
 #include <QAbstractButton>
+#include <QString>
+
+#include <cstdint>
+#include <optional>
 
 namespace tallyfold {
+
+/// That something in a section is to be looked at.
+struct SectionSign {
+    QString symbol;
+    Tone tone = Tone::warning;
+    QString text; ///< What it is.
+
+    bool operator==(const SectionSign &) const = default;
+};
 
 /// The header of a numbered section: its number in a disc, its title, and whether the section is open, which
 /// a click or the space bar changes.
@@ -13,6 +28,10 @@ public:
 
     [[nodiscard]] std::int64_t number() const;
     [[nodiscard]] QString title() const;
+    /// Shows `sign` while the section is closed, and what it warns of is out of sight.
+    void setSign(const std::optional<SectionSign> &sign);
+    /// The sign that is shown now.
+    [[nodiscard]] std::optional<SectionSign> shownSign() const;
 
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -22,8 +41,11 @@ protected:
     void leaveEvent(QEvent *event) override;
 
 private:
+    void tellSign();
+
     std::int64_t m_number;
     QString m_title;
+    std::optional<SectionSign> m_sign;
 };
 
 } // namespace tallyfold

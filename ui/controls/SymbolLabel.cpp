@@ -14,6 +14,8 @@ SymbolLabel::SymbolLabel(const QString &symbol, Tone symbolTone, TextStyle style
       m_symbol(new SymbolView(symbol, symbolTone, QFontMetrics(fontOf(style)).height(), this)),
       m_text(new StyledLabel(style, textTone, this))
 {
+    // Beside the symbol, also where there is more room than the text needs.
+    m_text->setAlignment(Qt::AlignLeading | Qt::AlignTop);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing::tight + 2);

@@ -1,5 +1,10 @@
 #include "ui/form/FormSection.h"
 
+#include "core/NormalizedSettings.h"
+
+#include <QScopedValueRollback>
+
+#include <memory>
 #include <utility>
 
 namespace tallyfold {
@@ -44,11 +49,34 @@ TextField *FormSection::addText(const QString &title, const char *name, QString 
     auto *control = new TextField(prompt);
     control->setObjectName(QLatin1String(name));
     card().addRow(title, control);
-    connect(control, &QLineEdit::textEdited, this, [this, field](const QString &text) {
-        edit([&](StampSettings &settings) { settings.*field = text; });
-    });
-    follow([this, control, field] { control->show(stamp().*field); });
+    bind(control, field);
     return control;
+}
+
+void FormSection::bind(TextField *control, const std::function<QString(const StampSettings &)> &text,
+                       const std::function<void(const QString &)> &take)
+{
+    const auto isTyping = std::make_shared<bool>(false);
+    connect(control, &QLineEdit::textEdited, this, [take, isTyping](const QString &typed) {
+        const QScopedValueRollback typing(*isTyping, true);
+        take(typed);
+    });
+    const auto showUsed = [this, control, text] { control->show(text(stamp().normalized())); };
+    follow([isTyping, showUsed] {
+        if (!*isTyping) {
+            showUsed();
+        }
+    });
+    connect(control, &QLineEdit::editingFinished, this, showUsed);
+}
+
+void FormSection::bind(TextField *control, QString StampSettings::*field)
+{
+    bind(
+        control, [field](const StampSettings &settings) { return settings.*field; },
+        [this, field](const QString &text) {
+            edit([&](StampSettings &settings) { settings.*field = text; });
+        });
 }
 
 PositionGrid *FormSection::makeGrid(const QString &title, const char *name,
@@ -91,6 +119,9 @@ void FormSection::addWarning(const char *name, std::optional<FormWarning> (*warn
     const auto show = [this, view, row, warning] {
         const std::optional<FormWarning> shown = warning(*m_environment.plan, stamp());
         row->setVisible(shown.has_value());
+        setSign(shown ? std::optional(SectionSign{QStringLiteral("exclamationmark.triangle.fill"),
+                                                  Tone::warning, shown->text})
+                      : std::nullopt);
         if (shown) {
             view->setText(shown->text);
             view->setAction(Warning::Action{shown->action, [this, mend = shown->mend] { edit(mend); }});

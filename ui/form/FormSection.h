@@ -35,6 +35,13 @@ protected:
     /// Calls `show` now and whenever the settings change.
     void follow(std::function<void()> show);
 
+    /// Binds `control` to a text: it shows what is in force, but for what is being typed in it. `text` gives
+    /// it of any settings, and `take` takes what is typed over.
+    void bind(TextField *control, const std::function<QString(const StampSettings &)> &text,
+              const std::function<void(const QString &)> &take);
+    /// The same for the text in `field`.
+    void bind(TextField *control, QString StampSettings::*field);
+
     // Rows of controls that are bound to a field of the stamp settings; `name` is the control's object name.
 
     TextField *addText(const QString &title, const char *name, QString StampSettings::*field,

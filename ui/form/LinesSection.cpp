@@ -33,9 +33,7 @@ void LinesSection::addWording()
 {
     auto *field = new TextField;
     field->setObjectName(QStringLiteral("pageOfTotalFormat"));
-    connect(field, &QLineEdit::textEdited, this, [this](const QString &text) {
-        edit([&](StampSettings &settings) { settings.pageOfTotalFormat = text; });
-    });
+    bind(field, &StampSettings::pageOfTotalFormat);
     const QString explanation =
         words(QT_TRANSLATE_NOOP("Words", "{page} and {total} are filled in for each file"));
     field->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Wording")));
@@ -49,10 +47,7 @@ void LinesSection::addWording()
     layout->addWidget(new StyledLabel(explanation, TextStyle::caption, Tone::secondary));
     content->setFocusProxy(field);
     QWidget *row = card().addStacked(words("Wording"), content);
-    follow([this, field, row] {
-        field->show(stamp().pageOfTotalFormat);
-        row->setVisible(stamp().pageOfTotal);
-    });
+    follow([this, row] { row->setVisible(stamp().pageOfTotal); });
 }
 
 } // namespace tallyfold

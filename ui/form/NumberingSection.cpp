@@ -39,20 +39,13 @@ void NumberingSection::addStartNumber()
     field->setObjectName(QStringLiteral("startNumber"));
     field->setInputMethodHints(Qt::ImhDigitsOnly);
     card().addRow(words(QT_TRANSLATE_NOOP("Words", "Start number")), field);
-    connect(field, &QLineEdit::textEdited, this, [this](const QString &text) {
-        if (const std::optional<std::int64_t> number = wholeNumber(text)) {
-            edit([&](StampSettings &settings) { settings.startNumber = *number; });
-        }
-    });
-    const auto show = [this, field] {
-        if (wholeNumber(field->text()) !=
-            stamp().startNumber) { // "007" is 7, and may stand while it is typed.
-            field->setText(QString::number(stamp().startNumber));
-        }
-    };
-    follow(show);
-    connect(field, &QLineEdit::editingFinished, this,
-            [this, field] { field->show(QString::number(stamp().startNumber)); });
+    bind(
+        field, [](const StampSettings &settings) { return QString::number(settings.startNumber); },
+        [this](const QString &text) {
+            if (const std::optional<std::int64_t> number = wholeNumber(text)) {
+                edit([&](StampSettings &settings) { settings.startNumber = *number; });
+            }
+        });
 }
 
 void NumberingSection::addDigits()

@@ -39,8 +39,9 @@ OutputSection::OutputSection(const Environment &environment)
 {
     addFolder();
     addProblem();
-    addPicker(words(QT_TRANSLATE_NOOP("Words", "Name the copies")), "naming", &StampSettings::naming,
-              outputNamingKeys);
+    QWidget *naming = addPicker(words(QT_TRANSLATE_NOOP("Words", "Name the copies")), "naming",
+                                &StampSettings::naming, outputNamingKeys);
+    leadTo(naming);
     addOption(words(QT_TRANSLATE_NOOP("Words", "Production index (CSV)")), "writeIndex",
               &AppSettings::writeIndex);
     addOption(words(QT_TRANSLATE_NOOP("Words", "Privilege log template (CSV)")), "writePrivilegeLog",
@@ -88,6 +89,18 @@ void OutputSection::addFolder()
     connect(&environment().model, &AppModel::outputFolderChanged, this, show);
 }
 
+void OutputSection::leadTo(QWidget *naming)
+{
+    const auto choose = [this, naming, folder = findChild<QWidget *>(QStringLiteral("chooseOutputFolder"))] {
+        const std::vector<ProductionConflict> &conflicts = environment().output.conflicts();
+        const bool isOfNames =
+            !conflicts.empty() && conflicts.front().kind == ProductionConflict::Kind::duplicate;
+        setFocusProxy(isOfNames ? naming : folder);
+    };
+    choose();
+    connect(&environment().output, &OutputCheck::changed, this, choose);
+}
+
 void OutputSection::addProblem()
 {
     auto *label = new SymbolLabel(QStringLiteral("exclamationmark.octagon.fill"), Tone::blocking,
@@ -97,7 +110,11 @@ void OutputSection::addProblem()
     const auto show = [this, label, row] {
         const std::optional<QString> problem = environment().output.problem();
         label->setText(problem.value_or(QString()));
-        row->setVisible(problem.has_value());
+        // The bar under the form tells it as well, always in sight: the same words once are enough.
+        row->setVisible(problem && problem != environment().output.folderProblem());
+        setSign(problem ? std::optional(SectionSign{QStringLiteral("exclamationmark.octagon.fill"),
+                                                    Tone::blocking, *problem})
+                        : std::nullopt);
     };
     show();
     connect(&environment().output, &OutputCheck::changed, this, show);

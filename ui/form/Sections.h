@@ -54,6 +54,8 @@ public:
 private:
     void addFolder();
     void addProblem();
+    /// Gives the section's focus to what mends the problem that is told: `naming`, or the folder.
+    void leadTo(QWidget *naming);
     void addOption(const QString &title, const char *name, bool AppSettings::*field);
 };
 

@@ -1,5 +1,6 @@
 #include "ui/form/StampForm.h"
 
+#include "ui/controls/CollapsibleSection.h"
 #include "ui/form/PasswordNoticeView.h"
 #include "ui/form/Sections.h"
 #include "ui/text/Words.h"
@@ -47,6 +48,23 @@ bool StampForm::eventFilter(QObject *object, QEvent *event)
         fitWidth();
     }
     return isHandled;
+}
+
+void StampForm::showSection(const QString &name)
+{
+    auto *section = widget()->findChild<CollapsibleSection *>(name);
+    if (!section) {
+        return;
+    }
+    section->setExpanded(true);
+    // Once it has its place: what was hidden is laid out from the event loop.
+    QMetaObject::invokeMethod(
+        this,
+        [this, section] {
+            ensureWidgetVisible(section);
+            section->setFocus(Qt::OtherFocusReason);
+        },
+        Qt::QueuedConnection);
 }
 
 void StampForm::fitWidth()

@@ -13,6 +13,9 @@ class StampForm final : public QScrollArea {
 public:
     explicit StampForm(const Environment &environment, QWidget *parent = nullptr);
 
+    /// Opens the section called `name`, scrolls to it, and gives it the focus.
+    void showSection(const QString &name);
+
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 

@@ -32,7 +32,7 @@ HelpView::HelpView(HelpRouter &router, Desktop &desktop, QWidget *parent)
       m_detail(new QScrollArea)
 {
     setObjectName(QStringLiteral("help"));
-    setWindowTitle(words(QT_TRANSLATE_NOOP("Words", "%1 Help")).arg(displayedName()));
+    setWindowTitle(words("Help")); // The system adds the name of the program.
     m_topics->setObjectName(QStringLiteral("topics"));
     m_topics->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Topics")));
     m_topics->setFrameShape(QFrame::NoFrame);

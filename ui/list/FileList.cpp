@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
@@ -196,8 +197,47 @@ void FileList::moveCurrent(int step)
     }
 }
 
+void FileList::takeDropsOn(QWidget &window)
+{
+    m_dropWindow = &window;
+    window.setAcceptDrops(true);
+    window.installEventFilter(this);
+    for (QLineEdit *field : window.findChildren<QLineEdit *>()) {
+        field->installEventFilter(this);
+    }
+}
+
+bool FileList::passDrag(QEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::DragEnter:
+        dragEnterEvent(static_cast<QDragEnterEvent *>(&event));
+        return true;
+    case QEvent::DragMove:
+        dragMoveEvent(static_cast<QDragMoveEvent *>(&event));
+        return true;
+    case QEvent::DragLeave:
+        dragLeaveEvent(static_cast<QDragLeaveEvent *>(&event));
+        return true;
+    case QEvent::Drop:
+        dropEvent(static_cast<QDropEvent *>(&event));
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool FileList::eventFilter(QObject *object, QEvent *event)
 {
+    if (object == m_dropWindow && passDrag(*event)) {
+        return true;
+    }
+    // A field takes text, and files come with text that names them: they are not for it.
+    if (event->type() == QEvent::DragEnter && qobject_cast<QLineEdit *>(object) &&
+        static_cast<QDragEnterEvent *>(event)->mimeData()->hasFormat(uriList)) {
+        event->ignore();
+        return true;
+    }
     if (object == m_view && event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
         const bool isUp = key->key() == Qt::Key_Up;
@@ -221,6 +261,8 @@ void FileList::dragEnterEvent(QDragEnterEvent *event)
         event->setDropAction(Qt::CopyAction); // A file manager must not take the originals away.
         event->accept();
         setDropping(true);
+    } else {
+        event->ignore();
     }
 }
 

@@ -20,6 +20,10 @@ class FileList final : public QWidget {
 public:
     explicit FileList(const Environment &environment, QWidget *parent = nullptr);
 
+    /// Takes files that are dropped anywhere on `window`, which the list and all that takes text is in by
+    /// now.
+    void takeDropsOn(QWidget &window);
+
     /// Whether files are being dragged over the list.
     [[nodiscard]] bool isDropping() const;
 
@@ -42,6 +46,8 @@ private:
     void showPlan();
     void showMenu(const QPoint &point);
     void setDropping(bool isDropping);
+    /// Takes a drag over the window for one over the list; whether `event` is of one.
+    bool passDrag(QEvent &event);
     void moveCurrent(int step);
 
     Environment m_environment;
@@ -50,6 +56,7 @@ private:
     ProductionSummary *m_summary;
     QStackedWidget *m_pages;
     QWidget *m_outline; ///< Drawn round the list while files are dragged over it.
+    QWidget *m_dropWindow = nullptr;
 };
 
 } // namespace tallyfold

@@ -8,9 +8,11 @@
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStringList>
+#include <QStyleOptionFocusRect>
 #include <QToolTip>
 
 #include <memory>
@@ -18,11 +20,37 @@
 
 namespace tallyfold {
 
+namespace {
+
+/// The link of a row as a button for the keyboard. The row paints its text, in the ink that is seen upon its
+/// ground; this only says whether it has the focus.
+class RowLink final : public QPushButton {
+public:
+    RowLink(const QString &title, QWidget *parent) : QPushButton(title, parent)
+    {
+        setFlat(true);
+        setCursor(Qt::PointingHandCursor);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        if (hasFocus()) {
+            QPainter painter(this);
+            QStyleOptionFocusRect focus;
+            focus.initFrom(this);
+            style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+        }
+    }
+};
+
+} // namespace
+
 FileListView::FileListView(FileListModel &model, QWidget *parent)
     : QListView(parent),
       m_model(&model),
       m_delegate(new FileRowDelegate(this)),
-      m_link(new LinkButton(FileRow::linkTitle(), viewport()))
+      m_link(new RowLink(FileRow::linkTitle(), viewport()))
 {
     setModel(&model);
     setItemDelegate(m_delegate);

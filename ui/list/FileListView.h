@@ -1,10 +1,10 @@
 #pragma once
 
-#include "ui/controls/Buttons.h"
 #include "ui/list/FileListModel.h"
 #include "ui/list/FileRowDelegate.h"
 
 #include <QListView>
+#include <QPushButton>
 #include <QUuid>
 
 #include <filesystem>
@@ -62,7 +62,7 @@ private:
 
     FileListModel *m_model;
     FileRowDelegate *m_delegate;
-    LinkButton *m_link;
+    QPushButton *m_link;
     bool m_isDragRefused = false; ///< Since the button was pressed.
     bool m_isShowing = false;     ///< The model's selection is being shown, not one that the user made.
 };

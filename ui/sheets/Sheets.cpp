@@ -1,5 +1,6 @@
 #include "ui/sheets/Sheets.h"
 
+#include "app/RunMessages.h"
 #include "ui/sheets/ResultView.h"
 #include "ui/sheets/WelcomeView.h"
 #include "ui/text/Messages.h"
@@ -12,9 +13,24 @@ namespace tallyfold {
 Sheets::Sheets(const Environment &environment, QWidget *window)
     : QObject(window), m_environment(environment), m_window(window)
 {
+    window->installEventFilter(this);
     connect(&environment.model, &AppModel::sheetChanged, this, &Sheets::showSheet);
     connect(&environment.model, &AppModel::problemChanged, this, &Sheets::showProblem);
     connect(&environment.model, &AppModel::confirmingProtectedChanged, this, &Sheets::showConfirmation);
+}
+
+bool Sheets::eventFilter(QObject *object, QEvent *event)
+{
+    // A window manager places a window after it has been asked for, and what lies over it has to follow.
+    if (event->type() == QEvent::Move || event->type() == QEvent::Resize) {
+        for (QDialog *dialog : {static_cast<QDialog *>(m_sheet), static_cast<QDialog *>(m_confirmation),
+                                static_cast<QDialog *>(m_problem)}) {
+            if (dialog) {
+                dialog->move(m_window->geometry().center() - dialog->rect().center());
+            }
+        }
+    }
+    return QObject::eventFilter(object, event);
 }
 
 QDialog *Sheets::current() const
@@ -49,7 +65,7 @@ void Sheets::showSheet()
     }
     if (m_sheet) {
         m_sheet->disconnect(this);
-        m_sheet->close();
+        m_sheet->done(QDialog::Rejected); // Not as its user would close it.
         m_sheet = nullptr;
     }
     m_shownSheet = wanted;
@@ -86,9 +102,12 @@ void Sheets::showProblem()
     }
     m_problem = new Alert(words(QT_TRANSLATE_NOOP("Words", "Something went wrong")), *problem,
                           {{words(QT_TRANSLATE_NOOP("Words", "OK")), Alert::Role::prominent,
-                            [this] {
+                            [this, isUnderOutput = *problem == nothingWrittenMessage()] {
                                 m_problem = nullptr;
                                 m_environment.model.setProblem(std::nullopt);
+                                if (isUnderOutput) {
+                                    Q_EMIT sectionWanted(QStringLiteral("output"));
+                                }
                             }}},
                           top());
     m_problem->setObjectName(QStringLiteral("problemAlert"));

@@ -25,6 +25,13 @@ public:
     /// Shows what the model wants to have shown, as when the window comes back.
     void showAll();
 
+Q_SIGNALS:
+    /// A problem was answered that is mended in the form's section called `name`.
+    void sectionWanted(const QString &name);
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
 private:
     void showSheet();
     void showProblem();

@@ -58,9 +58,7 @@ WelcomeView::WelcomeView(const Environment &environment, QWidget *parent)
     start->setObjectName(QStringLiteral("getStarted"));
     start->setDefault(true);
     connect(start, &QPushButton::clicked, this, [this] {
-        AppSettings settings = m_environment.model.settings();
-        settings.onboardingDone = true;
-        m_environment.model.setSettings(settings);
+        rememberSeen();
         accept();
     });
     auto *buttons = new QHBoxLayout;
@@ -92,6 +90,19 @@ WelcomeView::WelcomeView(const Environment &environment, QWidget *parent)
     layout->addStretch(1);
     layout->addLayout(buttons);
     start->setFocus(); // Now that it belongs to the sheet.
+}
+
+void WelcomeView::rememberSeen()
+{
+    AppSettings settings = m_environment.model.settings();
+    settings.onboardingDone = true;
+    m_environment.model.setSettings(settings);
+}
+
+void WelcomeView::reject()
+{
+    rememberSeen();
+    QDialog::reject();
 }
 
 } // namespace tallyfold

@@ -12,7 +12,12 @@ class WelcomeView final : public QDialog {
 public:
     explicit WelcomeView(const Environment &environment, QWidget *parent = nullptr);
 
+    /// Closed by its user, it has been seen.
+    void reject() override;
+
 private:
+    void rememberSeen();
+
     Environment m_environment;
 };
 

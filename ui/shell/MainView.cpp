@@ -23,6 +23,7 @@ const QString columnsKey = QStringLiteral("main/columns");
 
 constexpr QSize firstSize(1240, 800);
 constexpr QSize leastSize(860, 520);
+constexpr int widestForm = 600;
 /// What a window manager puts around a window, at most.
 constexpr QSize frame(16, 56);
 
@@ -64,13 +65,16 @@ void MainView::addColumns()
     auto *layout = new QVBoxLayout(form);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(new StampForm(m_environment), 1);
+    auto *settings = new StampForm(m_environment);
+    connect(m_sheets, &Sheets::sectionWanted, settings, &StampForm::showSection);
+    layout->addWidget(settings, 1);
     layout->addWidget(new StampBar(m_environment));
     auto *preview = new PreviewPane(m_environment);
     new SpokenPreview(m_environment, *preview);
 
     files->setMinimumWidth(230);
     preview->setMinimumWidth(230);
+    form->setMaximumWidth(widestForm); // Wider, its fields would only be farther from their names.
     m_columns->setObjectName(QStringLiteral("columns"));
     m_columns->setChildrenCollapsible(false);
     m_columns->setHandleWidth(1);
@@ -81,7 +85,13 @@ void MainView::addColumns()
     m_columns->setStretchFactor(1, 1);
     m_columns->setStretchFactor(2, 3);
     m_columns->setSizes({320, 390, 530});
-    setCentralWidget(m_columns);
+    // Not the splitter itself: a widget that is put in it would be a column.
+    auto *center = new QWidget;
+    auto *whole = new QVBoxLayout(center);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(m_columns);
+    setCentralWidget(center);
+    files->takeDropsOn(*this);
 }
 
 void MainView::addToolBar()
