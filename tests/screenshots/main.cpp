@@ -1,16 +1,19 @@
 // Writes pictures of every window in every state, for people to look at.
-// Usage: tallyfold_screenshots FOLDER [light|dark] [WIDTH HEIGHT]; QT_SCALE_FACTOR sets the scale.
+// Usage: tallyfold_screenshots FOLDER [light|dark|light-contrast|dark-contrast] [WIDTH HEIGHT];
+// QT_SCALE_FACTOR sets the scale.
 
 #include "app/Translations.h"
 #include "tests/app/FakePanels.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Waiting.h"
+#include "ui/controls/CollapsibleSection.h"
 #include "ui/desktop/ColorScheme.h"
 #include "ui/shell/TallyfoldApp.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QMenuBar>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -252,6 +255,38 @@ void shootOthers(Stage &stage)
     stage.app().mainView().presetMenu().hide();
 }
 
+void shootUnshown(Stage &stage)
+{
+    stage.model().removeAll();
+    const fs::path broken = stage.pdf("A scan that cannot be read.pdf", 1);
+    std::ofstream(broken, std::ios::trunc) << "not a PDF";
+    stage.model().add(
+        std::vector<fs::path>{broken, sample("Sealed letter.pdf"), sample("Board minutes.pdf")});
+    for (const char *section : {"placement", "lines", "output"}) {
+        stage.window().findChild<CollapsibleSection *>(QLatin1String(section))->setExpanded(false);
+    }
+    stage.model().setSelection({stage.model().sources()[1].id});
+    stage.window().findChild<QWidget *>(QStringLiteral("files"))->setFocus();
+    stage.model().setOutputFolder(stage.output() / "gone");
+    stage.shoot(stage.window(), "unshown-and-closed");
+    for (const char *section : {"placement", "lines", "output"}) {
+        stage.window().findChild<CollapsibleSection *>(QLatin1String(section))->setExpanded(true);
+    }
+    stage.edit([](StampSettings &settings) {
+        settings.prefix = QString(40, QLatin1Char('W'));
+        settings.suffix = QString(40, QLatin1Char('M'));
+    });
+    stage.shoot(stage.window(), "long-names");
+    stage.edit([](StampSettings &settings) { settings = StampSettings::exhibits(); });
+    stage.model().setSelection({stage.model().sources()[2].id});
+    stage.shoot(stage.window(), "close-up-ends");
+    auto *bar = stage.app().mainView().menuBar();
+    bar->setActiveAction(bar->actions()[2]);
+    stage.settle();
+    stage.shoot(*bar->actions()[2]->menu(), "menu");
+    bar->actions()[2]->menu()->hide();
+}
+
 void shootMany(Stage &stage)
 {
     stage.model().removeAll();
@@ -269,7 +304,8 @@ void shootMany(Stage &stage)
 int main(int count, char **values)
 {
     if (count < 2) {
-        std::cerr << "usage: tallyfold_screenshots FOLDER [light|dark] [WIDTH HEIGHT]\n";
+        std::cerr << "usage: tallyfold_screenshots FOLDER [light|dark|light-contrast|dark-contrast] [WIDTH "
+                     "HEIGHT]\n";
         return 64;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -279,8 +315,9 @@ int main(int count, char **values)
     const Translations translations;
     const ColorScheme scheme;
     const QString look = count > 2 ? QString::fromLocal8Bit(values[2]) : QStringLiteral("light");
-    ColorScheme::apply(look == QStringLiteral("dark") ? ColorScheme::Preference::dark
-                                                      : ColorScheme::Preference::light);
+    ColorScheme::apply(look.startsWith(QStringLiteral("dark")) ? ColorScheme::Preference::dark
+                                                               : ColorScheme::Preference::light,
+                       look.endsWith(QStringLiteral("contrast")) ? Contrast::high : Contrast::normal);
     const QSize size = count > 4 ? QSize(std::atoi(values[3]), std::atoi(values[4])) : QSize(1240, 800);
     fs::create_directories(values[1]);
     Stage stage(QString::fromLocal8Bit(values[1]), QStringLiteral("-") + look, size);
@@ -288,6 +325,7 @@ int main(int count, char **values)
     shootRun(stage);
     shootWarnings(stage);
     shootOthers(stage);
+    shootUnshown(stage);
     shootMany(stage);
     return 0;
 }

@@ -173,11 +173,31 @@ TEST_F(FollowingTheDesktop, OtherSettingsAreNotIts)
     EXPECT_TRUE(becomes(dark));
     const Palettes palettes;
     portal.change(QStringLiteral("org.gnome.desktop.interface"), key, light);
-    portal.change(appearance, QStringLiteral("contrast"), light);
+    portal.change(appearance, QStringLiteral("contrast"), none);
     portal.change(appearance, QStringLiteral("accent-color"), none);
     EXPECT_TRUE(hearsAll());
     EXPECT_TRUE(isDarkNow());
     EXPECT_EQ(palettes.count, 0);
+}
+
+TEST_F(FollowingTheDesktop, HighContrastIsTakenAndFollowedInBothSchemes)
+{
+    portal.contrast = QVariant(1U);
+    ASSERT_TRUE(hasPortalWith(dark));
+    const ColorScheme scheme(program());
+    const auto comesTo = [](const QPalette &palette) {
+        return tests::waitUntil([&] { return QApplication::palette() == palette; });
+    };
+    EXPECT_TRUE(comesTo(darkPalette(Contrast::high)));
+    portal.change(appearance, key, light);
+    EXPECT_TRUE(comesTo(lightPalette(Contrast::high)));
+    portal.change(appearance, QStringLiteral("contrast"), none);
+    EXPECT_TRUE(comesTo(lightPalette()));
+    portal.change(appearance, QStringLiteral("contrast"), QVariant(QStringLiteral("1")));
+    EXPECT_TRUE(hearsAll());
+    EXPECT_EQ(QApplication::palette(), lightPalette()) << "no number says nothing";
+    portal.change(appearance, QStringLiteral("contrast"), QVariant(1U));
+    EXPECT_TRUE(comesTo(lightPalette(Contrast::high)));
 }
 
 TEST_F(FollowingTheDesktop, WhatIsNoNumberSaysNothing)

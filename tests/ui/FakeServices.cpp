@@ -12,6 +12,7 @@ const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
+const QString contrastKey = QStringLiteral("contrast");
 
 } // namespace
 
@@ -101,13 +102,14 @@ void SettingsListener::hear()
 
 QDBusVariant FakeSettingsPortal::Read(const QString &group, const QString &key)
 {
-    ++readCount;
-    if (group != appearance || key != colorSchemeKey || !colorScheme.isValid()) {
+    readCount += key == colorSchemeKey ? 1 : 0;
+    const QVariant value = key == colorSchemeKey ? colorScheme : key == contrastKey ? contrast : QVariant();
+    if (group != appearance || !value.isValid()) {
         sendErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotFound"), key);
         return {};
     }
     // As portals do: a variant in the variant that the call returns.
-    return QDBusVariant(QVariant::fromValue(QDBusVariant(colorScheme)));
+    return QDBusVariant(QVariant::fromValue(QDBusVariant(value)));
 }
 
 } // namespace tallyfold::tests

@@ -43,7 +43,9 @@ public:
 
     /// Of `org.freedesktop.appearance` `color-scheme`; invalid for a portal that does not know it.
     QVariant colorScheme;
-    int readCount = 0;
+    /// The same of `contrast`.
+    QVariant contrast;
+    int readCount = 0; ///< Of the colour scheme.
 
     /// Changes a setting, and tells of it.
     void change(const QString &group, const QString &key, const QVariant &value);

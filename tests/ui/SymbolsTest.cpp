@@ -1,7 +1,9 @@
 #include "ui/theme/Symbols.h"
 
+#include "tests/ui/Contrast.h"
 #include "ui/desktop/ColorScheme.h"
 #include "ui/text/HelpTopics.h"
+#include "ui/theme/Typography.h"
 
 #include <QApplication>
 #include <QImage>
@@ -79,28 +81,51 @@ TEST(Symbols, FollowThePalette)
 TEST(Tones, AreTellableFromTheGroundTheyStandOn)
 {
     // WCAG 2.1, 1.4.3: text has a contrast of 4.5 at least.
-    const auto luminance = [](const QColor &color) {
-        const auto linear = [](double part) {
-            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
-    };
-    const auto contrast = [&](const QColor &one, const QColor &other) {
-        const double first = luminance(one) + 0.05;
-        const double second = luminance(other) + 0.05;
-        return std::max(first, second) / std::min(first, second);
-    };
     for (const QPalette &palette : {lightPalette(), darkPalette()}) {
         for (const Tone tone : {Tone::text, Tone::secondary, Tone::warning, Tone::blocking}) {
             for (const QPalette::ColorRole ground : {QPalette::Window, QPalette::Base}) {
-                EXPECT_GE(contrast(colorOf(tone, palette), palette.color(ground)), 4.5)
+                EXPECT_GE(tests::contrast(colorOf(tone, palette), palette.color(ground)), 4.5)
                     << "tone " << static_cast<int>(tone) << " ground " << ground << " dark "
                     << isDark(palette);
             }
         }
-        EXPECT_GE(contrast(colorOf(Tone::onAccent, palette), colorOf(Tone::accent, palette)), 4.0);
-        EXPECT_GE(contrast(palette.color(QPalette::Link), palette.color(QPalette::Base)), 4.5);
+        EXPECT_GE(tests::contrast(colorOf(Tone::onAccent, palette), colorOf(Tone::accent, palette)), 4.0);
+        EXPECT_GE(tests::contrast(palette.color(QPalette::Link), palette.color(QPalette::Base)), 4.5);
+    }
+}
+
+TEST(Tones, OfHighContrastAreAsFarApartAsTheyCanBe)
+{
+    // WCAG 2.1, 1.4.6: text has a contrast of 7 at least.
+    for (const QPalette &palette : {lightPalette(Contrast::high), darkPalette(Contrast::high)}) {
+        EXPECT_EQ(contrastOf(palette), Contrast::high);
+        for (const Tone tone : {Tone::text, Tone::secondary, Tone::warning, Tone::blocking, Tone::success}) {
+            EXPECT_GE(tests::contrast(colorOf(tone, palette), palette.color(QPalette::Window)), 7)
+                << static_cast<int>(tone);
+        }
+        EXPECT_GE(tests::contrast(colorOf(Tone::onAccent, palette), colorOf(Tone::accent, palette)), 7);
+        EXPECT_GE(tests::contrast(palette.color(QPalette::Link), palette.color(QPalette::Base)), 7);
+        EXPECT_GE(tests::contrast(colorOf(Tone::border, palette), palette.color(QPalette::Base)), 3);
+        EXPECT_GE(tests::contrast(colorOf(Tone::edge, palette), palette.color(QPalette::Button)), 7);
+    }
+    EXPECT_EQ(contrastOf(lightPalette()), Contrast::normal);
+    EXPECT_EQ(contrastOf(darkPalette()), Contrast::normal);
+}
+
+TEST(Tones, OfEdgesAreSeenUponAnyGround)
+{
+    // WCAG 2.1, 1.4.11: the parts of a control have a contrast of 3 at least.
+    for (const QPalette &palette : {lightPalette(), darkPalette()}) {
+        for (const QPalette::ColorRole ground : {QPalette::Window, QPalette::Base, QPalette::Button}) {
+            EXPECT_GE(tests::contrast(colorOf(Tone::edge, palette), palette.color(ground)), 3) << ground;
+        }
+    }
+}
+
+TEST(Typography, CaptionsAreNotMuchSmallerThanTheSystemsFont)
+{
+    for (const TextStyle style : {TextStyle::caption, TextStyle::captionStrong, TextStyle::callout}) {
+        EXPECT_GE(fontOf(style).pointSizeF(), 0.9 * QApplication::font().pointSizeF());
     }
 }
 

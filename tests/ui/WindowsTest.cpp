@@ -138,6 +138,29 @@ TEST_F(Windows, TheHelpIsTitledByWhatItIs)
     EXPECT_EQ(app->help()->windowTitle(), QStringLiteral("Help")); // The system adds the program's name.
 }
 
+TEST_F(Windows, EveryEntryOfAMenuHasALetterOfItsOwn)
+{
+    addPdfs({"a.pdf"});
+    for (const QString &title : {file, editMenu, production, help}) {
+        QSet<QChar> letters;
+        for (int opened = 0; opened < 2; ++opened) {
+            Q_EMIT menu(title)->aboutToShow();
+            letters.clear();
+            for (const QAction *action : menu(title)->actions()) {
+                if (action->isSeparator()) {
+                    continue;
+                }
+                const QString text = action->text();
+                ASSERT_EQ(text.count(u'&'), 1) << text.toStdString();
+                const QChar letter = text[text.indexOf(u'&') + 1].toLower();
+                EXPECT_FALSE(letters.contains(letter)) << text.toStdString();
+                letters.insert(letter);
+            }
+        }
+        EXPECT_GE(letters.size(), 3);
+    }
+}
+
 TEST_F(Windows, CommandsAnswerToTheirKeys)
 {
     const auto keys = [&](const QString &where, const char *title) {
@@ -180,7 +203,7 @@ TEST_F(Windows, UndoNamesWhatItTakesBack)
 {
     addPdfs({"a.pdf"});
     Q_EMIT menu(editMenu)->aboutToShow();
-    EXPECT_EQ(entriesOf(editMenu).first(), QStringLiteral("Undo Add Files"));
+    EXPECT_EQ(entriesOf(editMenu).first(), QStringLiteral("&Undo Add Files"));
     menu(editMenu)->actions().first()->trigger();
     EXPECT_TRUE(model().sources().empty());
     EXPECT_EQ(entriesOf(editMenu)[1], QStringLiteral("Redo Add Files"));

@@ -76,12 +76,13 @@ void ColorWell::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF frame = QRectF(rect()).adjusted(1, 1, -1, -1);
+    const double inset = hasFocus() ? 1 : 1.5; // The line lies on whole pixels.
+    const QRectF frame = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
     painter.setPen(hasFocus() ? QPen(colorOf(Tone::accent, palette()), 2)
-                              : QPen(colorOf(Tone::border, palette()), 1));
+                              : QPen(colorOf(Tone::edge, palette()), 1));
     painter.setBrush(palette().color(QPalette::Button));
     painter.drawRoundedRect(frame, 6, 6);
-    painter.setPen(QPen(colorOf(Tone::border, palette()), 1));
+    painter.setPen(QPen(colorOf(Tone::edge, palette()), 1));
     painter.setBrush(opaque(m_color));
     painter.drawRoundedRect(frame.adjusted(5, 5, -5, -5), 3, 3);
 }

@@ -63,7 +63,7 @@ protected:
         mark.moveCenter(QRectF(rect()).center());
         QColor fill = colorOf(isChecked() ? Tone::accent : Tone::secondary, palette());
         if (!isChecked()) {
-            fill.setAlphaF(underMouse() ? 0.6F : 0.3F);
+            fill.setAlphaF(underMouse() ? 0.95F : 0.8F);
         }
         painter.setPen(Qt::NoPen);
         painter.setBrush(fill);

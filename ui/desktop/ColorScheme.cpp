@@ -23,18 +23,21 @@ const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
+const QString contrastKey = QStringLiteral("contrast");
 
-/// The preference in `value`, which portals wrap in one or two variants; nothing when it is no number. A
-/// number that is not known is no preference, as the portal's documentation has it.
-std::optional<ColorScheme::Preference> preferenceIn(QVariant value)
+/// The number in `value`, which portals wrap in one or two variants; nothing when it is none.
+std::optional<unsigned> numberIn(QVariant value)
 {
     while (value.userType() == qMetaTypeId<QDBusVariant>()) {
         value = value.value<QDBusVariant>().variant();
     }
-    if (value.userType() != QMetaType::UInt) {
-        return std::nullopt;
-    }
-    switch (value.toUInt()) {
+    return value.userType() == QMetaType::UInt ? std::optional(value.toUInt()) : std::nullopt;
+}
+
+/// A number that is not known is no preference, as the portal's documentation has it.
+ColorScheme::Preference preferenceOf(unsigned number)
+{
+    switch (number) {
     case 1:
         return ColorScheme::Preference::dark;
     case 2:
@@ -53,6 +56,7 @@ ColorScheme::ColorScheme(const QDBusConnection &bus, QObject *parent) : QObject(
     }
     m_own = isDark(QApplication::palette()) ? Preference::dark : Preference::light;
     QApplication::setStyle(std::make_unique<ModernStyle>().release()); // The application takes it over.
+    m_applied = m_own;
     apply(m_own);
     if (!m_bus.isConnected()) {
         return;
@@ -65,19 +69,20 @@ ColorScheme::ColorScheme(const QDBusConnection &bus, QObject *parent) : QObject(
         qWarning("The desktop's colour scheme cannot be followed: %s",
                  qUtf8Printable(m_bus.lastError().message()));
     }
-    ask();
+    ask(colorScheme);
+    ask(contrastKey);
 }
 
-void ColorScheme::ask()
+void ColorScheme::ask(const QString &key)
 {
     QDBusMessage call =
         QDBusMessage::createMethodCall(portal, portalPath, settingsInterface, QStringLiteral("Read"));
-    call << appearance << colorScheme;
+    call << appearance << key;
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, key] {
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (reply.isValid()) {
-            take(reply.value());
+            take(key, reply.value());
         }
         watcher->deleteLater();
     });
@@ -85,15 +90,28 @@ void ColorScheme::ask()
 
 void ColorScheme::onSettingChanged(const QString &group, const QString &key, const QDBusVariant &value)
 {
-    if (group == appearance && key == colorScheme) {
-        take(value);
+    if (group == appearance) {
+        take(key, value);
     }
 }
 
-void ColorScheme::take(const QDBusVariant &value)
+void ColorScheme::take(const QString &key, const QDBusVariant &value)
 {
-    if (const std::optional<Preference> preference = preferenceIn(value.variant())) {
-        apply(*preference == Preference::none ? m_own : *preference);
+    const std::optional<unsigned> number = numberIn(value.variant());
+    if (!number) {
+        return;
+    }
+    Preference preference = m_applied;
+    Contrast contrast = m_contrast;
+    if (key == colorScheme) {
+        preference = preferenceOf(*number) == Preference::none ? m_own : preferenceOf(*number);
+    } else if (key == contrastKey) {
+        contrast = *number == 1 ? Contrast::high : Contrast::normal;
+    }
+    if (preference != m_applied || contrast != m_contrast) {
+        m_applied = preference;
+        m_contrast = contrast;
+        apply(preference, contrast);
     }
 }
 
@@ -102,9 +120,9 @@ bool ColorScheme::areColoursOurs()
     return QApplication::style()->name().compare(QLatin1String("fusion"), Qt::CaseInsensitive) == 0;
 }
 
-void ColorScheme::apply(Preference preference)
+void ColorScheme::apply(Preference preference, Contrast contrast)
 {
-    QApplication::setPalette(preference == Preference::dark ? darkPalette() : lightPalette());
+    QApplication::setPalette(preference == Preference::dark ? darkPalette(contrast) : lightPalette(contrast));
 }
 
 } // namespace tallyfold

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/theme/Tones.h"
+
 #include <QDBusConnection>
 #include <QDBusVariant>
 #include <QObject>
@@ -8,8 +10,8 @@
 namespace tallyfold {
 
 /// Gives the program its looks where the desktop brings no style of its own, and follows the desktop's wish
-/// for a light or a dark scheme, also while the program runs. On a desktop with a style nothing is done: its
-/// controls are the ones its users know, and its palette changes by itself.
+/// for a light or a dark scheme, and for more contrast, also while the program runs. On a desktop with a
+/// style nothing is done: its controls are the ones its users know, and its palette changes by itself.
 class ColorScheme final : public QObject {
     Q_OBJECT
 public:
@@ -21,8 +23,8 @@ public:
     explicit ColorScheme(const QDBusConnection &bus = QDBusConnection::sessionBus(),
                          QObject *parent = nullptr);
 
-    /// Takes the palette of `preference`; the light one for none.
-    static void apply(Preference preference);
+    /// Takes the palette of `preference`, the light one for none, in `contrast`.
+    static void apply(Preference preference, Contrast contrast = Contrast::normal);
 
     /// Whether the style in use leaves the colours to the application.
     [[nodiscard]] static bool areColoursOurs();
@@ -31,12 +33,14 @@ private Q_SLOTS:
     void onSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
 
 private:
-    void ask();
-    /// Takes what the portal says; a value that is no number says nothing.
-    void take(const QDBusVariant &value);
+    void ask(const QString &key);
+    /// Takes what the portal says of `key`; a value that is no number says nothing.
+    void take(const QString &key, const QDBusVariant &value);
 
     QDBusConnection m_bus;
     Preference m_own = Preference::light; ///< Where the desktop has none.
+    Preference m_applied = Preference::light;
+    Contrast m_contrast = Contrast::normal;
 };
 
 } // namespace tallyfold

@@ -2,6 +2,7 @@
 
 #include "app/RunMessages.h"
 #include "app/Translations.h"
+#include "ui/shell/Mnemonics.h"
 #include "ui/text/Words.h"
 #include "window_support/LocalizedTitle.h"
 #include "window_support/MenuBaseline.h"
@@ -114,6 +115,11 @@ void AppCommands::addTo(QMenuBar &bar, QWidget *window)
     // F1 is what this desktop's users press; the other keys are those that the menu has everywhere.
     QAction *entry = help->actions().constFirst();
     entry->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Question), QKeySequence(Qt::Key_F1)});
+
+    // When it opens, as some titles say what they would do now.
+    for (QMenu *menu : {file, edit, production, help}) {
+        connect(menu, &QMenu::aboutToShow, menu, [menu] { giveMnemonics(*menu); });
+    }
 }
 
 void AppCommands::update()

@@ -1,5 +1,7 @@
 #include "ui/theme/ModernStyle.h"
 
+#include "ui/theme/Boxes.h"
+#include "ui/theme/MenuLook.h"
 #include "ui/theme/Symbols.h"
 #include "ui/theme/Tones.h"
 
@@ -17,31 +19,14 @@ constexpr int arrowWidth = 22; ///< Of the arrows of a combo box and a spin box.
 constexpr int menuArrowWidth = 16;
 constexpr int barWidth = 12; ///< Of a scroll bar.
 
-QColor faded(QColor color, float opacity)
-{
-    color.setAlphaF(opacity);
-    return color;
-}
-
 QColor edgeOf(const QStyleOption &option)
 {
-    return faded(option.palette.color(QPalette::WindowText), isDark(option.palette) ? 0.26F : 0.22F);
+    return colorOf(Tone::edge, option.palette);
 }
 
 bool has(const QStyleOption &option, QStyle::StateFlag flag)
 {
     return option.state.testFlag(flag);
-}
-
-void drawBox(QPainter &painter, const QRectF &rectangle, const QColor &ground, const QPen &edge, double round)
-{
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(edge);
-    painter.setBrush(ground);
-    const double inset = edge.style() == Qt::NoPen ? 0 : edge.widthF() / 2;
-    painter.drawRoundedRect(rectangle.adjusted(inset, inset, -inset, -inset), round, round);
-    painter.restore();
 }
 
 /// The ground of a button and of what works like one.
@@ -70,20 +55,11 @@ void drawField(QPainter &painter, const QStyleOption &option)
     drawBox(painter, option.rect, option.palette.color(QPalette::Base), edge, radius);
 }
 
-void drawArrow(QPainter &painter, const QStyleOption &option, const QRect &place, bool isUp)
+void drawArrow(QPainter &painter, const QStyleOption &option, const QRect &place, Qt::ArrowType direction)
 {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
     const QPalette::ColorGroup group =
         has(option, QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;
-    painter.setPen(QPen(faded(option.palette.color(group, QPalette::WindowText), 0.75F), 1.5, Qt::SolidLine,
-                        Qt::RoundCap, Qt::RoundJoin));
-    const QPointF centre = QRectF(place).center();
-    const double tip = isUp ? -1.7 : 1.7;
-    painter.drawPolyline(QPolygonF{{centre.x() - 3.5, centre.y() - tip},
-                                   {centre.x(), centre.y() + tip},
-                                   {centre.x() + 3.5, centre.y() - tip}});
-    painter.restore();
+    drawChevron(painter, place, direction, faded(option.palette.color(group, QPalette::WindowText), 0.75F));
 }
 
 void drawCheckBox(QPainter &painter, const QStyleOption &option)
@@ -154,6 +130,29 @@ void ModernStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
         drawCheckBox(*painter, *option);
         break;
     case PE_FrameDefaultButton:
+    case PE_FrameMenu: // Its panel has the edge.
+    case PE_FrameTabBarBase:
+        break;
+    case PE_PanelMenu:
+        drawMenuPanel(*painter, *option);
+        break;
+    case PE_PanelTipLabel:
+        drawHelpPanel(*painter, *option);
+        break;
+    case PE_FrameTabWidget:
+        drawTabFrame(*painter, *option);
+        break;
+    case PE_IndicatorArrowUp:
+        drawArrow(*painter, *option, option->rect, Qt::UpArrow);
+        break;
+    case PE_IndicatorArrowDown:
+        drawArrow(*painter, *option, option->rect, Qt::DownArrow);
+        break;
+    case PE_IndicatorArrowLeft:
+        drawArrow(*painter, *option, option->rect, Qt::LeftArrow);
+        break;
+    case PE_IndicatorArrowRight:
+        drawArrow(*painter, *option, option->rect, Qt::RightArrow);
         break;
     case PE_FrameFocusRect:
         if (has(*option, State_KeyboardFocusChange)) {
@@ -193,6 +192,27 @@ void ModernStyle::drawControl(ControlElement element, const QStyleOption *option
         painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
                           colorOf(Tone::border, option->palette));
         break;
+    case CE_MenuItem:
+        if (const auto *entry = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
+            const QStyleOptionMenuItem plain = drawMenuGround(*painter, *entry);
+            QProxyStyle::drawControl(element, &plain, painter, widget);
+        }
+        break;
+    case CE_MenuBarItem:
+        if (const auto *title = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
+            drawMenuTitleGround(*painter, *title);
+            const bool hidesKeys = styleHint(SH_UnderlineShortcut, title, widget, nullptr) == 0;
+            drawItemText(painter, title->rect,
+                         Qt::AlignCenter | Qt::TextSingleLine |
+                             (hidesKeys ? Qt::TextHideMnemonic : Qt::TextShowMnemonic),
+                         title->palette, has(*title, State_Enabled), title->text, QPalette::WindowText);
+        }
+        break;
+    case CE_TabBarTabShape:
+        if (const auto *tab = qstyleoption_cast<const QStyleOptionTab *>(option)) {
+            drawTab(*painter, *tab);
+        }
+        break;
     case CE_Splitter:
         painter->fillRect(option->rect, colorOf(Tone::border, option->palette));
         break;
@@ -207,12 +227,14 @@ void ModernStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
     switch (control) {
     case CC_ComboBox:
         drawButton(*painter, *option);
-        drawArrow(*painter, *option, subControlRect(CC_ComboBox, option, SC_ComboBoxArrow, widget), false);
+        drawArrow(*painter, *option, subControlRect(CC_ComboBox, option, SC_ComboBoxArrow, widget),
+                  Qt::DownArrow);
         break;
     case CC_SpinBox:
         drawField(*painter, *option);
-        drawArrow(*painter, *option, subControlRect(CC_SpinBox, option, SC_SpinBoxUp, widget), true);
-        drawArrow(*painter, *option, subControlRect(CC_SpinBox, option, SC_SpinBoxDown, widget), false);
+        drawArrow(*painter, *option, subControlRect(CC_SpinBox, option, SC_SpinBoxUp, widget), Qt::UpArrow);
+        drawArrow(*painter, *option, subControlRect(CC_SpinBox, option, SC_SpinBoxDown, widget),
+                  Qt::DownArrow);
         break;
     case CC_ToolButton:
         if (const QStyleOptionToolButton *button = menuButton(option)) {
@@ -224,7 +246,7 @@ void ModernStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
             QRect arrow = button->rect;
             arrow.setLeft(arrow.right() + 1 - menuArrowWidth);
             arrow.translate(-3, 0);
-            drawArrow(*painter, *button, visualRect(button->direction, button->rect, arrow), false);
+            drawArrow(*painter, *button, visualRect(button->direction, button->rect, arrow), Qt::DownArrow);
         } else {
             QProxyStyle::drawComplexControl(control, option, painter, widget);
         }
@@ -321,6 +343,12 @@ QSize ModernStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
         size.rwidth() += arrowWidth - 8; // Ours take more room than those that were counted on.
         size.setHeight(qMax(size.height(), 28));
         break;
+    case CT_MenuItem:
+        if (const auto *entry = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+            entry && entry->menuItemType != QStyleOptionMenuItem::Separator) {
+            size.setHeight(qMax(size.height(), 28));
+        }
+        break;
     case CT_LineEdit:
     case CT_ComboBox:
         size.setHeight(qMax(size.height(), 28));
@@ -341,6 +369,11 @@ int ModernStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, con
         return 17;
     case PM_CheckBoxLabelSpacing:
         return 8;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        return 4;
+    case PM_ToolTipLabelFrameWidth:
+        return 5;
     case PM_SplitterWidth:
         return 1;
     case PM_ToolBarItemSpacing:

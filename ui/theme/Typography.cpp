@@ -29,9 +29,9 @@ Scale scaleOf(TextStyle style)
     case TextStyle::calloutStrong:
         return {0.94, QFont::DemiBold};
     case TextStyle::caption:
-        return {0.86, QFont::Normal};
+        return {0.9, QFont::Normal};
     case TextStyle::captionStrong:
-        return {0.86, QFont::DemiBold};
+        return {0.9, QFont::DemiBold};
     }
     return {1.0, QFont::Normal};
 }
