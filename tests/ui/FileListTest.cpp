@@ -330,6 +330,34 @@ TEST_F(FileListTest, TheLinkOfAChosenRowIsReadable)
     QApplication::setPalette(before);
 }
 
+TEST_F(FileListTest, AChosenRowIsReadableWhereTheFocusIsElsewhere)
+{
+    addSamples({"Sealed letter.pdf"});
+    const QPalette before = QApplication::palette();
+    for (const QPalette &palette :
+         {lightPalette(), darkPalette(), lightPalette(Contrast::high), darkPalette(Contrast::high)}) {
+        QApplication::setPalette(palette);
+        select({0});
+        find<QLineEdit>("prefix")->setFocus();
+        QTest::qWait(0);
+        const QRect row = view()->visualRect(rows()->index(0, 0));
+        const QImage picture = view()->viewport()->grab(row).toImage();
+        const QColor ground = picture.pixelColor(row.width() / 2, 4);
+        EXPECT_NE(ground, palette.color(QPalette::Base)) << "it is seen to be chosen";
+        EXPECT_GE(tests::contrast(colorOf(Tone::text, palette), ground), 7);
+        EXPECT_GE(tests::contrast(colorOf(Tone::warning, palette), ground), 3.2);
+        const QRect link = view()->link()->geometry().translated(-row.topLeft());
+        double best = 1;
+        for (int x = link.left(); x <= link.right(); ++x) {
+            for (int y = link.top(); y <= link.bottom(); ++y) {
+                best = std::max(best, tests::contrast(picture.pixelColor(x, y), ground));
+            }
+        }
+        EXPECT_GE(best, 5);
+    }
+    QApplication::setPalette(before);
+}
+
 TEST_F(FileListTest, NamesBeginInOneLineWithAndWithoutASymbol)
 {
     addPdfs({"a.pdf"});

@@ -143,11 +143,16 @@ TEST(CloseUpPieces, AreOfTheEdgeThatBearsTheNumber)
 TEST_F(PreviewTest, LinesAtBothEndsOfANarrowColumnAreBothShown)
 {
     edit([](StampSettings &settings) { settings.legend = QStringLiteral("SECRET"); });
-    setColumn(330);
-    const QImage closeUp = find<QWidget>("closeUp")->grab().toImage();
-    const int half = closeUp.width() / 2;
-    EXPECT_FALSE(ink(closeUp.copy(0, 0, half, closeUp.height())).isNull());
-    EXPECT_FALSE(ink(closeUp.copy(half, 0, half, closeUp.height())).isNull());
+    for (const int width : {330, 331}) {
+        setColumn(width);
+        const QImage closeUp = find<QWidget>("closeUp")->grab().toImage();
+        const int half = closeUp.width() / 2;
+        EXPECT_FALSE(ink(closeUp.copy(0, 0, half, closeUp.height())).isNull());
+        EXPECT_FALSE(ink(closeUp.copy(half, 0, half, closeUp.height())).isNull());
+        for (const int side : {0, closeUp.width() - 1}) {
+            EXPECT_NE(closeUp.pixelColor(side, closeUp.height() / 2), QColor(Qt::white)) << "framed " << side;
+        }
+    }
 }
 
 TEST_F(PreviewTest, PagesAreNoWiderThanTheirPictureHasPixels)

@@ -105,7 +105,6 @@ int FileRow::addLine(const RowLine &line, int top)
     QString symbol;
     if (line.kind == RowLine::Kind::earlierNumber) {
         symbol = QStringLiteral("number.circle");
-        room.setLeft(room.left() + smallSymbolSize + spacing::tight);
     }
     if (line.kind == RowLine::Kind::range && m_rangeRoom.place == RangePlace::beside) {
         Piece &pages = m_pieces.last();
@@ -151,7 +150,8 @@ void FileRow::paint(QPainter &painter, QPoint origin, const Look &look) const
     if (look.isSelected) {
         QColor ground = colorOf(Tone::accent, look.palette);
         if (!look.isActive) {
-            ground = colorOf(Tone::border, look.palette);
+            ground = colorOf(Tone::text, look.palette);
+            ground.setAlphaF(0.16F); // Every ink of a row is read upon it.
         }
         painter.setPen(Qt::NoPen);
         painter.setBrush(ground);
@@ -176,8 +176,8 @@ void FileRow::paint(QPainter &painter, QPoint origin, const Look &look) const
                            : piece.kind == RowLine::Kind::range ? Tone::text
                                                                 : Tone::secondary));
         if (!piece.symbol.isEmpty()) {
-            const QRect symbol =
-                mirrored(QRect(textLeft, piece.place.top() + 1, smallSymbolSize, smallSymbolSize));
+            const QRect symbol = mirrored(QRect(spacing::wide + (symbolSize - smallSymbolSize) / 2,
+                                                piece.place.top() + 1, smallSymbolSize, smallSymbolSize));
             painter.drawPixmap(symbol,
                                symbolPixmap(piece.symbol, smallSymbolSize, ink(Tone::warning), scale));
         }
@@ -193,7 +193,7 @@ void FileRow::paint(QPainter &painter, QPoint origin, const Look &look) const
         QFont font = fontOf(TextStyle::callout);
         font.setUnderline(true);
         painter.setFont(font);
-        painter.setPen(isOnAccent ? ink(Tone::onAccent) : look.palette.color(QPalette::Link));
+        painter.setPen(look.isSelected ? ink(Tone::text) : look.palette.color(QPalette::Link));
         const QRect place = mirrored(m_link);
         painter.drawText(place, Qt::AlignLeading | Qt::AlignVCenter,
                          painter.fontMetrics().elidedText(linkTitle(), Qt::ElideRight, place.width()));

@@ -56,7 +56,9 @@ void CloseUp::paintEvent(QPaintEvent *)
     const double scale = devicePixelRatioF();
     for (const CloseUpPiece &piece :
          closeUpPieces(m_wholeWidth, width() - 2 * pictureFrame, m_ends, gap + 2 * pictureFrame)) {
-        const QRect place(pictureFrame + qRound(piece.shownFrom), pictureFrame, qRound(piece.width), height);
+        const int left = qRound(piece.shownFrom);
+        const int right = qRound(piece.shownFrom + piece.width);
+        const QRect place(pictureFrame + left, pictureFrame, right - left, height);
         const QRect source(qRound(piece.from * inPixels), 0, qRound(piece.width * inPixels),
                            m_image.height());
         // Not scaled by the painter, which leaves out pixels where it makes a picture much smaller.

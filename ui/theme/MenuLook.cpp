@@ -43,9 +43,8 @@ QStyleOptionMenuItem drawMenuGround(QPainter &painter, const QStyleOptionMenuIte
 
 void drawMenuTitleGround(QPainter &painter, const QStyleOptionMenuItem &title)
 {
-    painter.fillRect(title.rect, title.palette.color(QPalette::Window));
     if (title.state.testFlag(QStyle::State_Selected)) {
-        drawBox(painter, QRectF(title.rect).adjusted(1, 1, -1, -1),
+        drawBox(painter, QRectF(title.rect).adjusted(1, 1, -1, -2),
                 faded(title.palette.color(QPalette::WindowText), 0.1F), QPen(Qt::NoPen), radius);
     }
 }

@@ -200,6 +200,7 @@ void ModernStyle::drawControl(ControlElement element, const QStyleOption *option
         break;
     case CE_MenuBarItem:
         if (const auto *title = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
+            QProxyStyle::drawControl(CE_MenuBarEmptyArea, title, painter, widget);
             drawMenuTitleGround(*painter, *title);
             const bool hidesKeys = styleHint(SH_UnderlineShortcut, title, widget, nullptr) == 0;
             drawItemText(painter, title->rect,
