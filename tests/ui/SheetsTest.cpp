@@ -254,6 +254,26 @@ TEST_F(SheetsTest, TheReasonOfAFailureThatIsAloneHasNoCount)
               "The original needs a password by now. Save it without one, and add that.");
 }
 
+TEST_F(SheetsTest, WhatLiesOverAWindowStaysInTheMiddleOfIt)
+{
+    model().setSheet(Sheet::welcome);
+    const QDialog *welcome = current();
+    ASSERT_NE(welcome, nullptr);
+    const auto isInTheMiddle = [&](const QDialog *over) {
+        const QPoint apart = over->frameGeometry().center() - app->mainView().frameGeometry().center();
+        return apart.manhattanLength() <= 2;
+    };
+    // As a window manager does it, after the window was asked for.
+    app->mainView().move(170, 130);
+    EXPECT_TRUE(waitUntil([&] { return isInTheMiddle(welcome); }));
+    app->mainView().resize(900, 640);
+    EXPECT_TRUE(waitUntil([&] { return isInTheMiddle(welcome); }));
+    model().setProblem(QStringLiteral("It did not work."));
+    const QDialog *problem = current();
+    app->mainView().move(120, 90);
+    EXPECT_TRUE(waitUntil([&] { return isInTheMiddle(problem) && isInTheMiddle(welcome); }));
+}
+
 TEST_F(SheetsTest, TheSymbolOfAFailureStandsBesideItsText)
 {
     SymbolLabel line(QStringLiteral("exclamationmark.triangle.fill"), Tone::warning, TextStyle::callout);

@@ -26,7 +26,9 @@ bool Sheets::eventFilter(QObject *object, QEvent *event)
         for (QDialog *dialog : {static_cast<QDialog *>(m_sheet), static_cast<QDialog *>(m_confirmation),
                                 static_cast<QDialog *>(m_problem)}) {
             if (dialog) {
-                dialog->move(m_window->geometry().center() - dialog->rect().center());
+                // Both with their frames, which is what a move is of.
+                dialog->move(m_window->frameGeometry().center() -
+                             QRect(QPoint(), dialog->frameGeometry().size()).center());
             }
         }
     }
