@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QFileSystemModel>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QTest>
@@ -148,6 +149,21 @@ TEST_F(FolderPanelTest, ASelectedFolderIsTheFolder)
 TEST_F(FolderPanelTest, WithNothingChosenTheShownFolderIsMeant)
 {
     EXPECT_EQ(chosenBy([](QDialog &dialog) { dialog.accept(); }), std::vector{shown()});
+}
+
+TEST_F(FolderPanelTest, TheTitleIsShortAndTheSentenceStandsInside)
+{
+    (void)chosenBy([](QDialog &dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Output Folder"));
+        const auto *message = dialog.findChild<QLabel *>(QStringLiteral("panelMessage"));
+        EXPECT_NE(message, nullptr);
+        if (message) {
+            EXPECT_TRUE(message->isVisible());
+            EXPECT_EQ(message->text(), OpenPanel::forOutputFolder().message);
+            EXPECT_LT(message->mapTo(&dialog, QPoint()).y(), listOf(dialog)->mapTo(&dialog, QPoint()).y());
+        }
+        dialog.reject();
+    });
 }
 
 TEST_F(FolderPanelTest, EscapeChoosesNothing)

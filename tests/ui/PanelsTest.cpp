@@ -102,10 +102,28 @@ TEST_F(FilePanelTest, FilesAndFoldersAreChosenTogetherWithNamesThatAreNoText)
     EXPECT_EQ(names(panel->chosen()), (Paths{"case 2", "a.PDF", "odd\xff.pdf"}));
 }
 
-TEST_F(FilePanelTest, WithNothingChosenTheShownFolderIsMeant)
+TEST_F(FilePanelTest, WithNothingChosenThereIsNothingToAdd)
 {
     const auto panel = open();
-    panel->findChild<QPushButton *>(QStringLiteral("add"))->click();
+    auto *add = panel->findChild<QPushButton *>(QStringLiteral("add"));
+    EXPECT_FALSE(add->isEnabled());
+    select(*panel, {1});
+    EXPECT_TRUE(add->isEnabled());
+    list(*panel)->clearSelection();
+    EXPECT_FALSE(add->isEnabled());
+    panel->findChild<QLineEdit *>(QStringLiteral("path"))->setText(QStringLiteral("a.PDF"));
+    EXPECT_TRUE(add->isEnabled()) << "a path is chosen as well";
+    select(*panel, {0});
+    Q_EMIT list(*panel)->activated(list(*panel)->model()->index(0, 0));
+    EXPECT_EQ(panel->folder(), folder / "." / "case 2");
+    EXPECT_FALSE(add->isEnabled()) << "in the next folder nothing is chosen yet";
+}
+
+TEST_F(FilePanelTest, ThePathOfTheShownFolderIsThatFolder)
+{
+    const auto panel = open();
+    QTest::keyClick(panel->findChild<QLineEdit *>(QStringLiteral("path")), Qt::Key_Return);
+    EXPECT_EQ(panel->result(), QDialog::Accepted);
     EXPECT_EQ(panel->chosen(), Paths{folder / "."});
 }
 

@@ -9,7 +9,9 @@
 #include "ui/controls/Warning.h"
 
 #include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScrollBar>
 
 #include <tuple>
@@ -317,6 +319,27 @@ TEST_F(StampFormTest, TheColourIsChosenAtOnceAndWithoutOpacity)
     ASSERT_NE(well->panel(), nullptr);
     EXPECT_FALSE(well->panel()->testOption(QColorDialog::ShowAlphaChannel));
     well->panel()->setCurrentColor(QColor(255, 0, 0));
+    EXPECT_EQ(stamp().color, StampColor::of(1, 0, 0, 0.5));
+}
+
+TEST_F(StampFormTest, AColourIsSelectedOrTakenBack)
+{
+    edit([](StampSettings &settings) { settings.color = StampColor::of(0, 0, 1, 0.5); });
+    auto *well = find<ColorWell>("color");
+    const auto choose = [&](QDialogButtonBox::StandardButton answer) {
+        well->click();
+        ASSERT_NE(well->panel(), nullptr);
+        const auto *buttons = well->panel()->findChild<QDialogButtonBox *>();
+        ASSERT_NE(buttons, nullptr);
+        EXPECT_EQ(buttons->button(QDialogButtonBox::Ok)->text(), QStringLiteral("Select"));
+        well->panel()->setCurrentColor(QColor(255, 0, 0));
+        EXPECT_EQ(stamp().color, StampColor::of(1, 0, 0, 0.5));
+        buttons->button(answer)->click();
+        EXPECT_TRUE(waitUntil([well] { return !well->panel(); }));
+    };
+    choose(QDialogButtonBox::Cancel);
+    EXPECT_EQ(stamp().color, StampColor::of(0, 0, 1, 0.5));
+    choose(QDialogButtonBox::Ok);
     EXPECT_EQ(stamp().color, StampColor::of(1, 0, 0, 0.5));
 }
 

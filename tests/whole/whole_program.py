@@ -129,7 +129,7 @@ def add_folder(session, folder):
 
 
 def choose_output(session, folder):
-    session.open_with("ctrl+shift+o", "Choose an empty folder")
+    session.open_with("ctrl+shift+o", "Output Folder")
     session.key("ctrl+a")
     session.type(folder)
     session.key("Return")

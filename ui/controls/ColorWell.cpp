@@ -3,7 +3,9 @@
 #include "ui/text/Words.h"
 #include "ui/theme/Tones.h"
 
+#include <QDialogButtonBox>
 #include <QPainter>
+#include <QPushButton>
 
 namespace tallyfold {
 
@@ -55,9 +57,18 @@ void ColorWell::openPanel()
     if (!m_panel) {
         m_panel = new QColorDialog(opaque(m_color), this);
         m_panel->setWindowTitle(accessibleName());
-        m_panel->setOption(QColorDialog::NoButtons); // Every choice takes effect at once.
+        if (const auto *buttons = m_panel->findChild<QDialogButtonBox *>()) {
+            buttons->button(QDialogButtonBox::Ok)->setText(words(QT_TRANSLATE_NOOP("Words", "Select")));
+        }
         m_panel->setAttribute(Qt::WA_DeleteOnClose);
+        // Every choice is seen at once, and cancelling takes them all back.
         connect(m_panel, &QColorDialog::currentColorChanged, this, &ColorWell::pick);
+        connect(m_panel, &QDialog::rejected, this, [this, before = m_color] {
+            if (m_color != before) {
+                show(before);
+                Q_EMIT picked(before);
+            }
+        });
     }
     m_panel->show();
     m_panel->raise();

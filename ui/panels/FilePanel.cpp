@@ -7,6 +7,7 @@
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QHBoxLayout>
@@ -74,7 +75,9 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     m_list->header()->setSectionResizeMode(FolderContents::modifiedColumn, QHeaderView::ResizeToContents);
     addPlaces();
 
-    auto *cancel = new QPushButton(words("Cancel"));
+    auto *buttons = new QDialogButtonBox; // In the order of the desktop.
+    buttons->addButton(m_add, QDialogButtonBox::AcceptRole);
+    QPushButton *cancel = buttons->addButton(words("Cancel"), QDialogButtonBox::RejectRole);
     cancel->setAutoDefault(false);
     m_add->setDefault(true);
     auto *pathRow = new QHBoxLayout;
@@ -85,17 +88,13 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     splitter->addWidget(m_list);
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({160, 560});
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(cancel);
-    buttons->addWidget(m_add);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(spacing::section, spacing::section, spacing::section, spacing::section);
     layout->setSpacing(spacing::wide);
     layout->addWidget(new StyledLabel(panel.message, TextStyle::body));
     layout->addLayout(pathRow);
     layout->addWidget(splitter, 1);
-    layout->addLayout(buttons);
+    layout->addWidget(buttons);
     resize(760, 520);
 
     // The keys by which desktops' own file panels take a path.
@@ -106,6 +105,9 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_add, &QPushButton::clicked, this, &FilePanel::takePath);
+    connect(m_path, &QLineEdit::textChanged, this, &FilePanel::offerToAdd);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FilePanel::offerToAdd);
+    connect(&m_contents, &QAbstractItemModel::modelReset, this, &FilePanel::offerToAdd);
     connect(m_list, &QTreeView::activated, this, &FilePanel::openItem);
     connect(m_up, &QPushButton::clicked, this, [this] { enter(m_contents.folder().parent_path()); });
     connect(m_places, &QListWidget::itemClicked, this,
@@ -115,6 +117,13 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     }
     m_path->setText(shown(m_contents.folder()));
     m_list->setFocus();
+    offerToAdd();
+}
+
+void FilePanel::offerToAdd()
+{
+    const bool isTyped = m_path->text() != shown(m_contents.folder());
+    m_add->setEnabled(isTyped || m_list->selectionModel()->hasSelection());
 }
 
 void FilePanel::addPlace(const QString &title, const std::filesystem::path &folder)

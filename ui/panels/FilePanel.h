@@ -21,7 +21,7 @@ public:
     /// Begins in `folder`, or in the home folder where that cannot be read.
     FilePanel(const OpenPanel &panel, const std::filesystem::path &folder, QWidget *parent = nullptr);
 
-    /// What was chosen; the folder that is shown when nothing in it is.
+    /// What was chosen; the folder that is shown when its own path was given.
     [[nodiscard]] std::vector<std::filesystem::path> chosen() const;
 
     /// The folder that is shown.
@@ -36,6 +36,7 @@ private:
     void enter(const std::filesystem::path &folder);
     void openItem(const QModelIndex &index);
     [[nodiscard]] std::filesystem::path typedPath() const;
+    void offerToAdd();
     void goToPath();
     void takePath();
     void take(std::vector<std::filesystem::path> chosen);

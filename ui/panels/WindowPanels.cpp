@@ -1,11 +1,15 @@
 #include "ui/panels/WindowPanels.h"
 
 #include "core/SourceFile.h"
+#include "ui/controls/StyledLabel.h"
 #include "ui/panels/FilePanel.h"
+#include "ui/text/Words.h"
+#include "ui/theme/Spacing.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLayout>
 #include <QLineEdit>
 
 #include <system_error>
@@ -56,6 +60,18 @@ std::filesystem::path chosenFolder(const QFileDialog &dialog)
     return selected.size() == 1 ? folderCalled(selected.constFirst()) : std::filesystem::path();
 }
 
+/// Has `dialog` say `message` above all else, if it is Qt's own. Those of desktops have no place for it.
+void tell(const QString &message, QFileDialog &dialog)
+{
+    if (QLayout *layout = dialog.layout()) {
+        auto *label = new StyledLabel(message, TextStyle::body);
+        label->setObjectName(QStringLiteral("panelMessage"));
+        label->setContentsMargins(spacing::wide, spacing::wide, spacing::wide, 0);
+        layout->setMenuBar(label); // It stands above the rest of a layout.
+    }
+    dialog.setAccessibleDescription(message);
+}
+
 } // namespace
 
 WindowPanels::WindowPanels(WindowState &state) : m_state(&state) {}
@@ -82,12 +98,14 @@ std::vector<std::filesystem::path> WindowPanels::chooseFiles(const OpenPanel &pa
 
 std::vector<std::filesystem::path> WindowPanels::chooseFolder(const OpenPanel &panel)
 {
-    QFileDialog dialog(m_window, panel.message, QFile::decodeName(m_state->bytes(folderKey)));
+    QFileDialog dialog(m_window, words(QT_TRANSLATE_NOOP("Words", "Output Folder")),
+                       QFile::decodeName(m_state->bytes(folderKey)));
     dialog.setObjectName(QStringLiteral("folderPanel"));
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     dialog.setOption(QFileDialog::ReadOnly, !panel.canCreateDirectories);
     dialog.setLabelText(QFileDialog::Accept, panel.prompt);
+    tell(panel.message, dialog);
     const bool isAccepted = dialog.exec() == QDialog::Accepted;
     const std::filesystem::path folder = isAccepted ? chosenFolder(dialog) : std::filesystem::path();
     if (folder.empty()) {
