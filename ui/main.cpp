@@ -2,10 +2,13 @@
 #include "app/Translations.h"
 #include "ui/desktop/ColorScheme.h"
 #include "ui/desktop/InstanceService.h"
+#include "ui/desktop/RunNotification.h"
+#include "ui/desktop/SessionEnd.h"
+#include "ui/desktop/SleepInhibitor.h"
+#include "ui/desktop/TaskbarProgress.h"
 #include "ui/desktop/TerminationSignals.h"
 #include "ui/shell/AppIdentity.h"
 #include "ui/shell/CommandLine.h"
-#include "ui/shell/SleepInhibitor.h"
 #include "ui/shell/TallyfoldApp.h"
 #include "window_support/LocalizedTitle.h"
 
@@ -63,6 +66,12 @@ int run(const CommandLine &line)
     TallyfoldApp app(TallyfoldApp::systemParts());
     app.setReachable(instance.role() == InstanceService::Role::first);
     const SleepInhibitor inhibitor(app.model(), bus);
+    const TaskbarProgress taskbar(app.model(), app.environment().plan, bus);
+    const RunNotification notification(
+        app.model(), app.environment().desktop, bus,
+        {[] { return QGuiApplication::applicationState() == Qt::ApplicationActive; },
+         [&app](const QString &token) { app.reopen({}, token); }});
+    const SessionEnd sessionEnd(app.model(), [&app] { return app.askToStopForSession(); });
     QObject::connect(&instance, &InstanceService::activated, &app,
                      [&app](const QString &token) { app.reopen({}, token); });
     QObject::connect(&instance, &InstanceService::opened, &app, &TallyfoldApp::reopen);

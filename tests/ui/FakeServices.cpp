@@ -9,6 +9,8 @@ namespace tallyfold::tests {
 namespace {
 
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString notificationsName = QStringLiteral("org.freedesktop.Notifications");
+const QString notificationsPath = QStringLiteral("/org/freedesktop/Notifications");
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
@@ -87,6 +89,53 @@ void FakeInhibitPortal::close(const QString &path)
 {
     ++closedCount;
     held.remove(path);
+}
+
+bool FakeNotifications::takePlaceOn(QDBusConnection bus)
+{
+    m_bus = bus;
+    return bus.registerObject(notificationsPath, this, QDBusConnection::ExportAllSlots) &&
+           bus.registerService(notificationsName);
+}
+
+uint FakeNotifications::Notify(const QString &, uint, const QString &, const QString &title,
+                               const QString &text, const QStringList &actions, const QVariantMap &hints, int)
+{
+    shown.push_back({title, text, actions, hints});
+    return static_cast<uint>(shown.size());
+}
+
+void FakeNotifications::choose(uint id, const QString &action)
+{
+    QDBusMessage token =
+        QDBusMessage::createSignal(notificationsPath, notificationsName, QStringLiteral("ActivationToken"));
+    token << id << QStringLiteral("token");
+    EXPECT_TRUE(m_bus.send(token));
+    QDBusMessage chosen =
+        QDBusMessage::createSignal(notificationsPath, notificationsName, QStringLiteral("ActionInvoked"));
+    chosen << id << action;
+    EXPECT_TRUE(m_bus.send(chosen));
+}
+
+bool FakeNotificationPortal::takePlaceOn(QDBusConnection bus)
+{
+    m_bus = bus;
+    return bus.registerObject(portalPath, this, QDBusConnection::ExportAllSlots) &&
+           bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
+}
+
+void FakeNotificationPortal::AddNotification(const QString &given, const QVariantMap &content)
+{
+    id = given;
+    shown = content;
+}
+
+void FakeNotificationPortal::choose(const QString &action)
+{
+    QDBusMessage chosen = QDBusMessage::createSignal(
+        portalPath, QStringLiteral("org.freedesktop.portal.Notification"), QStringLiteral("ActionInvoked"));
+    chosen << id << action << QVariantList();
+    EXPECT_TRUE(m_bus.send(chosen));
 }
 
 SettingsListener::SettingsListener(QDBusConnection bus)

@@ -110,6 +110,52 @@ private:
     QString m_path;
 };
 
+/// A notification server that notes what it is given.
+class FakeNotifications final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+public:
+    /// Takes the server's place on `bus`; false when it cannot be had.
+    [[nodiscard]] bool takePlaceOn(QDBusConnection bus);
+
+    struct Shown {
+        QString title;
+        QString text;
+        QStringList actions;
+        QVariantMap hints;
+    };
+    std::vector<Shown> shown;
+
+    /// Does as if the user chose `action` of the notification `id`, which a server tells to everyone.
+    void choose(uint id, const QString &action);
+
+public Q_SLOTS:
+    uint Notify(const QString &program, uint replaced, const QString &icon, const QString &title,
+                const QString &text, const QStringList &actions, const QVariantMap &hints, int time);
+
+private:
+    QDBusConnection m_bus{QString()};
+};
+
+/// The notifications of a portal.
+class FakeNotificationPortal final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Notification")
+public:
+    /// Takes the portal's place on `bus`; false when it cannot be had.
+    [[nodiscard]] bool takePlaceOn(QDBusConnection bus);
+
+    QVariantMap shown; ///< The last one's content.
+    QString id;
+    void choose(const QString &action);
+
+public Q_SLOTS:
+    void AddNotification(const QString &id, const QVariantMap &content);
+
+private:
+    QDBusConnection m_bus{QString()};
+};
+
 /// Counts what settings portals tell of on a connection.
 class SettingsListener final : public QObject {
     Q_OBJECT

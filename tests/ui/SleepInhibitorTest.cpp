@@ -1,4 +1,4 @@
-#include "ui/shell/SleepInhibitor.h"
+#include "ui/desktop/SleepInhibitor.h"
 
 #include "tests/app/Gate.h"
 #include "tests/ui/FakeServices.h"
@@ -60,7 +60,7 @@ TEST_F(SleepInhibitorTest, SleepIsKeptOffFromTheStartOfARunToItsEnd)
     start();
     ASSERT_TRUE(model().isRunning());
     EXPECT_TRUE(waitUntil([this] { return portal.held.size() == 1; }));
-    EXPECT_EQ(portal.held.first().flags, 4U) << "suspending, and nothing else";
+    EXPECT_EQ(portal.held.first().flags, 5U) << "suspending and logging out, and nothing else";
     EXPECT_EQ(portal.held.first().reason, QStringLiteral("A production is being written"));
     EXPECT_EQ(portal.closedCount, 0);
     gate.open();

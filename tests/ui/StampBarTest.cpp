@@ -1,6 +1,6 @@
 #include "ui/form/StampBar.h"
 
-#include "tests/app/Gate.h"
+#include "tests/ui/HeldWriter.h"
 #include "tests/ui/WindowFixture.h"
 
 #include <QProgressBar>
@@ -67,16 +67,7 @@ TEST_F(StampBarTest, StampWithoutAFolderAsksForOne)
 TEST_F(StampBarTest, ARunIsFollowedAndStoppedWithEscape)
 {
     tests::Gate gate;
-    restart([&gate](const ProductionPlan &plan, const std::filesystem::path &into,
-                    const ProductionOptions &options, const Production::OnPage &onPage) {
-        return Production::write(plan, into, options, [&](std::int64_t page) {
-            const bool goesOn = onPage(page);
-            if (page == 5) {
-                gate.pass();
-            }
-            return goesOn;
-        });
-    });
+    restart(tests::writerHeldAt(gate));
     addPdfs({"a.pdf"}, 12);
     model().setOutputFolder(output);
     find<QPushButton>("stamp")->setFocus();

@@ -1,4 +1,4 @@
-#include "ui/SystemDesktop.h"
+#include "ui/desktop/SystemDesktop.h"
 
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Waiting.h"

@@ -1,8 +1,8 @@
 #include "ui/shell/TallyfoldApp.h"
 
 #include "app/RunMessages.h"
-#include "ui/SystemDesktop.h"
 #include "ui/controls/Buttons.h"
+#include "ui/desktop/SystemDesktop.h"
 #include "ui/sheets/Alert.h"
 #include "ui/shell/FirstPaint.h"
 #include "ui/text/UpdateText.h"
@@ -228,6 +228,24 @@ Alert *TallyfoldApp::askToStop()
         {{words(QT_TRANSLATE_NOOP("Words", "Keep Writing")), Alert::Role::prominent},
          {words(QT_TRANSLATE_NOOP("Words", "Stop and Quit")), Alert::Role::normal, [this] { quit(); }}},
         m_mainView.get());
+}
+
+bool TallyfoldApp::askToStopForSession()
+{
+    openWindow(WindowId::main);
+    bool isToStop = false;
+    auto *alert =
+        new Alert(words("A production is being written"),
+                  words(QT_TRANSLATE_NOOP(
+                      "Words", "Logging out ends the program. The copies that are finished stay; the "
+                               "one in progress is removed, and no index is written.")),
+                  {{words("Keep Writing"), Alert::Role::cancel},
+                   {words(QT_TRANSLATE_NOOP("Words", "Stop and Log Out")), Alert::Role::normal,
+                    [&isToStop] { isToStop = true; }}},
+                  m_mainView.get());
+    alert->setObjectName(QStringLiteral("sessionAlert"));
+    alert->exec();
+    return isToStop;
 }
 
 Alert *TallyfoldApp::askToLoseList()

@@ -61,6 +61,10 @@ public:
     /// Whether another start can bring a closed window back. Where none can, closing it quits.
     void setReachable(bool isReachable);
 
+    /// Asks, and waits for the answer, whether the production that is written may be stopped for the session
+    /// to end.
+    [[nodiscard]] bool askToStopForSession();
+
     void openWindow(WindowId window);
 
     [[nodiscard]] AppModel &model();

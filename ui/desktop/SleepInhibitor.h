@@ -8,9 +8,9 @@ namespace tallyfold {
 
 class AppModel;
 
-/// Keeps the machine from falling asleep by itself while a production is written, which may be long after
-/// the user has gone home. Closing the lid or choosing to suspend still does; the run then goes on where it
-/// was when the machine wakes.
+/// Keeps the machine from falling asleep by itself, and the session from ending unasked, while a production
+/// is written, which may be long after the user has gone home. Closing the lid or choosing to suspend still
+/// does; the run then goes on where it was when the machine wakes.
 class SleepInhibitor final : public QObject {
     Q_OBJECT
 public:

@@ -1,4 +1,4 @@
-#include "ui/shell/SleepInhibitor.h"
+#include "ui/desktop/SleepInhibitor.h"
 
 #include "app/AppModel.h"
 #include "ui/text/Words.h"
@@ -37,11 +37,12 @@ void SleepInhibitor::ask()
     }
     // From the portal's documentation: 1 is logging out, 2 switching the user, 4 suspending, 8 going idle.
     // Going idle locks the screen, as it should with other people's papers on it.
+    constexpr uint loggingOut = 1;
     constexpr uint suspending = 4;
     QDBusMessage call = QDBusMessage::createMethodCall(
         portal, QStringLiteral("/org/freedesktop/portal/desktop"),
         QStringLiteral("org.freedesktop.portal.Inhibit"), QStringLiteral("Inhibit"));
-    call << QString() << suspending
+    call << QString() << (loggingOut | suspending)
          << QVariantMap{{QStringLiteral("reason"),
                          words(QT_TRANSLATE_NOOP("Words", "A production is being written"))}};
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);

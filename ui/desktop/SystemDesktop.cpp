@@ -1,4 +1,4 @@
-#include "ui/SystemDesktop.h"
+#include "ui/desktop/SystemDesktop.h"
 
 #include "app/UriList.h"
 
