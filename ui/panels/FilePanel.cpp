@@ -1,9 +1,8 @@
 #include "ui/panels/FilePanel.h"
 
-#include "app/UriList.h"
-#include "core/SourceFile.h"
 #include "ui/controls/Buttons.h"
 #include "ui/controls/StyledLabel.h"
+#include "ui/panels/Places.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
@@ -15,7 +14,6 @@
 #include <QKeyEvent>
 #include <QShortcut>
 #include <QSplitter>
-#include <QStandardPaths>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -59,6 +57,7 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     m_up->setAutoDefault(false);
     m_up->setShortcut(Qt::ALT | Qt::Key_Up);
     m_add->setObjectName(QStringLiteral("add"));
+    m_places->setObjectName(QStringLiteral("places"));
     m_places->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Places")));
     m_list->setObjectName(QStringLiteral("contents"));
     m_list->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Files")));
@@ -110,8 +109,9 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     connect(&m_contents, &QAbstractItemModel::modelReset, this, &FilePanel::offerToAdd);
     connect(m_list, &QTreeView::activated, this, &FilePanel::openItem);
     connect(m_up, &QPushButton::clicked, this, [this] { enter(m_contents.folder().parent_path()); });
-    connect(m_places, &QListWidget::itemClicked, this,
-            [this](const QListWidgetItem *item) { enter(pathOf(item->data(Qt::UserRole).toString())); });
+    connect(m_places, &QListWidget::itemClicked, this, [this](const QListWidgetItem *item) {
+        enter(item->data(Qt::UserRole).toByteArray().toStdString());
+    });
     if (!m_contents.open(folder)) {
         m_contents.open(pathOf(QDir::homePath()));
     }
@@ -126,38 +126,13 @@ void FilePanel::offerToAdd()
     m_add->setEnabled(isTyped || m_list->selectionModel()->hasSelection());
 }
 
-void FilePanel::addPlace(const QString &title, const std::filesystem::path &folder)
-{
-    std::error_code error;
-    if (!std::filesystem::is_directory(folder, error)) {
-        return;
-    }
-    auto *item = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirIcon), title, m_places);
-    item->setData(Qt::UserRole, shown(folder));
-    item->setToolTip(shown(folder));
-}
-
 void FilePanel::addPlaces()
 {
-    addPlace(words(QT_TRANSLATE_NOOP("Words", "Home")), pathOf(QDir::homePath()));
-    for (const auto location : {QStandardPaths::DesktopLocation, QStandardPaths::DocumentsLocation,
-                                QStandardPaths::DownloadLocation}) {
-        const QString folder = QStandardPaths::writableLocation(location);
-        if (folder != QDir::homePath()) {
-            addPlace(QStandardPaths::displayName(location), pathOf(folder));
-        }
+    for (const Place &place : usersPlaces()) {
+        auto *item = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirIcon), place.title, m_places);
+        item->setData(Qt::UserRole, QByteArray::fromStdString(place.folder.native()));
+        item->setToolTip(shown(place.folder));
     }
-    // The bookmarks that the desktop's own file panels show.
-    QFile bookmarks(QStandardPaths::writableLocation(QStandardPaths::ConfigLocation) +
-                    QStringLiteral("/gtk-3.0/bookmarks"));
-    if (bookmarks.open(QIODevice::ReadOnly)) {
-        for (const QByteArray &line : bookmarks.readAll().split('\n')) {
-            for (const std::filesystem::path &folder : localPathsIn(line.split(' ').first())) {
-                addPlace(displayName(folder), folder);
-            }
-        }
-    }
-    addPlace(words(QT_TRANSLATE_NOOP("Words", "Computer")), "/");
 }
 
 void FilePanel::enter(const std::filesystem::path &folder)

@@ -32,7 +32,6 @@ protected:
 
 private:
     void addPlaces();
-    void addPlace(const QString &title, const std::filesystem::path &folder);
     void enter(const std::filesystem::path &folder);
     void openItem(const QModelIndex &index);
     [[nodiscard]] std::filesystem::path typedPath() const;
