@@ -15,8 +15,8 @@ void showFocus(QWidget *focus)
     }
     for (QWidget *ancestor = focus->parentWidget(); ancestor; ancestor = ancestor->parentWidget()) {
         auto *area = qobject_cast<QScrollArea *>(ancestor);
-        if (area && area->widget() && area->widget()->isAncestorOf(focus)) {
-            area->ensureWidgetVisible(focus);
+        if (area && area->widget()) {
+            area->ensureWidgetVisible(focus); // Which passes over what is beside that widget.
         }
     }
 }

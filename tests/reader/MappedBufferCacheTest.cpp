@@ -83,6 +83,7 @@ TEST(MappedBufferCache, MoreOfABufferThanBeforeIsMapped)
     ASSERT_EQ(all.size(), 10'000U);
     all.back() = 7;
     EXPECT_EQ(buffer->bytes()[9'999], 7);
+    EXPECT_EQ(cache.bytesOf(buffer->descriptor(), 10'000).data(), all.data()) << "and stays so";
 }
 
 TEST(MappedBufferCache, ABufferThatIsTooSmallOrNoneIsEmpty)

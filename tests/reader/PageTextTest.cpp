@@ -126,6 +126,23 @@ TEST_P(EveryTurn, OnlyTheGlyphsInAnAreaAreGiven)
     EXPECT_EQ(countIn({190, 190, 300, 200}), 0);
 }
 
+TEST_P(EveryTurn, AGlyphIsWhereItsMiddleIs)
+{
+    const TemporaryFolder folder;
+    const auto reader = readerOf(folder, GetParam(), "BT /F 10 Tf 200 200 Td (iliil) Tj ET ");
+    ASSERT_TRUE(reader);
+    constexpr double width = 2.22; // Of each.
+    const auto between = [&](double first, double last) {
+        return textIn(*reader, {200 + first * width, 190, 200 + last * width, 220}).toStdString();
+    };
+    EXPECT_EQ(between(-1, 6), "iliil");
+    EXPECT_EQ(between(0.4, 4.6), "iliil");
+    EXPECT_EQ(between(0.6, 4.4), "lii");
+    EXPECT_EQ(between(1.6, 3.4), "i");
+    EXPECT_EQ(between(0.6, 2.6), "li");
+    EXPECT_EQ(between(0.6, 1.4), "");
+}
+
 INSTANTIATE_TEST_SUITE_P(PageText, EveryTurn, testing::Values(0, 90, 180, 270));
 
 TEST(PageSizes, WhatIsWrongWithAFileIsNotPrinted)
@@ -171,6 +188,29 @@ TEST(PagePictures, AHundredMillionPixelsAreTheMost)
     EXPECT_EQ(pictureBytes(1, 1), std::size_t{4});
     EXPECT_EQ(pictureBytes(0, 1), std::nullopt);
     EXPECT_EQ(pictureBytes(1, 0), std::nullopt);
+}
+
+TEST(PagePictures, AreScaledAlikeBothWays)
+{
+    const TemporaryFolder folder;
+    // The lower left quarter of what is not cropped.
+    const auto reader = readerOf(folder, 0, "1 0 0 rg 110 70 180 120 re f");
+    ASSERT_TRUE(reader);
+    for (const double scale : {0.5, 2.0}) {
+        const int width = static_cast<int>(360 * scale);
+        const int height = static_cast<int>(240 * scale);
+        std::vector<std::uint8_t> pixels(static_cast<std::size_t>(4 * width * height));
+        ASSERT_TRUE(reader->renderInto(pixels, 0, width, height, scale));
+        const auto isRed = [&](int column, int row) {
+            return pixels[static_cast<std::size_t>(4 * (row * width + column)) + 1] < 128;
+        };
+        for (const int fromEdge : {-2, 1}) {
+            const int column = width / 2 - 1 - fromEdge;
+            const int row = height / 2 + fromEdge;
+            EXPECT_EQ(isRed(column, height - 1), fromEdge > 0) << scale << ", " << fromEdge;
+            EXPECT_EQ(isRed(0, row), fromEdge > 0) << scale << ", " << fromEdge;
+        }
+    }
 }
 
 TEST(PagePictures, EveryColourKeepsItsPlace)

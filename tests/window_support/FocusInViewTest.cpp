@@ -59,6 +59,20 @@ TEST_F(FocusInViewTest, AFocusThatTheProgramSetsIsInView)
     }
 }
 
+TEST_F(FocusInViewTest, AFocusBesideWhatIsScrolledMovesNothing)
+{
+    m_area->verticalScrollBar()->setValue(100);
+    auto *beside = new QPushButton(m_area);
+    beside->show();
+    beside->setFocus();
+    EXPECT_EQ(m_area->verticalScrollBar()->value(), 100);
+    delete m_area->takeWidget();
+    m_field->setFocus();
+    beside->setFocus();
+    EXPECT_TRUE(beside->hasFocus()) << "nor where there is nothing to scroll";
+    m_buttons.clear();
+}
+
 TEST_F(FocusInViewTest, WhatIsClickedStaysUnderThePointer)
 {
     m_area->verticalScrollBar()->setValue(m_buttons[10]->y() + m_buttons[10]->height() / 2);
