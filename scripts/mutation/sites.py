@@ -15,7 +15,7 @@ FUNCTIONS = {Kind.FUNCTION_DECL, Kind.CXX_METHOD, Kind.CONSTRUCTOR, Kind.DESTRUC
 FIXED = {Kind.STATIC_ASSERT, Kind.ENUM_DECL, Kind.ALIGNED_ATTR}
 OTHER_COMPARISONS = {"<": ("<=", ">="), "<=": ("<", ">"), ">": (">=", "<="), ">=": (">", "<"), "==": ("!=",), "!=": ("==",)}
 OTHER_ASSIGNMENTS = {"+=": "-=", "-=": "+=", "*=": "/=", "/=": "*=", "|=": "&=", "&=": "|="}
-SYMMETRIC = {"min", "max", "clamp"}  # Their (first) arguments may stand either way.
+SYMMETRIC = {"min", "max", "clamp", "swap"}  # Their (first) arguments may stand either way.
 SYMMETRIC_LIST = re.compile(rb"\b(min|max)\(\s*\Z")
 UNSEEN = {"reserve"}  # Only makes what follows quicker.
 STRING = re.compile(rb'(u8|u|U|L)?"((?:\\.|[^"\\])*)"(_\w+|s|sv)?\Z')

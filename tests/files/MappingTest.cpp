@@ -21,6 +21,20 @@ TEST(Mapping, OfMemoryIsEmptyAndCanBeWrittenTo)
     EXPECT_EQ(memory->bytes().back(), 7);
 }
 
+TEST(Mapping, IsGivenBackWhenItGoes)
+{
+    const std::uint8_t *place = nullptr;
+    constexpr std::size_t size = 1 << 20;
+    unsigned char isThere = 0;
+    {
+        const auto memory = Mapping::ofMemory(size);
+        ASSERT_TRUE(memory);
+        place = memory->bytes().data();
+        EXPECT_EQ(::mincore(const_cast<std::uint8_t *>(place), 1, &isThere), 0);
+    }
+    EXPECT_EQ(::mincore(const_cast<std::uint8_t *>(place), 1, &isThere), -1);
+}
+
 TEST(Mapping, OfNoMemoryIsNone)
 {
     EXPECT_FALSE(Mapping::ofMemory(0));
