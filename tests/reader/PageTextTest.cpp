@@ -163,6 +163,8 @@ TEST(PageSizes, TheCropBoxIsInThePagesOwnCoordinates)
     EXPECT_EQ(reader->cropBox(1), std::nullopt);
     EXPECT_EQ(reader->cropBox(-1), std::nullopt);
     EXPECT_EQ(reader->mediaSize(0), (pdf::Size{400, 300}));
+    EXPECT_EQ(reader->mediaSize(1), std::nullopt);
+    EXPECT_EQ(reader->mediaSize(-1), std::nullopt);
 }
 
 TEST(PagePictures, WhatCannotBeDrawnIsRefused)

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <csignal>
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -112,6 +113,21 @@ TEST(RequestHandler, TheLowestDescriptorIsOneLikeAnyOther)
         return answer(handler, request(Request::open, 0), 0).front() == '\1' ? 0 : 2;
     };
     EXPECT_EQ(inChild(openAtZero), (ChildEnd{0, 0}));
+}
+
+TEST(RequestHandler, WhereNoFileIsHandedNoneOfItsOwnIsClosed)
+{
+    const auto openNothing = [] {
+        if (::dup2(fileOf("x").number(), 0) != 0) {
+            return 1;
+        }
+        for (int round = 0; round < 2; ++round) { // The next one closes what was open.
+            RequestHandler handler;
+            (void)answer(handler, request(Request::open, 0), -1);
+        }
+        return ::fcntl(0, F_GETFD) >= 0 ? 0 : 2;
+    };
+    EXPECT_EQ(inChild(openNothing), (ChildEnd{0, 0}));
 }
 
 TEST(RequestHandler, NoMoreAreasAreReadThanThereMayBe)
