@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <utility>
 #include <vector>
 
 namespace tallyfold::files {
@@ -72,6 +73,21 @@ TEST(Descriptor, OfAFileIsKeptFromOtherProgramsAndWaitsForNobody)
     EXPECT_FALSE(Descriptor::ofFile(folder / "gone").isOpen());
 }
 
+TEST(Descriptor, IsClosedWhenItGoesAndMovesAlone)
+{
+    const tests::TemporaryFolder folder;
+    tests::writeFile(folder / "a", "x");
+    int number = -1;
+    {
+        Descriptor first = Descriptor::ofFile(folder / "a");
+        number = first.number();
+        const Descriptor second(std::move(first));
+        EXPECT_EQ(second.number(), number);
+        EXPECT_GE(::fcntl(number, F_GETFD), 0);
+    }
+    EXPECT_EQ(::fcntl(number, F_GETFD), -1);
+}
+
 TEST(FileSink, TheLowestDescriptorIsOneLikeAnyOther)
 {
     LowestDescriptor calls;
@@ -96,6 +112,7 @@ TEST(FileSink, AFileThatTakesNothingHasFailed)
     EXPECT_EQ(sink.failure(), std::error_code(EIO, std::generic_category()));
     calls.m_takesNothing = false;
     EXPECT_FALSE(sink.write(most)) << "the first failure stays";
+    EXPECT_EQ(sink.copyFrom(5, 0, 3), 0U);
     EXPECT_FALSE(sink.finish());
 }
 
