@@ -19,7 +19,7 @@ protected:
                    const Production::OnPage &onPage) -> ProductionResult {
             while (onPage(1)) {
             }
-            throw ProductionError{ProductionError::Kind::cancelled, {}, {}};
+            throw ProductionError{ProductionError::Cancelled{}};
         });
         addPdfs({"a.pdf"});
         model().setOutputFolder(output);
