@@ -8,7 +8,7 @@
 
 namespace tallyfold {
 
-QString spokenStamp(const PlannedFile &file, const StampSettings &settings, std::size_t page)
+QString spokenStamp(const PlannedFile &file, const NormalizedSettings &settings, std::size_t page)
 {
     if (page >= file.pages.size()) {
         return {};
