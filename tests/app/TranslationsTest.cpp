@@ -85,7 +85,7 @@ TEST(TranslatedTexts, MessagesAreAskedForWholeAndInTheContextOfTheModel)
 
 TEST(TranslatedTexts, AFailureOfAFileIsTwoTexts)
 {
-    const FileError error{QStringLiteral("a.csv"), std::make_error_code(std::errc::no_space_on_device)};
+    const FileError error{QStringLiteral("a.csv"), std::make_error_code(std::errc::io_error)};
     EXPECT_EQ(shown([&] { return failedRunMessage(error); }),
               "<AppModel>The production couldn’t be written: <AppModel>“a.csv”: " + error.code.message());
 }
