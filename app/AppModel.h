@@ -144,8 +144,8 @@ public:
     [[nodiscard]] bool hasPreviewTask() const;
     /// Draws the previews anew, a moment after the last call.
     void refreshPreviews();
-    /// Draws pages `pixels` wide from now on, within what `PreviewImages` allows, and those shown anew if they
-    /// are not.
+    /// Draws pages `pixels` wide from now on, within what `PreviewImages` allows, and those shown anew if
+    /// they are not.
     void setPreviewWidth(std::int64_t pixels);
 
 Q_SIGNALS:

@@ -234,7 +234,7 @@ TEST_F(SheetsTest, TheCommonestReasonsOfFailuresAreToldFirst)
     for (const QLabel *line : result->findChildren<QLabel *>(QStringLiteral("failureReason"))) {
         lines.append(line->text());
     }
-    ASSERT_EQ(lines.size(), 3) << lines.join('\n').toStdString();
+    ASSERT_EQ(lines.size(), 3) << lines.join(u'\n').toStdString();
     EXPECT_TRUE(lines[0].startsWith(u"2 files: No space left on the disk."_s));
     EXPECT_TRUE(lines[1].startsWith(u"1 file: The original needs a password by now."_s));
     EXPECT_TRUE(lines[2].startsWith(u"1 file: Permission denied in the output folder."_s));
