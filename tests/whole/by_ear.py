@@ -209,7 +209,7 @@ def start_next(session, reader):
 
 
 def help_pages(session, reader):
-    session.open_with("F1", "Tallyfold Help")
+    session.open_with("F1", "Help")
     reader.wait(lambda: any(item.getRoleName() == "heading" for item in reader.all()), "a heading in the help")
 
 
