@@ -21,10 +21,10 @@ int copyBytes(FileCalls &calls, int source, FileSink &sink)
         if (count < 0) {
             return errno;
         }
-        const bool isWell = count == 0
-                                ? sink.flushToDisk()
-                                : sink.write(std::span(buffer.data(), static_cast<std::size_t>(count)));
-        if (count == 0 || !isWell) {
+        const bool succeeded = count == 0
+                                   ? sink.flushToDisk()
+                                   : sink.write(std::span(buffer.data(), static_cast<std::size_t>(count)));
+        if (count == 0 || !succeeded) {
             return sink.failure().value();
         }
     }

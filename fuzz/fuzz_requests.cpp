@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -90,10 +91,8 @@ void ask(Link &link, reader::RequestHandler &handler, std::string_view message, 
     if (!messages::send(link.asker(), message, descriptor) || !handler.next(link.answerer())) {
         std::abort(); // A sound message has an answer, be it an empty one.
     }
-    std::string answer;
-    int unwanted = -1;
-    const auto now = std::chrono::steady_clock::now();
-    if (!messages::receive(link.asker(), answer, unwanted, now) || unwanted >= 0) {
+    const auto answer = messages::receive(link.asker(), std::chrono::steady_clock::now());
+    if (!answer || answer->descriptor.isOpen()) {
         std::abort();
     }
 }

@@ -39,17 +39,16 @@ RequestHandler::RequestHandler(std::chrono::seconds maxAnswerTime) : m_maxAnswer
 
 bool RequestHandler::next(int socket)
 {
-    int received = -1;
     const auto noDeadline = std::chrono::steady_clock::time_point::max();
-    if (!pdf::ReaderMessages::receive(socket, m_message, received, noDeadline)) {
+    const auto request = pdf::ReaderMessages::receive(socket, noDeadline);
+    if (!request) {
         return false;
     }
-    const files::Descriptor descriptor(received);
     const bool isTimed = m_maxAnswerTime > std::chrono::seconds::zero();
     if (isTimed && !endAfter(m_maxAnswerTime)) {
         return false;
     }
-    const Writer answer = handle(m_message, descriptor.number());
+    const Writer answer = handle(request->bytes, request->descriptor.number());
     return pdf::ReaderMessages::send(socket, answer.bytes()) &&
            (!isTimed || endAfter(std::chrono::seconds::zero()));
 }

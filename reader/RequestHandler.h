@@ -7,7 +7,6 @@
 
 #include <chrono>
 #include <memory>
-#include <string>
 #include <string_view>
 
 namespace tallyfold::reader {
@@ -39,7 +38,6 @@ private:
     std::unique_ptr<LocalReader> m_pages;
     files::Descriptor m_file;
     MappedBufferCache m_buffers;
-    std::string m_message;
 };
 
 } // namespace tallyfold::reader

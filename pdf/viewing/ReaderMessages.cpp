@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <optional>
 #include <poll.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 namespace tallyfold::pdf::ReaderMessages {
 
@@ -40,7 +38,7 @@ bool waitUntilReadable(int socket, Clock::time_point deadline)
 }
 
 /// Reads once, at most `room.size()` bytes; -1 on failure, 0 at the end.
-ssize_t readSome(int socket, std::span<char> room, int &descriptor)
+ssize_t readSome(int socket, std::span<char> room, files::Descriptor &descriptor)
 {
     iovec part{room.data(), room.size()};
     ControlBuffer control{};
@@ -56,10 +54,9 @@ ssize_t readSome(int socket, std::span<char> room, int &descriptor)
     for (cmsghdr *item = CMSG_FIRSTHDR(&head); count > 0 && item != nullptr;
          item = CMSG_NXTHDR(&head, item)) {
         if (item->cmsg_level == SOL_SOCKET && item->cmsg_type == SCM_RIGHTS) {
-            if (descriptor >= 0) {
-                ::close(descriptor);
-            }
-            std::memcpy(&descriptor, CMSG_DATA(item), sizeof descriptor);
+            int number = -1;
+            std::memcpy(&number, CMSG_DATA(item), sizeof number);
+            descriptor = files::Descriptor(number);
         }
     }
     return count;
@@ -67,8 +64,8 @@ ssize_t readSome(int socket, std::span<char> room, int &descriptor)
 
 /// Reads at least `least` bytes into `bytes`, and more only if they are available. Gives their number;
 /// nothing at the deadline or the end of the connection.
-std::optional<std::size_t> readAtLeast(int socket, std::span<char> bytes, std::size_t least, int &descriptor,
-                                       Clock::time_point deadline)
+std::optional<std::size_t> readAtLeast(int socket, std::span<char> bytes, std::size_t least,
+                                       files::Descriptor &descriptor, Clock::time_point deadline)
 {
     std::size_t done = 0;
     while (done < least) {
@@ -82,28 +79,31 @@ std::optional<std::size_t> readAtLeast(int socket, std::span<char> bytes, std::s
     return done;
 }
 
-/// Reads one message, without its length, into `message`.
-bool readMessage(int socket, std::string &message, int &descriptor, Clock::time_point deadline)
+} // namespace
+
+std::optional<Message> receive(int socket, Clock::time_point deadline)
 {
+    Message message;
     // Most messages are short and arrive together with their length. No message follows before the answer.
     std::array<char, 4096> start{};
     std::uint32_t length = 0;
-    const auto begun = readAtLeast(socket, start, sizeof length, descriptor, deadline);
+    const auto begun = readAtLeast(socket, start, sizeof length, message.descriptor, deadline);
     if (!begun) {
-        return false;
+        return std::nullopt;
     }
     std::memcpy(&length, start.data(), sizeof length);
     const std::size_t there = *begun - sizeof length;
     if (length > maxMessageSize || there > length) {
-        return false;
+        return std::nullopt;
     }
-    message.assign(start.data() + sizeof length, there);
-    message.resize(length);
-    const std::span<char> rest = std::span(message).subspan(there);
-    return readAtLeast(socket, rest, rest.size(), descriptor, deadline).has_value();
+    message.bytes.assign(start.data() + sizeof length, there);
+    message.bytes.resize(length);
+    const std::span<char> rest = std::span(message.bytes).subspan(there);
+    if (!readAtLeast(socket, rest, rest.size(), message.descriptor, deadline)) {
+        return std::nullopt;
+    }
+    return message;
 }
-
-} // namespace
 
 void Writer::putText(const QString &text)
 {
@@ -159,17 +159,6 @@ bool send(int socket, std::string_view message, int descriptor)
         rest.remove_prefix(static_cast<std::size_t>(count));
     }
     return true;
-}
-
-bool receive(int socket, std::string &message, int &descriptor, Clock::time_point deadline)
-{
-    descriptor = -1;
-    const bool isSound = readMessage(socket, message, descriptor, deadline);
-    if (!isSound && descriptor >= 0) {
-        ::close(descriptor);
-        descriptor = -1;
-    }
-    return isSound;
 }
 
 } // namespace tallyfold::pdf::ReaderMessages

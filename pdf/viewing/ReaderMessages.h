@@ -1,10 +1,13 @@
 #pragma once
 
+#include "files/Descriptor.h"
+
 #include <QString>
 
 #include <chrono>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -84,9 +87,13 @@ private:
 /// Sends a message through `socket`, with the open file `descriptor` unless that is -1. False on failure.
 [[nodiscard]] bool send(int socket, std::string_view message, int descriptor = -1);
 
-/// Receives a message from `socket`. False when there is none by `deadline`, or it is malformed. `descriptor`
-/// is the file that came with it, which the caller closes, or -1.
-[[nodiscard]] bool receive(int socket, std::string &message, int &descriptor,
-                           std::chrono::steady_clock::time_point deadline);
+/// A message, and the open file that came with it, if any did.
+struct Message {
+    std::string bytes;
+    files::Descriptor descriptor;
+};
+
+/// Receives a message from `socket`; nothing when there is none by `deadline`, or it is malformed.
+[[nodiscard]] std::optional<Message> receive(int socket, std::chrono::steady_clock::time_point deadline);
 
 } // namespace tallyfold::pdf::ReaderMessages

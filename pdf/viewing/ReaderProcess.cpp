@@ -138,32 +138,30 @@ void ReaderProcess::stop()
     }
 }
 
-bool ReaderProcess::ask(std::string_view request, int descriptor, std::string &answer,
-                        const std::stop_token &givenUp)
+std::optional<std::string> ReaderProcess::ask(std::string_view request, int descriptor,
+                                              const std::stop_token &givenUp)
 {
     if (givenUp.stop_requested() || (!m_socket.isOpen() && !start())) {
-        return false;
+        return std::nullopt;
     }
-    if (converse(request, descriptor, answer, givenUp)) {
-        return true;
+    std::optional<std::string> answer = converse(request, descriptor, givenUp);
+    if (!answer) {
+        stop();
     }
-    stop();
-    return false;
+    return answer;
 }
 
-bool ReaderProcess::converse(std::string_view request, int descriptor, std::string &answer,
-                             const std::stop_token &givenUp)
+std::optional<std::string> ReaderProcess::converse(std::string_view request, int descriptor,
+                                                   const std::stop_token &givenUp)
 {
     // The process id stays valid while this waits: only `stop` reaps the process.
     const std::stop_callback end(givenUp, [process = m_process] { ::kill(process, SIGKILL); });
-    int sent = -1;
     const auto deadline = std::chrono::steady_clock::now() + m_program.maxAnswerTime;
-    if (!ReaderMessages::send(m_socket.number(), request, descriptor) ||
-        !ReaderMessages::receive(m_socket.number(), answer, sent, deadline)) {
-        return false;
+    if (!ReaderMessages::send(m_socket.number(), request, descriptor)) {
+        return std::nullopt;
     }
-    const files::Descriptor unwanted(sent);
-    return true;
+    auto answer = ReaderMessages::receive(m_socket.number(), deadline); // A file would be unwanted.
+    return answer ? std::optional(std::move(answer->bytes)) : std::nullopt;
 }
 
 } // namespace tallyfold::pdf

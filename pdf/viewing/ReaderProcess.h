@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <string>
 #include <string_view>
@@ -39,11 +40,10 @@ public:
     ReaderProcess(const ReaderProcess &) = delete;
     ReaderProcess &operator=(const ReaderProcess &) = delete;
 
-    /// Sends `request`, with the open file `descriptor` unless that is -1, and receives the answer; false
-    /// when there is none. A stop that is requested meanwhile, on any thread, kills the process and ends the
-    /// wait.
-    [[nodiscard]] bool ask(std::string_view request, int descriptor, std::string &answer,
-                           const std::stop_token &givenUp = {});
+    /// Sends `request`, with the open file `descriptor` unless that is -1, and receives the answer, if
+    /// there is one. A stop that is requested meanwhile, on any thread, kills the process and ends the wait.
+    [[nodiscard]] std::optional<std::string> ask(std::string_view request, int descriptor,
+                                                 const std::stop_token &givenUp = {});
 
     /// A buffer for a picture of `size` bytes, as `SharedPixelBufferPool::lend`.
     [[nodiscard]] std::shared_ptr<SharedPixelBuffer> bufferFor(std::size_t size);
@@ -54,8 +54,8 @@ private:
     [[nodiscard]] bool isWaiting() const;
     bool start();
     void stop();
-    bool converse(std::string_view request, int descriptor, std::string &answer,
-                  const std::stop_token &givenUp);
+    std::optional<std::string> converse(std::string_view request, int descriptor,
+                                        const std::stop_token &givenUp);
 
     Program m_program;
     files::Descriptor m_socket;

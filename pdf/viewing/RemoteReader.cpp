@@ -68,8 +68,8 @@ public:
         for (const Rect &area : areas) {
             message.put(area);
         }
-        if (ask(message, -1)) {
-            Reader answer(m_answer);
+        if (const auto bytes = ask(message, -1)) {
+            Reader answer(*bytes);
             for (QString &text : texts) {
                 text = answer.takeText();
             }
@@ -89,26 +89,29 @@ public:
         message.put(width);
         message.put(height);
         message.put(scale);
-        if (!ask(message, buffer->descriptor()) || !Reader(m_answer).takeFlag()) {
+        const auto answer = ask(message, buffer->descriptor());
+        if (!answer || !Reader(*answer).takeFlag()) {
             return std::nullopt;
         }
         return Bitmap{width, height, Pixels(buffer->bytes().first(size), buffer)};
     }
 
 private:
-    bool ask(const Writer &message, int descriptor)
+    std::optional<std::string> ask(const Writer &message, int descriptor)
     {
         // A process that was ended has forgotten the file; the questions that follow have no answer either.
-        m_isUsable = m_isUsable && m_process->ask(message.bytes(), descriptor, m_answer, m_givenUp);
-        return m_isUsable;
+        auto answer = m_isUsable ? m_process->ask(message.bytes(), descriptor, m_givenUp) : std::nullopt;
+        m_isUsable = answer.has_value();
+        return answer;
     }
 
     template <typename Value> std::optional<Value> value(Request kind, int pageIndex)
     {
-        if (!ask(request(kind, pageIndex), -1)) {
+        const auto bytes = ask(request(kind, pageIndex), -1);
+        if (!bytes) {
             return std::nullopt;
         }
-        Reader answer(m_answer);
+        Reader answer(*bytes);
         const bool exists = answer.takeFlag();
         const auto result = answer.take<Value>();
         return exists && answer.isSound() ? std::optional(result) : std::nullopt;
@@ -119,7 +122,6 @@ private:
     std::optional<Rect> m_firstCropBox;
     std::stop_token m_givenUp;
     bool m_isUsable = true;
-    std::string m_answer;
 };
 
 std::unique_ptr<PageReader> readerOf(const files::Descriptor &file, const std::stop_token &givenUp = {})
@@ -129,11 +131,11 @@ std::unique_ptr<PageReader> readerOf(const files::Descriptor &file, const std::s
         return nullptr;
     }
     std::unique_ptr<ReaderProcess> process = ReaderProcess::borrow();
-    std::string bytes;
-    if (!process->ask(request(Request::open, 0).bytes(), file.number(), bytes, givenUp)) {
+    const auto bytes = process->ask(request(Request::open, 0).bytes(), file.number(), givenUp);
+    if (!bytes) {
         return nullptr;
     }
-    Reader answer(bytes);
+    Reader answer(*bytes);
     const bool isOpen = answer.takeFlag();
     const int pages = answer.take<int>();
     const bool hasPage = answer.takeFlag();

@@ -38,8 +38,7 @@ ReaderProcess::Program script(const TemporaryFolder &folder, const std::string &
 /// What the reader answers; nothing when there is no answer.
 std::string answerOf(ReaderProcess &process, const std::string &request = "question")
 {
-    std::string answer;
-    return process.ask(request, -1, answer) ? answer : std::string("none");
+    return process.ask(request, -1).value_or("none");
 }
 
 constexpr const char *echo = "exec cat <&0 >&0";
@@ -94,9 +93,8 @@ TEST(ReaderProcess, OneThatIsGivenUpIsEndedAtOnceAndStartedAnew)
                                      ".new\nmv " + marker + ".new " + marker + "\nexec sleep 1000",
                                  std::chrono::hours(1)));
     std::stop_source givenUp;
-    std::string answer;
-    auto asked = std::async(std::launch::async,
-                            [&] { return process.ask("question", -1, answer, givenUp.get_token()); });
+    auto asked =
+        std::async(std::launch::async, [&] { return process.ask("question", -1, givenUp.get_token()); });
     while (!fs::exists(marker)) {
         std::this_thread::yield();
     }
@@ -109,7 +107,7 @@ TEST(ReaderProcess, OneThatIsGivenUpIsEndedAtOnceAndStartedAnew)
     }
     EXPECT_FALSE(asked.get());
     EXPECT_EQ(::kill(identity, 0), -1) << "it still runs";
-    EXPECT_FALSE(process.ask("question", -1, answer, givenUp.get_token())) << "nobody wants to know";
+    EXPECT_FALSE(process.ask("question", -1, givenUp.get_token())) << "nobody wants to know";
     EXPECT_EQ(answerOf(process, "again"), "again");
 }
 
@@ -118,10 +116,8 @@ TEST(ReaderProcess, AStopAfterTheAnswerTakesNothingBack)
     const TemporaryFolder folder;
     ReaderProcess process(script(folder, echo));
     std::stop_source givenUp;
-    std::string answer;
-    EXPECT_TRUE(process.ask("one", -1, answer, givenUp.get_token()));
+    EXPECT_EQ(process.ask("one", -1, givenUp.get_token()), "one");
     givenUp.request_stop();
-    EXPECT_EQ(answer, "one");
     EXPECT_EQ(answerOf(process, "two"), "two") << "by the same process";
 }
 
@@ -146,9 +142,7 @@ TEST(ReaderProcess, AnOpenFileGoesAlong)
     tests::writeFile(folder / "file", "content");
     const int file = ::open((folder / "file").c_str(), O_RDONLY | O_CLOEXEC);
     ASSERT_GE(file, 0);
-    std::string answer;
-    EXPECT_TRUE(process.ask("with a file", file, answer));
-    EXPECT_EQ(answer, "with a file");
+    EXPECT_EQ(process.ask("with a file", file), "with a file");
     EXPECT_EQ(::close(file), 0);
 }
 
