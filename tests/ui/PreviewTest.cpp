@@ -176,7 +176,7 @@ TEST(PreviewFrame, HasItsFourSidesAtEveryScaleAndPlace)
     auto *page = new PreviewImage(&column);
     QImage paper(1200, 1200, QImage::Format_RGB32);
     paper.fill(Qt::white);
-    page->show(paper);
+    page->setImage(paper);
     column.show();
     /// Whether there is a line between the ground at `outside` and the paper that a step at a time leads to.
     const auto hasLine = [&](const QImage &picture, QPoint outside, QPoint step) {

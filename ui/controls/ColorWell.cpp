@@ -26,7 +26,7 @@ ColorWell::ColorWell(QWidget *parent) : QAbstractButton(parent)
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(this, &QAbstractButton::clicked, this, &ColorWell::openPanel);
-    show(m_color);
+    setDisplayedValue(m_color);
 }
 
 const StampColor &ColorWell::color() const
@@ -34,7 +34,7 @@ const StampColor &ColorWell::color() const
     return m_color;
 }
 
-void ColorWell::show(const StampColor &color)
+void ColorWell::setDisplayedValue(const StampColor &color)
 {
     m_color = color;
     setAccessibleDescription(opaque(color).name());
@@ -65,7 +65,7 @@ void ColorWell::openPanel()
         connect(m_panel, &QColorDialog::currentColorChanged, this, &ColorWell::pick);
         connect(m_panel, &QDialog::rejected, this, [this, before = m_color] {
             if (m_color != before) {
-                show(before);
+                setDisplayedValue(before);
                 Q_EMIT picked(before);
             }
         });
@@ -78,7 +78,7 @@ void ColorWell::pick(const QColor &color)
 {
     const StampColor picked{color.redF(), color.greenF(), color.blueF(), m_color.alpha};
     if (picked != m_color) {
-        show(picked);
+        setDisplayedValue(picked);
         Q_EMIT this->picked(picked);
     }
 }

@@ -16,7 +16,7 @@ public:
 
     [[nodiscard]] const StampColor &color() const;
     /// Shows `color`, without telling of it.
-    void show(const StampColor &color);
+    void setDisplayedValue(const StampColor &color);
 
     /// The panel that chooses, while it is open.
     [[nodiscard]] QColorDialog *panel() const;

@@ -20,7 +20,7 @@ void Picker::add(const QString &title, const QVariant &value)
     setItemData(count() - 1, title, Qt::ToolTipRole);
 }
 
-void Picker::show(const QVariant &value)
+void Picker::setDisplayedValue(const QVariant &value)
 {
     setCurrentIndex(findData(value));
 }

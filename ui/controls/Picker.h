@@ -13,7 +13,7 @@ public:
     /// Adds a choice that stands for `value`.
     void add(const QString &title, const QVariant &value);
     /// Shows the choice of `value`, without telling of it.
-    void show(const QVariant &value);
+    void setDisplayedValue(const QVariant &value);
 
 Q_SIGNALS:
     /// The user chose.

@@ -38,7 +38,7 @@ Stepper::Stepper(double lowest, double highest, double step, Wording wording, QW
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void Stepper::show(double value)
+void Stepper::setDisplayedValue(double value)
 {
     if (value != this->value()) {
         const QSignalBlocker quiet(this);

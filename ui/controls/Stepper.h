@@ -17,7 +17,7 @@ public:
     Stepper(double lowest, double highest, double step, Wording wording, QWidget *parent = nullptr);
 
     /// Shows `value` without telling of it.
-    void show(double value);
+    void setDisplayedValue(double value);
 
     [[nodiscard]] QString textFromValue(double value) const override;
     [[nodiscard]] double valueFromText(const QString &text) const override;

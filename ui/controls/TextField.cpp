@@ -13,7 +13,7 @@ TextField::TextField(const QString &prompt, QWidget *parent) : QLineEdit(parent)
     setMinimumWidth(100);
 }
 
-void TextField::show(const QString &text)
+void TextField::setDisplayedText(const QString &text)
 {
     if (text != this->text()) {
         setText(text);

@@ -11,7 +11,7 @@ public:
     explicit TextField(const QString &prompt = {}, QWidget *parent = nullptr);
 
     /// Shows `text` unless it stands there already.
-    void show(const QString &text);
+    void setDisplayedText(const QString &text);
 
 protected:
     bool event(QEvent *event) override;

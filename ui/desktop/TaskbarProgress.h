@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
-#include "ui/CurrentPlan.h"
+#include "app/CurrentPlan.h"
 
 #include <QDBusConnection>
 #include <QObject>

@@ -61,7 +61,7 @@ void FormSection::bind(TextField *control, const std::function<QString(const Sta
         const QScopedValueRollback typing(*isTyping, true);
         take(typed);
     });
-    const auto showUsed = [this, control, text] { control->show(text(stamp().normalized())); };
+    const auto showUsed = [this, control, text] { control->setDisplayedText(text(stamp().normalized())); };
     follow([isTyping, showUsed] {
         if (!*isTyping) {
             showUsed();

@@ -61,7 +61,7 @@ protected:
         connect(picker, &Picker::picked, this, [this, field](const QVariant &value) {
             edit([&](StampSettings &settings) { settings.*field = static_cast<Case>(value.toInt()); });
         });
-        follow([this, picker, field] { picker->show(static_cast<int>(stamp().*field)); });
+        follow([this, picker, field] { picker->setDisplayedValue(static_cast<int>(stamp().*field)); });
         return picker;
     }
     Picker *makePicker(const QString &title, const char *name);

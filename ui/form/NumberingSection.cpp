@@ -58,7 +58,7 @@ void NumberingSection::addDigits()
     connect(stepper, &QDoubleSpinBox::valueChanged, this, [this](double value) {
         edit([&](StampSettings &settings) { settings.digits = qRound(value); });
     });
-    follow([this, stepper] { stepper->show(static_cast<double>(stamp().digits)); });
+    follow([this, stepper] { stepper->setDisplayedValue(static_cast<double>(stamp().digits)); });
 }
 
 void NumberingSection::addFirstNumber()

@@ -3,6 +3,7 @@
 #include "ui/controls/StyledLabel.h"
 #include "ui/controls/SymbolLabel.h"
 #include "ui/form/Sections.h"
+#include "ui/text/Messages.h"
 #include "ui/text/Titles.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
@@ -108,10 +109,11 @@ void OutputSection::addProblem()
     label->setObjectName(QStringLiteral("folderProblem"));
     QWidget *row = card().addWide(label);
     const auto show = [this, label, row] {
-        const std::optional<QString> problem = environment().output.problem();
+        const std::vector<ProductionConflict> &conflicts = environment().output.conflicts();
+        const std::optional<QString> problem = firstMessageOf(conflicts);
         label->setText(problem.value_or(QString()));
         // The bar under the form tells it as well, always in sight: the same words once are enough.
-        row->setVisible(problem && problem != environment().output.folderProblem());
+        row->setVisible(problem && problem != folderMessageOf(conflicts));
         setSign(problem ? std::optional(SectionSign{QStringLiteral("exclamationmark.octagon.fill"),
                                                     Tone::blocking, *problem})
                         : std::nullopt);

@@ -37,7 +37,7 @@ void PlacementSection::addMeasures()
         connect(made, &QDoubleSpinBox::valueChanged, this, [this, field](double value) {
             edit([&](StampSettings &settings) { settings.*field = value; });
         });
-        follow([this, made, field] { made->show(stamp().*field); });
+        follow([this, made, field] { made->setDisplayedValue(stamp().*field); });
         return made;
     };
     card().addRow(
@@ -60,7 +60,7 @@ void PlacementSection::addFont()
     connect(picker, &Picker::picked, this, [this](const QVariant &name) {
         edit([&](StampSettings &settings) { settings.fontName = name.toString(); });
     });
-    follow([this, picker] { picker->show(stamp().fontName); });
+    follow([this, picker] { picker->setDisplayedValue(stamp().fontName); });
 }
 
 void PlacementSection::addColor()
@@ -71,7 +71,7 @@ void PlacementSection::addColor()
     connect(well, &ColorWell::picked, this, [this](const StampColor &color) {
         edit([&](StampSettings &settings) { settings.color = color; });
     });
-    follow([this, well] { well->show(stamp().color); });
+    follow([this, well] { well->setDisplayedValue(stamp().color); });
 }
 
 } // namespace tallyfold

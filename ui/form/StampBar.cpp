@@ -2,6 +2,7 @@
 
 #include "ui/controls/Separator.h"
 #include "ui/form/WrittenNotice.h"
+#include "ui/text/Messages.h"
 #include "ui/text/PlanText.h"
 #include "ui/text/ResultText.h"
 #include "ui/text/Words.h"
@@ -163,7 +164,7 @@ void StampBar::showStatus()
 
 void StampBar::showProblem()
 {
-    const std::optional<QString> problem = m_environment.output.folderProblem();
+    const std::optional<QString> problem = folderMessageOf(m_environment.output.conflicts());
     m_problem->setText(problem.value_or(QString()));
     m_problemRow->setVisible(problem.has_value());
 }

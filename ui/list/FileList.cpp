@@ -147,7 +147,7 @@ void FileList::showPlan()
         m_view->doItemsLayout();
         m_view->verticalScrollBar()->setValue(scrolled);
     }
-    m_summary->show(*m_environment.plan);
+    m_summary->setPlan(*m_environment.plan);
     const bool isEmpty = m_files.rowCount() == 0;
     const bool hadFocus = m_pages->currentWidget()->isAncestorOf(QApplication::focusWidget());
     m_pages->setCurrentIndex(isEmpty ? 0 : 1);

@@ -1,6 +1,6 @@
 #include "ui/list/FileListModel.h"
 
-#include "ui/list/RowShape.h"
+#include "ui/list/RowLayout.h"
 #include "ui/text/RowText.h"
 
 #include <QDataStream>
@@ -28,7 +28,7 @@ bool haveSameShapes(const ProductionPlan &one, const ProductionPlan &other)
 {
     return std::equal(one.files.begin(), one.files.end(), other.files.begin(), other.files.end(),
                       [](const PlannedFile &file, const PlannedFile &otherFile) {
-                          return RowShape::of(file) == RowShape::of(otherFile);
+                          return RowLayout::of(file) == RowLayout::of(otherFile);
                       });
 }
 

@@ -62,7 +62,7 @@ void FileRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
 
 QSize FileRowDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &index) const
 {
-    const RowShape shape = RowShape::of(qobject_cast<const FileListModel *>(index.model())->file(index));
+    const RowLayout shape = RowLayout::of(qobject_cast<const FileListModel *>(index.model())->file(index));
     const auto known = std::find_if(m_heights.begin(), m_heights.end(),
                                     [&shape](const auto &entry) { return entry.first == shape; });
     if (known != m_heights.end()) {

@@ -2,7 +2,7 @@
 
 #include "ui/list/FileListModel.h"
 #include "ui/list/FileRow.h"
-#include "ui/list/RowShape.h"
+#include "ui/list/RowLayout.h"
 
 #include <QHash>
 #include <QStyledItemDelegate>
@@ -36,7 +36,7 @@ public:
 private:
     int m_width = 0;
     FileRow::RangeRoom m_rangeRoom;
-    mutable std::vector<std::pair<RowShape, int>> m_heights;
+    mutable std::vector<std::pair<RowLayout, int>> m_heights;
 };
 
 } // namespace tallyfold

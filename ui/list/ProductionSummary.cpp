@@ -27,7 +27,7 @@ ProductionSummary::ProductionSummary(QWidget *parent)
     layout->addWidget(m_skipped);
 }
 
-void ProductionSummary::show(const ProductionPlan &plan)
+void ProductionSummary::setPlan(const ProductionPlan &plan)
 {
     const PlanSummary summary = summaryOf(plan);
     m_totals->setText(summary.totals);

@@ -14,7 +14,7 @@ class ProductionSummary final : public QWidget {
 public:
     explicit ProductionSummary(QWidget *parent = nullptr);
 
-    void show(const ProductionPlan &plan);
+    void setPlan(const ProductionPlan &plan);
 
 private:
     StyledLabel *m_totals;

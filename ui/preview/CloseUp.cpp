@@ -17,7 +17,7 @@ CloseUp::CloseUp(QWidget *parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void CloseUp::show(const QImage &image, const std::set<PageEnd> &ends)
+void CloseUp::setImage(const QImage &image, const std::set<PageEnd> &ends)
 {
     m_image = image;
     m_ends = ends;

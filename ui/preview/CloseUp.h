@@ -15,7 +15,7 @@ public:
     explicit CloseUp(QWidget *parent = nullptr);
 
     /// Shows `image`, of whose edge `ends` bear lines; nothing for a null one.
-    void show(const QImage &image, const std::set<PageEnd> &ends);
+    void setImage(const QImage &image, const std::set<PageEnd> &ends);
     /// How wide all of it would be, in device-independent pixels.
     void setWholeWidth(double width);
 

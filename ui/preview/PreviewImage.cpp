@@ -11,7 +11,7 @@ PreviewImage::PreviewImage(QWidget *parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void PreviewImage::show(const QImage &image)
+void PreviewImage::setImage(const QImage &image)
 {
     m_image = image;
     m_scaled = QPixmap();

@@ -12,7 +12,7 @@ class PreviewImage final : public QWidget {
 public:
     explicit PreviewImage(QWidget *parent = nullptr);
 
-    void show(const QImage &image);
+    void setImage(const QImage &image);
     [[nodiscard]] const QImage &image() const;
 
 protected:

@@ -165,7 +165,7 @@ void PreviewPane::showImages()
         m_pages.append(page);
     }
     for (qsizetype page = 0; page < images.size(); ++page) {
-        m_pages[page]->show(images[page]);
+        m_pages[page]->setImage(images[page]);
     }
 }
 
@@ -173,8 +173,8 @@ void PreviewPane::showCloseUp()
 {
     const std::optional<QImage> &closeUp = m_environment.model.closeUp();
     // Pictures of other settings than these are not shown.
-    m_closeUp->show(closeUp.value_or(QImage()),
-                    stampedEnds(m_environment.model.settings().stamp.normalized()));
+    m_closeUp->setImage(closeUp.value_or(QImage()),
+                        stampedEnds(m_environment.model.settings().stamp.normalized()));
     m_closeUpBox->setVisible(closeUp.has_value());
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/AppModel.h"
-#include "ui/CurrentPlan.h"
+#include "app/CurrentPlan.h"
+#include "app/OutputCheck.h"
 #include "ui/Environment.h"
-#include "ui/OutputCheck.h"
 #include "ui/help/HelpRouter.h"
 #include "ui/help/HelpView.h"
 #include "ui/panels/WindowPanels.h"

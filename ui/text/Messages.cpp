@@ -31,6 +31,20 @@ QString messageOf(const ProductionConflict &conflict)
     return words(QT_TRANSLATE_NOOP("Words", "The output folder isn’t there any more. Choose it again."));
 }
 
+std::optional<QString> firstMessageOf(const std::vector<ProductionConflict> &conflicts)
+{
+    return conflicts.empty() ? std::nullopt : std::optional(messageOf(conflicts.front()));
+}
+
+std::optional<QString> folderMessageOf(const std::vector<ProductionConflict> &conflicts)
+{
+    if (conflicts.empty() || conflicts.front().kind == ProductionConflict::Kind::nothingToStamp) {
+        return std::nullopt;
+    }
+    const std::optional<QString> existing = existingFilesMessage(conflicts);
+    return existing ? existing : firstMessageOf(conflicts);
+}
+
 QString messageOf(const PasswordNotice &notice)
 {
     constexpr std::int64_t mostNames = 4;

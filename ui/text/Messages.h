@@ -6,10 +6,20 @@
 
 #include <QString>
 
+#include <optional>
+#include <vector>
+
 namespace tallyfold {
 
 /// What is said of a reason why a production cannot be written.
 [[nodiscard]] QString messageOf(const ProductionConflict &conflict);
+
+/// What is said of the first of `conflicts`; nothing when there are none.
+[[nodiscard]] std::optional<QString> firstMessageOf(const std::vector<ProductionConflict> &conflicts);
+
+/// What is said of the folder that has `conflicts`, with what to do; nothing when there are none, and when
+/// there is only nothing to stamp, which is not the folder's fault.
+[[nodiscard]] std::optional<QString> folderMessageOf(const std::vector<ProductionConflict> &conflicts);
 
 /// What is said of the password-protected files of a plan: at most four by name.
 [[nodiscard]] QString messageOf(const PasswordNotice &notice);

@@ -1,7 +1,4 @@
-#include "ui/OutputCheck.h"
-
-#include "app/RunMessages.h"
-#include "ui/text/Messages.h"
+#include "app/OutputCheck.h"
 
 #include <chrono>
 
@@ -33,20 +30,6 @@ OutputCheck::OutputCheck(AppModel &model, const CurrentPlan &plan, QObject *pare
 const std::vector<ProductionConflict> &OutputCheck::conflicts() const
 {
     return m_conflicts;
-}
-
-std::optional<QString> OutputCheck::problem() const
-{
-    return m_conflicts.empty() ? std::nullopt : std::optional(messageOf(m_conflicts.front()));
-}
-
-std::optional<QString> OutputCheck::folderProblem() const
-{
-    if (m_conflicts.empty() || m_conflicts.front().kind == ProductionConflict::Kind::nothingToStamp) {
-        return std::nullopt;
-    }
-    const std::optional<QString> existing = existingFilesMessage(m_conflicts);
-    return existing ? existing : problem();
 }
 
 void OutputCheck::lookSoon()

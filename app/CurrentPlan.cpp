@@ -1,4 +1,4 @@
-#include "ui/CurrentPlan.h"
+#include "app/CurrentPlan.h"
 
 namespace tallyfold {
 

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "app/CurrentPlan.h"
 #include "core/Production.h"
-#include "ui/CurrentPlan.h"
 
 #include <QObject>
-#include <QString>
 #include <QTimer>
 
-#include <optional>
 #include <vector>
 
 namespace tallyfold {
@@ -24,12 +22,6 @@ public:
 
     /// What a production would report now; nothing while no folder is chosen.
     [[nodiscard]] const std::vector<ProductionConflict> &conflicts() const;
-
-    /// The first of them in words.
-    [[nodiscard]] std::optional<QString> problem() const;
-    /// All of them in a sentence, with what to do; nothing when there is only nothing to stamp, which is not
-    /// the folder's fault.
-    [[nodiscard]] std::optional<QString> folderProblem() const;
 
 Q_SIGNALS:
     void changed();

@@ -1,8 +1,8 @@
-#include "ui/list/RowShape.h"
+#include "ui/list/RowLayout.h"
 
 namespace tallyfold {
 
-RowShape RowShape::of(const PlannedFile &file)
+RowLayout RowLayout::of(const PlannedFile &file)
 {
     if (file.source.problem) {
         return {file.source.problem, false, false, false, std::nullopt};

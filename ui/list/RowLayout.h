@@ -7,16 +7,16 @@
 namespace tallyfold {
 
 /// What of a file decides how tall its row is: cheap to have for thousands of rows.
-struct RowShape {
+struct RowLayout {
     std::optional<SourceProblem> problem;
     bool hasRange = false;
     bool isSkipped = false;
     bool isCoverOnly = false;
     std::optional<QString> existingBates; ///< Its text wraps.
 
-    [[nodiscard]] static RowShape of(const PlannedFile &file);
+    [[nodiscard]] static RowLayout of(const PlannedFile &file);
 
-    bool operator==(const RowShape &) const = default;
+    bool operator==(const RowLayout &) const = default;
 };
 
 } // namespace tallyfold
