@@ -31,7 +31,7 @@ std::strong_ordering AppVersion::operator<=>(const AppVersion &other) const
         order = int{m_suffix.isEmpty()} - int{other.m_suffix.isEmpty()};
     }
     if (order == 0) { // As people read them: "beta2" before "beta10", and "beta.2" is "Beta2".
-        QCollator collator(QLocale(QLocale::English));
+        QCollator collator{QLocale(QLocale::English)};
         collator.setNumericMode(true);
         collator.setIgnorePunctuation(true);
         collator.setCaseSensitivity(Qt::CaseInsensitive);
