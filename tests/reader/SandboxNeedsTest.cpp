@@ -1,6 +1,7 @@
 #include "reader/Sandbox.h"
 
 #include "tests/reader/Child.h"
+#include "tests/reader/SandboxThere.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,6 @@
 #include <csignal>
 #include <ctime>
 #include <ostream>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -134,8 +134,8 @@ class Needed : public testing::TestWithParam<Need> {};
 TEST_P(Needed, IsAnsweredInTheSandboxAsItIsOutside)
 {
     constexpr int notEntered = 255;
-    if (!TALLYFOLD_HAS_SECCOMP || ::prctl(PR_GET_SECCOMP) < 0) {
-        GTEST_SKIP() << "built without libseccomp, or the system has no filters: there is none to be tried";
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     const tests::ChildEnd outside = tests::inChild([] { return errorOf(GetParam().number); });
     const tests::ChildEnd inside = tests::inChild([] {
@@ -150,8 +150,8 @@ INSTANTIATE_TEST_SUITE_P(Sandbox, Needed, testing::ValuesIn(needs),
 
 TEST(SandboxNeeds, SignalsOfItsOwnAreHandledAndReturnedFrom)
 {
-    if (!TALLYFOLD_HAS_SECCOMP || ::prctl(PR_GET_SECCOMP) < 0) {
-        GTEST_SKIP() << "built without libseccomp, or the system has no filters: there is none to be tried";
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     static volatile std::sig_atomic_t handled = 0;
     const tests::ChildEnd end = tests::inChild([] {
@@ -166,8 +166,8 @@ TEST(SandboxNeeds, SignalsOfItsOwnAreHandledAndReturnedFrom)
 
 TEST(SandboxNeeds, ItsOwnLimitsAreLookedAtAndNotChanged)
 {
-    if (!TALLYFOLD_HAS_SECCOMP || ::prctl(PR_GET_SECCOMP) < 0) {
-        GTEST_SKIP() << "built without libseccomp, or the system has no filters: there is none to be tried";
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     const tests::ChildEnd end = tests::inChild([] {
         if (enterSandbox(STDIN_FILENO) != SandboxEntry::entered) {

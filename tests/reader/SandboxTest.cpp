@@ -2,6 +2,7 @@
 
 #include "files/UnderSanitizer.h"
 #include "tests/reader/Child.h"
+#include "tests/reader/SandboxThere.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -43,14 +44,6 @@ using tests::TemporaryFolder;
 namespace {
 
 constexpr int notEntered = 255;
-constexpr const char *leftOut =
-    "built without libseccomp, or the system has no filters: there is none to be tried";
-
-/// Known from elsewhere than the sandbox says of itself: one that left itself out would be tried by nobody.
-bool isLeftOut()
-{
-    return !TALLYFOLD_HAS_SECCOMP || ::prctl(PR_GET_SECCOMP) < 0;
-}
 
 /// What `work` gives in a child inside the sandbox.
 ChildEnd inSandbox(const std::function<int()> &work, int socket = STDIN_FILENO)
@@ -281,8 +274,8 @@ const Attempt attempts[] = {
 
 TEST_P(Forbidden, CallsFail)
 {
-    if (isLeftOut()) {
-        GTEST_SKIP() << leftOut;
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     const Place place;
     const Attempt &attempt = GetParam();
@@ -292,7 +285,9 @@ TEST_P(Forbidden, CallsFail)
     // It is the sandbox that is in the way.
     const ChildEnd outside = inChild([&] { return attempt.work(place); });
     if (outside.code == attempt.error) {
-        GTEST_SKIP() << "the system here answers this call as the sandbox does";
+        GTEST_SKIP() << "the call fails in the sandbox as it has to, but the system here refuses it outside "
+                        "as well: whether the "
+                        "sandbox would is not seen";
     }
     EXPECT_EQ(outside.signal, 0);
 }
@@ -302,8 +297,8 @@ INSTANTIATE_TEST_SUITE_P(Sandbox, Forbidden, testing::ValuesIn(attempts),
 
 TEST(Sandbox, FilesAndFoldersAreRead)
 {
-    if (isLeftOut()) {
-        GTEST_SKIP() << leftOut;
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     const Place place;
     const auto reading = [&] {
@@ -327,8 +322,8 @@ TEST(Sandbox, FilesAndFoldersAreRead)
 
 TEST(Sandbox, IsLeftOutWhereTheSystemHasNoFilters)
 {
-    if (isLeftOut()) {
-        GTEST_SKIP() << leftOut;
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     EXPECT_EQ(inChild([] { return answerFilters(EINVAL) ? static_cast<int>(enterSandbox(0)) : notEntered; }),
               (ChildEnd{static_cast<int>(SandboxEntry::leftOut), 0}));
@@ -336,8 +331,8 @@ TEST(Sandbox, IsLeftOutWhereTheSystemHasNoFilters)
 
 TEST(Sandbox, IsRefusedWhereTheSystemDoesNotLetItIn)
 {
-    if (isLeftOut()) {
-        GTEST_SKIP() << leftOut;
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     for (const int error : {EPERM, EACCES}) {
         EXPECT_EQ(
@@ -348,8 +343,8 @@ TEST(Sandbox, IsRefusedWhereTheSystemDoesNotLetItIn)
 
 TEST(Sandbox, ThreadsStartAndMemoryGrows)
 {
-    if (isLeftOut()) {
-        GTEST_SKIP() << leftOut;
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     const auto working = [] {
         std::vector<char> bytes;
@@ -363,8 +358,8 @@ TEST(Sandbox, ThreadsStartAndMemoryGrows)
 
 TEST(Sandbox, ItsSocketIsTheOneThatIsTalkedThrough)
 {
-    if (isLeftOut()) {
-        GTEST_SKIP() << leftOut;
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     std::array<int, 2> own{};
     std::array<int, 2> others{};
@@ -387,8 +382,8 @@ TEST(Sandbox, ItsSocketIsTheOneThatIsTalkedThrough)
 
 TEST(Sandbox, AnAbortStillEndsTheProcess)
 {
-    if (isLeftOut()) {
-        GTEST_SKIP() << leftOut;
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     const auto aborting = [] {
         ::signal(SIGABRT, SIG_DFL); // Sanitizers have a handler.
@@ -400,8 +395,8 @@ TEST(Sandbox, AnAbortStillEndsTheProcess)
 
 TEST(Sandbox, HoldsEveryThread)
 {
-    if (isLeftOut()) {
-        GTEST_SKIP() << leftOut;
+    if (const char *reason = tests::whyThereIsNoSandbox()) {
+        GTEST_SKIP() << reason;
     }
     const auto fromAnother = [] {
         int error = 0;

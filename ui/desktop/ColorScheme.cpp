@@ -1,5 +1,6 @@
 #include "ui/desktop/ColorScheme.h"
 
+#include "ui/desktop/Portal.h"
 #include "ui/theme/ModernStyle.h"
 #include "ui/theme/Tones.h"
 
@@ -18,8 +19,6 @@ namespace tallyfold {
 
 namespace {
 
-const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
@@ -64,8 +63,8 @@ ColorScheme::ColorScheme(const QDBusConnection &bus, QObject *parent) : QObject(
     qRegisterMetaType<QDBusVariant>(); // The bus looks the slot's parameters up by their names.
     // Followed before it is asked for, so that no change is missed. What cannot be followed can still be
     // asked.
-    if (!m_bus.connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
-                       SLOT(onSettingChanged(QString, QString, QDBusVariant)))) {
+    if (!m_bus.connect(portal::service, portal::path, settingsInterface, QStringLiteral("SettingChanged"),
+                       this, SLOT(onSettingChanged(QString, QString, QDBusVariant)))) {
         qWarning("The desktop's colour scheme cannot be followed: %s",
                  qUtf8Printable(m_bus.lastError().message()));
     }
@@ -75,8 +74,8 @@ ColorScheme::ColorScheme(const QDBusConnection &bus, QObject *parent) : QObject(
 
 void ColorScheme::ask(const QString &key)
 {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(portal, portalPath, settingsInterface, QStringLiteral("Read"));
+    QDBusMessage call = QDBusMessage::createMethodCall(portal::service, portal::path, settingsInterface,
+                                                       QStringLiteral("Read"));
     call << appearance << key;
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, key] {

@@ -1,6 +1,7 @@
 #include "ui/desktop/RunNotification.h"
 
 #include "app/RunMessages.h"
+#include "ui/desktop/Portal.h"
 #include "ui/shell/AppIdentity.h"
 #include "ui/text/ResultText.h"
 #include "ui/text/Words.h"
@@ -19,8 +20,6 @@ namespace {
 
 const QString sessionName = QStringLiteral("org.freedesktop.Notifications");
 const QString sessionPath = QStringLiteral("/org/freedesktop/Notifications");
-const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString portalInterface = QStringLiteral("org.freedesktop.portal.Notification");
 const QString portalId = QStringLiteral("run");
 
@@ -54,7 +53,7 @@ RunNotification::RunNotification(const AppModel &model, Desktop &desktop, const 
         hear(QStringLiteral("ActivationToken"), SLOT(hearToken(uint, QString)));
     } else {
         qDBusRegisterMetaType<QList<QVariantMap>>();
-        m_bus.connect(portalName, portalPath, portalInterface, QStringLiteral("ActionInvoked"), this,
+        m_bus.connect(portal::service, portal::path, portalInterface, QStringLiteral("ActionInvoked"), this,
                       SLOT(hearPortalAction(QString, QString, QVariantList)));
     }
     connect(&model, &AppModel::runningChanged, this, [this, &model] {
@@ -109,7 +108,7 @@ void RunNotification::notifyPortal(const QString &title, const QString &text, bo
                                  {QStringLiteral("action"), showAction}};
         content.insert(QStringLiteral("buttons"), QVariant::fromValue(QList<QVariantMap>{button}));
     }
-    QDBusMessage call = QDBusMessage::createMethodCall(portalName, portalPath, portalInterface,
+    QDBusMessage call = QDBusMessage::createMethodCall(portal::service, portal::path, portalInterface,
                                                        QStringLiteral("AddNotification"));
     call << portalId << content;
     m_bus.send(call);

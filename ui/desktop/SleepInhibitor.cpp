@@ -1,6 +1,7 @@
 #include "ui/desktop/SleepInhibitor.h"
 
 #include "app/AppModel.h"
+#include "ui/desktop/Portal.h"
 #include "ui/text/Words.h"
 
 #include <QDBusMessage>
@@ -14,8 +15,6 @@
 namespace tallyfold {
 
 namespace {
-
-const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
 
 } // namespace
 
@@ -39,9 +38,9 @@ void SleepInhibitor::ask()
     // Going idle locks the screen, as it should with other people's papers on it.
     constexpr uint loggingOut = 1;
     constexpr uint suspending = 4;
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        portal, QStringLiteral("/org/freedesktop/portal/desktop"),
-        QStringLiteral("org.freedesktop.portal.Inhibit"), QStringLiteral("Inhibit"));
+    QDBusMessage call = QDBusMessage::createMethodCall(portal::service, portal::path,
+                                                       QStringLiteral("org.freedesktop.portal.Inhibit"),
+                                                       QStringLiteral("Inhibit"));
     call << QString() << (loggingOut | suspending)
          << QVariantMap{{QStringLiteral("reason"),
                          words(QT_TRANSLATE_NOOP("Words", "A production is being written"))}};
@@ -68,7 +67,7 @@ void SleepInhibitor::letGo()
 void SleepInhibitor::close(const QString &request)
 {
     m_bus.send(QDBusMessage::createMethodCall(
-        portal, request, QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Close")));
+        portal::service, request, QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Close")));
 }
 
 } // namespace tallyfold

@@ -50,31 +50,32 @@ int linesOf(const QString &text, const TextBox &box)
     return static_cast<int>(std::lround(height / (line.ascent + line.descent)));
 }
 
-std::string wrappedText(const QString &text, const TextBox &box)
+/// The content that `append` writes with a stream and fonts.
+template <typename Append> std::string contentOf(const Append &append)
 {
     Typesetting typesetting;
     std::string content;
     ContentStream stream(content);
-    appendWrappedText(stream, text, box, typesetting.fonts());
+    append(stream, typesetting.fonts());
     return content;
+}
+
+std::string wrappedText(const QString &text, const TextBox &box)
+{
+    return contentOf(
+        [&](ContentStream &stream, TextFonts &fonts) { appendWrappedText(stream, text, box, fonts); });
 }
 
 std::string singleLine(const QString &text, const TextBox &box)
 {
-    Typesetting typesetting;
-    std::string content;
-    ContentStream stream(content);
-    appendSingleLine(stream, text, box, typesetting.fonts());
-    return content;
+    return contentOf(
+        [&](ContentStream &stream, TextFonts &fonts) { appendSingleLine(stream, text, box, fonts); });
 }
 
 std::string comb(const QString &text, int cells, const TextBox &box)
 {
-    Typesetting typesetting;
-    std::string content;
-    ContentStream stream(content);
-    appendComb(stream, text, cells, box, typesetting.fonts());
-    return content;
+    return contentOf(
+        [&](ContentStream &stream, TextFonts &fonts) { appendComb(stream, text, cells, box, fonts); });
 }
 
 bool isClippedTo(const std::string &content, const std::string &box)
