@@ -2,6 +2,7 @@
 
 #include "core/OuterSpaces.h"
 #include "core/StampDrawing.h"
+#include "core/ViewerLabel.h"
 #include "files/FileSink.h"
 #include "files/MemorySink.h"
 #include "pdf/copy/CopyWriter.h"
@@ -89,9 +90,10 @@ std::optional<StampError> drawPages(pdf::CopyWriter &copy, Copying &copying,
         if (index == 0) {
             copying.firstPage = copy.pageSize();
         }
-        const std::vector<Line> stamp =
-            lines(file.pages[static_cast<std::size_t>(index)], settings, index, total);
-        if (auto failure = copying.failureOf(copy.endPage(drawing.content(stamp, copy.pageSize())))) {
+        const PlannedPage &page = file.pages[static_cast<std::size_t>(index)];
+        const std::vector<Line> stamp = lines(page, settings, index, total);
+        const Step ended = copy.endPage(drawing.content(stamp, copy.pageSize()), viewerLabel(page, settings));
+        if (auto failure = copying.failureOf(ended)) {
             return failure;
         }
         if (pageDone && !pageDone()) {

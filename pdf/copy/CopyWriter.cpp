@@ -33,6 +33,7 @@ CopyWriter::CopyWriter(Document &source, files::ByteSink &sink, FontCatalog &cat
       m_forms(source, m_copier, m_output),
       m_fonts(m_output, catalog),
       m_tree(m_output),
+      m_labels(m_output),
       m_acroForm(QPDFObjectHandle::newNull())
 {
 }
@@ -66,16 +67,16 @@ Size CopyWriter::pageSize() const
     return m_geometry.displaySize();
 }
 
-CopyWriter::Step CopyWriter::endPage(std::string_view overlay)
+CopyWriter::Step CopyWriter::endPage(std::string_view overlay, const PageLabel &label)
 {
     try {
-        return endPageUnchecked(overlay);
+        return endPageUnchecked(overlay, label);
     } catch (const std::exception &) {
         return Step::sourceUnreadable;
     }
 }
 
-CopyWriter::Step CopyWriter::endPageUnchecked(std::string_view overlay)
+CopyWriter::Step CopyWriter::endPageUnchecked(std::string_view overlay, const PageLabel &label)
 {
     const int form = m_forms.formFor(m_page, m_geometry);
     m_content.clear();
@@ -102,6 +103,7 @@ CopyWriter::Step CopyWriter::endPageUnchecked(std::string_view overlay)
     std::string syntax;
     writePage(syntax, m_tree.add(number), content);
     m_output.writeObject(number, syntax);
+    m_labels.add(label);
     m_copier.drain();
     m_source->release(m_page.dictionary);
     return m_output.hasFailed() ? Step::cannotWrite : Step::done;
@@ -230,6 +232,7 @@ CopyWriter::Step CopyWriter::finish()
             DictionaryWriter catalog(syntax);
             catalog.name("/Type", "/Catalog");
             catalog.reference("/Pages", m_tree.finish());
+            m_labels.finish(catalog);
             const std::string layers = optionalContentProperties(*m_source, m_copier);
             if (!layers.empty()) {
                 catalog.syntax("/OCProperties", layers);

@@ -4,6 +4,7 @@
 #include "pdf/annotations/VisibleAnnotations.h"
 #include "pdf/copy/ObjectCopier.h"
 #include "pdf/copy/PageForms.h"
+#include "pdf/copy/PageLabels.h"
 #include "pdf/source/Document.h"
 #include "pdf/source/PageGeometry.h"
 #include "pdf/source/PageTree.h"
@@ -46,8 +47,8 @@ public:
 
     /// Writes the page that `nextPage` has reached. `overlay` is a content stream in points from the lower
     /// left corner of the upright page, which may use `fonts`, the graphics state `overlayState` and the
-    /// form `overlayForm`; empty for none.
-    [[nodiscard]] Step endPage(std::string_view overlay);
+    /// form `overlayForm`; empty for none. Viewers show `label` as the page's number.
+    [[nodiscard]] Step endPage(std::string_view overlay, const PageLabel &label = {});
 
     /// The name of a graphics state with the opacity `alpha` (0…1) for nonstroking operations; the first
     /// call decides for the whole copy.
@@ -62,7 +63,7 @@ public:
     [[nodiscard]] Step finish();
 
 private:
-    Step endPageUnchecked(std::string_view overlay);
+    Step endPageUnchecked(std::string_view overlay, const PageLabel &label);
     void drawAnnotations(ContentStream &content);
     int writeGenerated(const GeneratedForm &form);
     void writePage(std::string &out, int parent, int content);
@@ -74,6 +75,7 @@ private:
     PageForms m_forms;
     TextFonts m_fonts;
     OutputPageTree m_tree;
+    PageLabels m_labels;
     std::optional<PageTree> m_pages;
     QPDFObjectHandle m_acroForm;
     SourcePage m_page;
