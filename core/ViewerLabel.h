@@ -2,7 +2,7 @@
 
 #include "core/NormalizedSettings.h"
 #include "core/ProductionPlan.h"
-#include "pdf/copy/PageLabels.h"
+#include "pdf/copy/PageLabel.h"
 
 namespace tallyfold {
 

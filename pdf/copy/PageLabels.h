@@ -1,22 +1,11 @@
 #pragma once
 
+#include "pdf/copy/PageLabel.h"
 #include "pdf/syntax/OutputNumberTree.h"
 
 #include <cstdint>
-#include <optional>
-#include <string>
 
 namespace tallyfold::pdf {
-
-/// What viewers call a page, in their page box and beside its thumbnail.
-struct PageLabel {
-    std::u16string prefix;
-    /// Written after the prefix in decimal digits without zeros before it; 1 or more.
-    std::optional<std::int64_t> number;
-
-    [[nodiscard]] bool isEmpty() const;
-    bool operator==(const PageLabel &) const = default;
-};
 
 /// The labels of a file's pages (PDF 1.7, 12.4.2), as ranges whose numbers go up by one. Ranges are written
 /// as they come, so that a long file takes little memory.

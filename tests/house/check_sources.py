@@ -10,8 +10,8 @@ import sys
 
 NONE = r"(?!)"
 # What the rooms of pdf/ offer to those outside of it.
-PDF = ("pdf/copy/CopyVerifier.h", "pdf/copy/CopyWriter.h", "pdf/source/Document.h", "pdf/source/PageGeometry.h",
-       "pdf/syntax/ContentStream.h", "pdf/syntax/Geometry.h", "pdf/syntax/NumberFormat.h", "pdf/text/Graphemes.h",
+PDF = ("pdf/copy/CopyVerifier.h", "pdf/copy/CopyWriter.h", "pdf/copy/PageLabel.h", "pdf/source/Document.h",
+       "pdf/source/PageGeometry.h", "pdf/syntax/ContentStream.h", "pdf/syntax/Geometry.h", "pdf/syntax/NumberFormat.h", "pdf/text/Graphemes.h",
        "pdf/text/ShapedLine.h", "pdf/viewing/Bitmap.h", "pdf/viewing/PageReader.h", "pdf/viewing/ReaderMessages.h")
 # Room: the rooms and headers of ours it may include, and the library headers it may name besides the standard ones.
 ROOMS = {
