@@ -12,12 +12,6 @@ bool isPair(const QString &field, qsizetype index)
     return field[index] == u'\r' && index + 1 < field.size() && field[index + 1] == u'\n';
 }
 
-bool needsGuard(const QString &field)
-{
-    static const QString formulaStarts = QStringLiteral("=+-@\t\r");
-    return !field.isEmpty() && formulaStarts.contains(field.front()) && !isPair(field, 0);
-}
-
 bool needsQuotes(const QString &field)
 {
     static const QString special = QStringLiteral(",\"\n\r");
@@ -32,6 +26,12 @@ bool needsQuotes(const QString &field)
 }
 
 } // namespace
+
+bool needsGuard(const QString &field)
+{
+    static const QString formulaStarts = QStringLiteral("=+-@\t\r");
+    return !field.isEmpty() && formulaStarts.contains(field.front()) && !isPair(field, 0);
+}
 
 QString cell(const QString &field)
 {

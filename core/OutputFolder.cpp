@@ -15,8 +15,8 @@ namespace {
 
 std::string temporaryName(const char *ending)
 {
-    return ".tallyfold-" + QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper().toStdString() +
-           ending;
+    return std::string(hiddenFilePrefix) +
+           QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper().toStdString() + ending;
 }
 
 } // namespace

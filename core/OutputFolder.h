@@ -14,9 +14,14 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace tallyfold {
+
+/// How the names of the hidden files begin in which something is made before it gets its own name. A process
+/// that is killed leaves one.
+inline constexpr std::string_view hiddenFilePrefix = ".tallyfold-";
 
 /// The folder a production is written into. It is opened once, so that what is written stays together even
 /// when the folder is renamed meanwhile. Nothing in it is ever replaced: a file gets its final name only

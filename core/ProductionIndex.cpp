@@ -33,11 +33,15 @@ QStringList indexRow(const PlannedFile &file, const QSet<QString> &failures, con
             numberText(file.firstNumber(), bates),
             numberText(file.lastNumber(), bates),
             QString::number(file.pages.size()),
-            file.isCoverOnly() ? QStringLiteral("copied: cover page only, number not shown")
-                               : QStringLiteral("stamped")};
+            file.isCoverOnly() ? coverOnlyStatus() : QStringLiteral("stamped")};
 }
 
 } // namespace
+
+QString coverOnlyStatus()
+{
+    return QStringLiteral("copied: cover page only, number not shown");
+}
 
 std::optional<QString> skippedStatus(const PlannedFile &file)
 {

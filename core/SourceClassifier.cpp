@@ -24,7 +24,8 @@ std::optional<QString> earlierNumberOnFirstPage(const std::filesystem::path &loc
     if (!crop) {
         return std::nullopt;
     }
-    for (const QString &text : reader->textIn(0, earlierNumberStrips(*crop))) {
+    const auto texts = reader->textIn(0, earlierNumberStrips(*crop));
+    for (const QString &text : texts.value_or(std::vector<QString>())) {
         if (auto number = earlierNumberIn(text)) {
             return number;
         }

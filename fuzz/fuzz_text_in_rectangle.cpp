@@ -40,11 +40,11 @@ void readPage(pdf::PageReader &reader, int page)
         return;
     }
     const auto strips = earlierNumberStrips(*crop);
-    const std::vector<QString> texts = reader.textIn(page, strips);
-    if (texts.size() != strips.size()) {
+    const auto texts = reader.textIn(page, strips);
+    if (texts && texts->size() != strips.size()) {
         std::abort();
     }
-    for (const QString &text : texts) {
+    for (const QString &text : texts.value_or(std::vector<QString>())) {
         (void)earlierNumberIn(text);
     }
     const double width = std::abs(crop->maxX - crop->minX);

@@ -89,15 +89,15 @@ public:
         return Size{box.width(), box.height()};
     }
 
-    std::vector<QString> textIn(int pageIndex, std::span<const Rect> areas) override
+    std::optional<std::vector<QString>> textIn(int pageIndex, std::span<const Rect> areas) override
     {
         try {
             if (const auto page = pageAt(pageIndex)) {
                 return PageText(*page).in(areas);
             }
-        } catch (const std::exception &) { // Treated as a page without text.
+        } catch (const std::exception &) { // Such as a page that takes more memory than there is.
         }
-        return std::vector<QString>(areas.size());
+        return std::nullopt;
     }
 
     std::optional<Bitmap> render(int pageIndex, int width, int height, double scale) override

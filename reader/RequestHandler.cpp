@@ -101,10 +101,10 @@ void RequestHandler::putTexts(Writer &answer, int page, Reader &request)
     for (std::uint32_t area = 0; area < count; ++area) {
         areas.push_back(request.take<pdf::Rect>());
     }
-    const std::vector<QString> texts =
-        m_pages && request.isSound() ? m_pages->textIn(page, areas) : std::vector<QString>(areas.size());
-    for (const QString &text : texts) {
-        answer.putText(text);
+    const auto texts = m_pages && request.isSound() ? m_pages->textIn(page, areas) : std::nullopt;
+    answer.put(texts.has_value());
+    if (texts) {
+        std::for_each(texts->begin(), texts->end(), [&](const QString &text) { answer.putText(text); });
     }
 }
 

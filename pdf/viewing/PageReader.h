@@ -22,7 +22,8 @@ public:
 
     /// A reader of the file at `path`, or of a file in memory; null when it cannot be read or needs a
     /// password. Once a stop is requested, on any thread, calls return at once without a result.
-    [[nodiscard]] static std::unique_ptr<PageReader> open(const std::filesystem::path &path);
+    [[nodiscard]] static std::unique_ptr<PageReader> open(const std::filesystem::path &path,
+                                                          const std::stop_token &givenUp = {});
     [[nodiscard]] static std::unique_ptr<PageReader> open(std::vector<char> bytes,
                                                           const std::stop_token &givenUp = {});
 
@@ -38,8 +39,9 @@ public:
 
     /// For each of `areas`, in the page's own coordinates whatever its rotation, the text of the glyphs whose
     /// middle lies in it: words separated by spaces, lines by line feeds. Text outside of the crop box is
-    /// left out. Empty where the page cannot be read.
-    [[nodiscard]] virtual std::vector<QString> textIn(int pageIndex, std::span<const Rect> areas) = 0;
+    /// left out. Nothing where the page cannot be read.
+    [[nodiscard]] virtual std::optional<std::vector<QString>> textIn(int pageIndex,
+                                                                     std::span<const Rect> areas) = 0;
 
     /// The page on white, `scale` pixels to the point, `width` by `height` pixels from its upper left corner.
     /// Nothing when there is no such page or the picture cannot be made.

@@ -24,7 +24,7 @@ enum class Request : std::uint8_t {
                ///< and its crop box, which is always needed first.
     cropBox,   ///< Page. Reply: whether there is one, and the box.
     mediaSize, ///< Page. Reply: whether there is one, and the size.
-    text,      ///< Page and areas. Reply: a text for each area.
+    text,      ///< Page and areas. Reply: whether it was read, and then a text for each area.
     render,    ///< Page, width, height, scale, with a file of the size of the bitmap. Reply: whether it was
                ///< drawn.
 };

@@ -60,21 +60,25 @@ public:
         return value<Size>(Request::mediaSize, pageIndex);
     }
 
-    [[nodiscard]] std::vector<QString> textIn(int pageIndex, std::span<const Rect> areas) override
+    [[nodiscard]] std::optional<std::vector<QString>> textIn(int pageIndex,
+                                                             std::span<const Rect> areas) override
     {
-        std::vector<QString> texts(areas.size());
         Writer message = request(Request::text, pageIndex);
         message.put(static_cast<std::uint32_t>(areas.size()));
         for (const Rect &area : areas) {
             message.put(area);
         }
-        if (const auto bytes = ask(message, -1)) {
-            Reader answer(*bytes);
-            for (QString &text : texts) {
-                text = answer.takeText();
-            }
+        const auto bytes = ask(message, -1);
+        if (!bytes) {
+            return std::nullopt;
         }
-        return texts;
+        Reader answer(*bytes);
+        const bool wasRead = answer.takeFlag();
+        std::vector<QString> texts(areas.size());
+        for (QString &text : texts) {
+            text = answer.takeText();
+        }
+        return wasRead && answer.isSound() ? std::optional(std::move(texts)) : std::nullopt;
     }
 
     [[nodiscard]] std::optional<Bitmap> render(int pageIndex, int width, int height, double scale) override
@@ -150,9 +154,10 @@ std::unique_ptr<PageReader> readerOf(const files::Descriptor &file, const std::s
 
 } // namespace
 
-std::unique_ptr<PageReader> PageReader::open(const std::filesystem::path &path)
+std::unique_ptr<PageReader> PageReader::open(const std::filesystem::path &path,
+                                             const std::stop_token &givenUp)
 {
-    return readerOf(files::Descriptor::ofFile(path));
+    return readerOf(files::Descriptor::ofFile(path), givenUp);
 }
 
 std::unique_ptr<PageReader> PageReader::open(std::vector<char> bytes, const std::stop_token &givenUp)
