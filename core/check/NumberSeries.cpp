@@ -14,7 +14,7 @@ namespace {
 /// Ranges by which a way to cut texts is chosen: as many tell as much as all.
 constexpr std::size_t maxTried = 2000;
 /// Digits of prefix or suffix right beside the number that are thought of.
-constexpr qsizetype maxFixedDigits = 12;
+constexpr qsizetype maxFixedDigits = 8;
 
 /// A range with its texts cut.
 struct CutRange {
@@ -32,6 +32,12 @@ struct CutRange {
     [[nodiscard]] bool isOfSeries(const CutRange &other) const
     {
         return prefix == other.prefix && suffix == other.suffix;
+    }
+    /// Whether the first number is printed as the one that comes after `before`.
+    [[nodiscard]] bool follows(const CutRange &before) const
+    {
+        return isOfSeries(before) && first == before.last + 1 &&
+               digits == std::max(before.digits, QString::number(first).size());
     }
 };
 
@@ -90,8 +96,7 @@ std::size_t breaks(std::span<const NumberRange> ranges, std::span<const std::siz
     std::size_t count = 2 * (members.size() - found.size());
     for (std::size_t next = 1; next < found.size(); ++next) {
         const CutRange &before = found[next - 1];
-        const bool follows = found[next].isOfSeries(before) && found[next].first == before.last + 1;
-        count += follows ? 0U : 1U;
+        count += found[next].follows(before) ? 0U : 1U;
     }
     return count;
 }
@@ -113,9 +118,10 @@ Cut bestCut(std::span<const NumberRange> ranges, const Members &members)
         attempt({run, 0, 0});
     }
     for (std::size_t run = runs; run-- > 0;) {
-        for (qsizetype digits = 1; digits <= maxFixedDigits; ++digits) {
-            attempt({run, digits, 0});
-            attempt({run, 0, digits});
+        for (qsizetype before = 0; before <= maxFixedDigits; ++before) {
+            for (qsizetype behind = 0; behind <= maxFixedDigits; ++behind) {
+                attempt({run, before, behind});
+            }
         }
     }
     return best;
