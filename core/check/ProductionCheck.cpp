@@ -93,6 +93,9 @@ private:
                 ++pages;
             };
             found = checkCopy(copy, place.folder, pageDone, m_givenUp);
+            if (auto change = m_productions[place.folder].changeOf(copy.path, m_givenUp)) {
+                insert(found, place, std::move(*change));
+            }
         }
         if (!m_givenUp.stop_requested()) {
             show(copy.indexed.name, std::max<std::int64_t>(copy.indexed.pages - pages, 0));
@@ -132,7 +135,12 @@ private:
 
     void add(const Place &place, Finding::What what)
     {
-        std::vector<Finding> &findings = findingsOf(place);
+        insert(findingsOf(place), place, std::move(what));
+    }
+
+    /// Before what is told of single pages.
+    void insert(std::vector<Finding> &findings, const Place &place, Finding::What what) const
+    {
         const auto firstOfPage = std::find_if(findings.begin(), findings.end(), [](const Finding &finding) {
             return finding.page.has_value();
         });

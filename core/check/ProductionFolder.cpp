@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 namespace {
 
 /// An index of a million rows has a fifth of that.
-constexpr std::int64_t maxIndexSize = 512 * 1024 * 1024;
+constexpr std::int64_t maxTableSize = 512 * 1024 * 1024;
 
 /// What lies in a folder itself, by name.
 class Listing {
@@ -87,15 +87,14 @@ private:
     std::size_t m_folder;
 };
 
-IndexContents indexIn(const Listing &listing, Report &report)
+IndexContents contentsOf(const fs::path &index, Report &report)
 {
     const QString &name = ProductionOptions::indexName;
-    const fs::path path = listing.pathOf(name);
-    if (path.empty()) {
+    if (index.empty()) {
         report.add(name, IndexMissing{});
         return {};
     }
-    const auto bytes = wholeFile(path, maxIndexSize);
+    const auto bytes = wholeFile(index, maxTableSize);
     if (const auto *error = std::get_if<std::error_code>(&bytes)) {
         report.add(name, IndexUnreadable{*error});
         return {};
@@ -107,11 +106,29 @@ IndexContents indexIn(const Listing &listing, Report &report)
     return contents;
 }
 
+std::optional<HashLines> hashesIn(const fs::path &list, Report &report)
+{
+    if (list.empty()) {
+        return std::nullopt;
+    }
+    const auto bytes = wholeFile(list, maxTableSize);
+    if (std::holds_alternative<std::error_code>(bytes)) {
+        report.add(ProductionFolder::hashListName, HashListNotUnderstood{0});
+        return std::nullopt;
+    }
+    HashLines hashes = HashLines::of(std::get<QByteArray>(bytes));
+    for (const std::int64_t line : hashes.linesNotUnderstood) {
+        report.add(ProductionFolder::hashListName, HashListNotUnderstood{line});
+    }
+    return hashes;
+}
+
 } // namespace
 
 ProductionFolder ProductionFolder::of(const fs::path &path, std::size_t folder)
 {
-    ProductionFolder production{path, {}, {}};
+    ProductionFolder production;
+    production.path = path;
     Report report(production.findings, folder);
     std::error_code error;
     const Listing listing(path, error);
@@ -119,11 +136,25 @@ ProductionFolder ProductionFolder::of(const fs::path &path, std::size_t folder)
         report.add({}, FolderUnreadable{error});
         return production;
     }
+    production.index = listing.pathOf(ProductionOptions::indexName);
+    production.hashes = hashesIn(listing.pathOf(hashListName), report);
     std::set<fs::path> named;
-    for (IndexedCopy &indexed : indexIn(listing, report).copies) {
+    std::set<QString> namedInIndex;
+    for (IndexedCopy &indexed : contentsOf(production.index, report).copies) {
         fs::path copy = listing.pathOf(indexed.name);
         named.insert(copy);
+        namedInIndex.insert(indexed.name);
         production.copies.push_back({std::move(indexed), std::move(copy)});
+    }
+    if (auto change = production.index.empty() ? std::nullopt : production.changeOf(production.index)) {
+        report.add(ProductionOptions::indexName, std::move(*change));
+    }
+    const HashLines noHashes;
+    for (const auto &[file, digest] : production.hashes.value_or(noHashes).digests) {
+        const QString name = displayName(fs::path(file));
+        if (listing.pathOf(name).empty() && !namedInIndex.contains(name)) {
+            report.add(name, CopyMissing{});
+        }
     }
     for (const fs::path &file : listing.files()) {
         const std::string name = file.filename().string();
@@ -134,6 +165,21 @@ ProductionFolder ProductionFolder::of(const fs::path &path, std::size_t folder)
         }
     }
     return production;
+}
+
+std::optional<Finding::What> ProductionFolder::changeOf(const fs::path &file,
+                                                        const std::stop_token &givenUp) const
+{
+    if (!hashes) {
+        return std::nullopt;
+    }
+    const auto digest = hashes->digests.find(file.filename().string());
+    if (digest == hashes->digests.end()) {
+        return NotInHashList{};
+    }
+    const auto hashed = sha256Of(file, givenUp);
+    const auto *there = std::get_if<HashedFile>(&hashed);
+    return there && there->digest != digest->second ? std::optional<Finding::What>(Changed{}) : std::nullopt;
 }
 
 } // namespace tallyfold::check

@@ -23,7 +23,7 @@ ROOMS = {
     "pdf/copy": (("files", "pdf/syntax", "pdf/source", "pdf/text", "pdf/annotations", "pdf/copy"), r"qpdf/.+"),
     "pdf/viewing": (("files", "pdf/syntax", "pdf/viewing"), r"Q\w+"),
     "reader": (("files", *PDF, "reader"), r"Q\w+|poppler-.+|seccomp\.h"),
-    "core": (("files", *PDF, "core"), r"Q\w+|unicode/.+"),
+    "core": (("files", *PDF, "core"), r"Q\w+|unicode/.+|openssl/evp\.h"),
     "app": (("files", "core", "app"), r"Q\w+"),
     "window_support": (("window_support",), r"Q\w+"),
     "ui/desktop": (("core", "app", "window_support", "ui"), r"Q\w+"),
