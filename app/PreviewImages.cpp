@@ -1,5 +1,6 @@
 #include "app/PreviewImages.h"
 
+#include "app/Log.h"
 #include "core/StampError.h"
 #include "core/Stamper.h"
 
@@ -39,7 +40,10 @@ PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &se
         if (!images.pages.isEmpty()) {
             images.closeUp = closeUpOf(images.pages.front(), preview.firstPage.width, settings.normalized());
         }
-    } catch (const StampError &) {
+    } catch (const StampError &error) {
+        if (!error.is<StampError::Cancelled>()) {
+            qCInfo(appLog) << "no preview:" << error;
+        }
         return {}; // The list says already what is the matter with the file.
     }
     return images;

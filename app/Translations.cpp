@@ -1,5 +1,7 @@
 #include "app/Translations.h"
 
+#include "app/Log.h"
+
 #include <QCoreApplication>
 
 /// A static library's resources are not there by themselves. The macro asks for the global namespace.
@@ -18,7 +20,9 @@ QStringList Translations::languages()
 Translations::Translations(const QString &language)
 {
     initResources();
-    install(m_texts, QStringLiteral("tallyfold_") + language);
+    if (!install(m_texts, QStringLiteral("tallyfold_") + language)) {
+        qCInfo(appLog) << "there is no catalogue of the language" << language;
+    }
     install(m_desktop, QStringLiteral("tallyfold_%1_desktop").arg(language));
 }
 
@@ -28,11 +32,10 @@ Translations::~Translations()
     QCoreApplication::removeTranslator(&m_texts);
 }
 
-void Translations::install(QTranslator &translator, const QString &name)
+bool Translations::install(QTranslator &translator, const QString &name)
 {
-    if (translator.load(QStringLiteral(":/translations/") + name + QStringLiteral(".qm"))) {
-        QCoreApplication::installTranslator(&translator);
-    }
+    return translator.load(QStringLiteral(":/translations/") + name + QStringLiteral(".qm")) &&
+           QCoreApplication::installTranslator(&translator);
 }
 
 } // namespace tallyfold

@@ -21,7 +21,8 @@ public:
     Translations &operator=(const Translations &) = delete;
 
 private:
-    void install(QTranslator &translator, const QString &name);
+    /// False when there is no catalogue `name`.
+    static bool install(QTranslator &translator, const QString &name);
 
     QTranslator m_texts;
     QTranslator m_desktop;

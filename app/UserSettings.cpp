@@ -1,5 +1,9 @@
 #include "app/UserSettings.h"
 
+#include "app/Log.h"
+
+#include <utility>
+
 namespace tallyfold {
 
 UserSettings::UserSettings()
@@ -10,5 +14,25 @@ UserSettings::UserSettings()
 }
 
 UserSettings::UserSettings(const QString &path) : QSettings(path, QSettings::IniFormat) {}
+
+UserSettings::~UserSettings()
+{
+    sync();
+    logStatus();
+}
+
+bool UserSettings::event(QEvent *event)
+{
+    const bool isDone = QSettings::event(event); // Writes what was set.
+    logStatus();
+    return isDone;
+}
+
+void UserSettings::logStatus()
+{
+    if (status() != NoError && !std::exchange(m_isLogged, true)) {
+        qCInfo(appLog) << "the settings file cannot be read or written:" << status();
+    }
+}
 
 } // namespace tallyfold

@@ -1,5 +1,6 @@
 #include "reader/PopplerReader.h"
 
+#include "reader/Log.h"
 #include "reader/PageText.h"
 
 #include <poppler-document.h>
@@ -95,7 +96,8 @@ public:
             if (const auto page = pageAt(pageIndex)) {
                 return PageText(*page).in(areas);
             }
-        } catch (const std::exception &) { // Such as a page that takes more memory than there is.
+        } catch (const std::exception &failure) { // Such as a page that takes more memory than there is.
+            qCInfo(readerLog) << "text of page" << pageIndex + 1 << "failed:" << failure.what();
         }
         return std::nullopt;
     }
@@ -126,8 +128,13 @@ public:
                                       poppler::page_renderer::text_antialiasing);
             const poppler::image image =
                 renderer.render_page(page.get(), 72 * scale, 72 * scale, 0, 0, width, height);
-            return put(image, pixels, width, height);
-        } catch (const std::exception &) {
+            const bool isDrawn = put(image, pixels, width, height);
+            if (!isDrawn) {
+                qCInfo(readerLog) << "Poppler drew no picture of page" << pageIndex + 1;
+            }
+            return isDrawn;
+        } catch (const std::exception &failure) {
+            qCInfo(readerLog) << "drawing page" << pageIndex + 1 << "failed:" << failure.what();
             return false;
         }
     }
@@ -159,10 +166,13 @@ std::unique_ptr<LocalReader> openWithPoppler(const std::filesystem::path &path)
         prepare();
         std::unique_ptr<poppler::document> document(poppler::document::load_from_file(path.native()));
         if (!document || document->is_locked()) {
+            qCInfo(readerLog) << (document ? "a document needs a password"
+                                           : "Poppler cannot open a document");
             return nullptr;
         }
         return std::make_unique<PopplerReader>(std::move(document));
-    } catch (const std::exception &) {
+    } catch (const std::exception &failure) {
+        qCInfo(readerLog) << "opening a document failed:" << failure.what();
         return nullptr;
     }
 }

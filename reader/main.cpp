@@ -2,6 +2,7 @@
 // through its standard input, a socket. It may be killed at any time, and ends with the connection.
 
 #include "reader/Limits.h"
+#include "reader/Log.h"
 #include "reader/RequestHandler.h"
 #include "reader/Sandbox.h"
 
@@ -14,7 +15,18 @@ using namespace tallyfold::reader;
 int main()
 {
     // Without its limits, or without the sandbox on a system that has it, nothing is read.
-    if (!limitResources() || enterSandbox(STDIN_FILENO) == SandboxEntry::refused) {
+    if (!limitResources()) {
+        qCInfo(readerLog) << "the system refuses the limits of resources";
+        return EXIT_FAILURE;
+    }
+    switch (enterSandbox(STDIN_FILENO)) {
+    case SandboxEntry::entered:
+        break;
+    case SandboxEntry::leftOut:
+        qCInfo(readerLog) << "there is no filter of system calls";
+        break;
+    case SandboxEntry::refused:
+        qCInfo(readerLog) << "the system refuses the filter of system calls";
         return EXIT_FAILURE;
     }
     RequestHandler handler(std::chrono::seconds(10));

@@ -4,6 +4,7 @@
 #include "pdf/annotations/AppearanceForm.h"
 #include "pdf/annotations/FieldAppearance.h"
 #include "pdf/annotations/MarkupAppearance.h"
+#include "pdf/source/FailureLog.h"
 #include "pdf/source/PageGeometry.h"
 
 #include <exception>
@@ -85,7 +86,8 @@ void drawVisibleAnnotations(QPDFObjectHandle page, QPDFObjectHandle acroForm, in
             appearance = appearanceOf(annotation, acroForm, rotation, fonts);
         } catch (const std::bad_alloc &) {
             throw; // Out of memory is not malformed.
-        } catch (const std::exception &) {
+        } catch (const std::exception &failure) {
+            logFailure("drawing an annotation", failure);
             continue; // A malformed annotation is left out alone.
         }
         if (appearance) {

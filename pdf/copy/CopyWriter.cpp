@@ -1,6 +1,7 @@
 #include "pdf/copy/CopyWriter.h"
 
 #include "pdf/copy/OptionalContent.h"
+#include "pdf/source/FailureLog.h"
 #include "pdf/syntax/NumberFormat.h"
 
 #include <exception>
@@ -57,7 +58,8 @@ CopyWriter::Step CopyWriter::nextPage()
         m_page = std::move(*page);
         m_geometry = geometryOf(m_page);
         return Step::done;
-    } catch (const std::exception &) {
+    } catch (const std::exception &failure) {
+        logFailure("reading a page", failure);
         return Step::sourceUnreadable;
     }
 }
@@ -71,7 +73,8 @@ CopyWriter::Step CopyWriter::endPage(std::string_view overlay, const PageLabel &
 {
     try {
         return endPageUnchecked(overlay, label);
-    } catch (const std::exception &) {
+    } catch (const std::exception &failure) {
+        logFailure("copying a page", failure);
         return Step::sourceUnreadable;
     }
 }
@@ -242,7 +245,8 @@ CopyWriter::Step CopyWriter::finish()
         const int number = m_output.reserve();
         m_output.writeObject(number, syntax);
         m_output.finish(number);
-    } catch (const std::exception &) {
+    } catch (const std::exception &failure) {
+        logFailure("finishing a copy", failure);
         return Step::sourceUnreadable;
     }
     return m_output.hasFailed() ? Step::cannotWrite : Step::done;

@@ -2,6 +2,7 @@
 
 #include "pdf/annotations/AppearanceForm.h"
 #include "pdf/copy/ResourceUse.h"
+#include "pdf/source/FailureLog.h"
 #include "pdf/source/FileInput.h"
 #include "pdf/source/RawStream.h"
 #include "pdf/syntax/NumberFormat.h"
@@ -365,7 +366,10 @@ void ObjectCopier::writeStreamData(int number, std::string_view entries, const Q
             m_data.append(bytes);
         }
     });
-    QPDFObjectHandle(stream).pipeStreamData(&pipe, 0, qpdf_dl_none, true, false);
+    bool isDecoded = false;
+    if (!QPDFObjectHandle(stream).pipeStreamData(&pipe, &isDecoded, 0, qpdf_dl_none, true, false)) {
+        logDamagedStream(stream);
+    }
     if (isBegun) {
         m_output->endStream();
     } else {

@@ -1,5 +1,6 @@
 #include "pdf/source/Document.h"
 
+#include "pdf/source/FailureLog.h"
 #include "pdf/source/FileInput.h"
 #include "pdf/source/MemoryLimit.h"
 #include "pdf/source/PageTree.h"
@@ -60,10 +61,12 @@ Document::Opened Document::open(const std::filesystem::path &path)
             return unreadable();
         }
         return std::unique_ptr<Document>(new Document(std::move(parts)));
-    } catch (const QPDFExc &failure) {
-        return failure.getErrorCode() == qpdf_e_password ? OpenFailure{OpenFailure::Kind::locked, {}}
-                                                         : unreadable();
-    } catch (const std::exception &) {
+    } catch (const std::exception &failure) {
+        const auto *parsing = dynamic_cast<const QPDFExc *>(&failure);
+        if (parsing != nullptr && parsing->getErrorCode() == qpdf_e_password) {
+            return OpenFailure{OpenFailure::Kind::locked, {}};
+        }
+        logFailure("opening a document", failure);
         return unreadable();
     }
 }
@@ -107,7 +110,8 @@ std::int64_t Document::pageCount()
             release(page->dictionary);
         }
         return count;
-    } catch (const std::exception &) {
+    } catch (const std::exception &failure) {
+        logFailure("counting pages", failure);
         return 0;
     }
 }

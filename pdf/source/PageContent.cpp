@@ -1,6 +1,7 @@
 #include "pdf/source/PageContent.h"
 
 #include "pdf/source/Document.h"
+#include "pdf/source/FailureLog.h"
 #include "pdf/source/RawStream.h"
 
 #include <stdexcept>
@@ -36,7 +37,10 @@ std::string joinedContent(const std::vector<QPDFObjectHandle> &streams, std::siz
         content.append(bytes);
     });
     for (QPDFObjectHandle stream : streams) {
-        stream.pipeStreamData(&pipe, 0, qpdf_dl_specialized, true, false);
+        bool isDecoded = false;
+        if (!stream.pipeStreamData(&pipe, &isDecoded, 0, qpdf_dl_specialized, true, false) || !isDecoded) {
+            logDamagedStream(stream);
+        }
         content.push_back('\n');
         if (isTooLong) {
             throw std::length_error("page content");

@@ -1,5 +1,6 @@
 #include "pdf/text/EmbeddedFont.h"
 
+#include "pdf/log/Log.h"
 #include "pdf/syntax/Deflater.h"
 #include "pdf/syntax/NumberFormat.h"
 #include "pdf/syntax/Spelling.h"
@@ -165,6 +166,9 @@ void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, EntryWri
     }
     const std::vector<std::uint32_t> glyphs(wanted.begin(), wanted.end());
     const std::shared_ptr<const FontProgram> program = subset(m_face, glyphs);
+    if (!program) {
+        qCInfo(pdfLog) << "a font cannot be embedded:" << m_face->postScriptName().c_str();
+    }
     std::map<std::uint32_t, std::uint16_t> cids;
     std::map<std::uint16_t, double> widths;
     for (std::size_t index = 0; program && index < glyphs.size(); ++index) {

@@ -1,5 +1,6 @@
 #include "pdf/text/FontCatalog.h"
 
+#include "pdf/log/Log.h"
 #include "pdf/text/FontRequest.h"
 
 #include <algorithm>
@@ -208,6 +209,7 @@ FontCatalog::Face FontCatalog::find(const QString &postScriptName)
             return face;
         }
     }
+    qCInfo(pdfLog) << "no font that can be embedded is installed";
     return nullptr;
 }
 

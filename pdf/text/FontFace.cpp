@@ -1,5 +1,7 @@
 #include "pdf/text/FontFace.h"
 
+#include "pdf/log/Log.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -98,6 +100,7 @@ std::shared_ptr<const FontFace> FontFace::load(const std::filesystem::path &path
 {
     const Blob blob(hb_blob_create_from_file_or_fail(path.c_str()));
     if (!blob) {
+        qCInfo(pdfLog) << "a font file cannot be read:" << path.c_str();
         return nullptr;
     }
     auto handles = std::make_unique<Handles>();
@@ -105,6 +108,7 @@ std::shared_ptr<const FontFace> FontFace::load(const std::filesystem::path &path
     handles->face.reset(hb_face_create(blob.get(), index & 0xffffU));
     hb_face_t *face = handles->face.get();
     if (hb_face_get_glyph_count(face) == 0 || !mayBeEmbedded(face)) {
+        qCInfo(pdfLog) << "a font has no glyphs or may not be embedded:" << path.c_str();
         return nullptr;
     }
     if (hasTable(face, HB_TAG('g', 'l', 'y', 'f'))) {
@@ -112,6 +116,7 @@ std::shared_ptr<const FontFace> FontFace::load(const std::filesystem::path &path
     } else if (hasTable(face, HB_TAG('C', 'F', 'F', ' '))) {
         handles->outlines = Outlines::cff;
     } else {
+        qCInfo(pdfLog) << "a font has no outlines that can be embedded:" << path.c_str();
         return nullptr;
     }
     hb_face_make_immutable(face);

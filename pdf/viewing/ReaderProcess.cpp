@@ -1,5 +1,6 @@
 #include "pdf/viewing/ReaderProcess.h"
 
+#include "pdf/log/Log.h"
 #include "pdf/viewing/ReaderMessages.h"
 
 #include <array>
@@ -34,6 +35,16 @@ std::vector<std::unique_ptr<ReaderProcess>> &kept()
 {
     static std::vector<std::unique_ptr<ReaderProcess>> processes;
     return processes;
+}
+
+/// Logs how the reader ended that gave no answer, from the `status` of waitpid.
+void logEnd(int status)
+{
+    if (WIFSIGNALED(status)) {
+        qCInfo(pdfLog) << "the reader gave no answer; it was ended by signal" << WTERMSIG(status);
+    } else {
+        qCInfo(pdfLog) << "the reader gave no answer; it ended with code" << WEXITSTATUS(status);
+    }
 }
 
 } // namespace
@@ -92,6 +103,7 @@ bool ReaderProcess::start()
 {
     std::array<int, 2> sockets{};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
+        qCInfo(pdfLog) << "no socket for the reader:" << std::generic_category().message(errno).c_str();
         return false;
     }
     files::Descriptor own(sockets[0]);
@@ -114,6 +126,7 @@ bool ReaderProcess::start()
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
+        qCInfo(pdfLog) << "the reader cannot be started:" << std::generic_category().message(error).c_str();
         m_process = -1;
         return false;
     }
@@ -126,16 +139,18 @@ std::shared_ptr<SharedPixelBuffer> ReaderProcess::bufferFor(std::size_t size)
     return m_buffers.lend(size);
 }
 
-void ReaderProcess::stop()
+int ReaderProcess::stop()
 {
+    int status = 0;
     m_buffers.clear(); // The next process has nothing to do with this one.
     m_socket = files::Descriptor();
     if (m_process > 0) {
         ::kill(m_process, SIGKILL);
-        while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
+        while (::waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
         }
         m_process = -1;
     }
+    return status;
 }
 
 std::optional<std::string> ReaderProcess::ask(std::string_view request, int descriptor,
@@ -146,7 +161,10 @@ std::optional<std::string> ReaderProcess::ask(std::string_view request, int desc
     }
     std::optional<std::string> answer = converse(request, descriptor, givenUp);
     if (!answer) {
-        stop();
+        const int status = stop();
+        if (!givenUp.stop_requested()) {
+            logEnd(status);
+        }
     }
     return answer;
 }

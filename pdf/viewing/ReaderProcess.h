@@ -53,7 +53,8 @@ private:
     /// when memory ran out.
     [[nodiscard]] bool isWaiting() const;
     bool start();
-    void stop();
+    /// Ends the process; gives its status as waitpid has it, 0 when none ran.
+    int stop();
     std::optional<std::string> converse(std::string_view request, int descriptor,
                                         const std::stop_token &givenUp);
 

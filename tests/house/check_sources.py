@@ -16,12 +16,13 @@ PDF = ("pdf/copy/CopyVerifier.h", "pdf/copy/CopyWriter.h", "pdf/copy/PageLabel.h
 # Room: the rooms and headers of ours it may include, and the library headers it may name besides the standard ones.
 ROOMS = {
     "files": (("files",), NONE),
+    "pdf/log": (("pdf/log",), r"QLoggingCategory"),
     "pdf/syntax": (("files", "pdf/syntax"), r"QCryptographicHash|zlib\.h"),
-    "pdf/source": (("files", "pdf/syntax", "pdf/source"), r"Q\w+|qpdf/.+"),
-    "pdf/text": (("pdf/syntax", "pdf/text"), r"Q\w+|harfbuzz/.+|fontconfig/.+|unicode/.+"),
+    "pdf/source": (("files", "pdf/log", "pdf/syntax", "pdf/source"), r"Q\w+|qpdf/.+"),
+    "pdf/text": (("pdf/log", "pdf/syntax", "pdf/text"), r"Q\w+|harfbuzz/.+|fontconfig/.+|unicode/.+"),
     "pdf/annotations": (("pdf/syntax", "pdf/source", "pdf/text", "pdf/annotations"), r"Q\w+|qpdf/.+"),
     "pdf/copy": (("files", "pdf/syntax", "pdf/source", "pdf/text", "pdf/annotations", "pdf/copy"), r"qpdf/.+"),
-    "pdf/viewing": (("files", "pdf/syntax", "pdf/viewing"), r"Q\w+"),
+    "pdf/viewing": (("files", "pdf/log", "pdf/syntax", "pdf/viewing"), r"Q\w+"),
     "reader": (("files", *PDF, "reader"), r"Q\w+|poppler-.+|seccomp\.h"),
     "core": (("files", *PDF, "core"), r"Q\w+|unicode/.+|openssl/evp\.h"),
     "app": (("files", "core", "app"), r"Q\w+"),

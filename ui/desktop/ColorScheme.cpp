@@ -1,11 +1,11 @@
 #include "ui/desktop/ColorScheme.h"
 
+#include "ui/desktop/BusLog.h"
 #include "ui/desktop/Portal.h"
 #include "ui/theme/ModernStyle.h"
 #include "ui/theme/Tones.h"
 
 #include <QApplication>
-#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -65,8 +65,7 @@ ColorScheme::ColorScheme(const QDBusConnection &bus, QObject *parent) : QObject(
     // asked.
     if (!m_bus.connect(portal::service, portal::path, settingsInterface, QStringLiteral("SettingChanged"),
                        this, SLOT(onSettingChanged(QString, QString, QDBusVariant)))) {
-        qWarning("The desktop's colour scheme cannot be followed: %s",
-                 qUtf8Printable(m_bus.lastError().message()));
+        logBusFailure("following the desktop's colour scheme", m_bus.lastError());
     }
     ask(colorScheme);
     ask(contrastKey);
@@ -82,6 +81,8 @@ void ColorScheme::ask(const QString &key)
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (reply.isValid()) {
             take(key, reply.value());
+        } else {
+            logBusFailure("asking for the desktop's colours", reply.error());
         }
         watcher->deleteLater();
     });

@@ -1,6 +1,8 @@
 #include "ui/desktop/InstanceService.h"
 
 #include "app/UriList.h"
+#include "ui/Log.h"
+#include "ui/desktop/BusLog.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -39,11 +41,14 @@ InstanceService::InstanceService(const QDBusConnection &bus, const QString &id, 
     : QObject(parent), m_bus(bus), m_id(id)
 {
     if (!m_bus.isConnected()) {
+        qCInfo(uiLog) << "there is no session bus";
         return;
     }
     new InstanceAdaptor(this);
     if (m_bus.registerObject(pathOf(m_id), this, QDBusConnection::ExportAdaptors)) {
         m_role = takePlace();
+    } else {
+        logBusFailure("offering the program to the desktop", m_bus.lastError());
     }
 }
 
@@ -78,9 +83,11 @@ bool InstanceService::handOver(const std::vector<std::filesystem::path> &files)
         call << uris;
     }
     call << platformData();
-    if (m_bus.call(call, QDBus::Block, answerTime).type() == QDBusMessage::ReplyMessage) {
+    const QDBusMessage reply = m_bus.call(call, QDBus::Block, answerTime);
+    if (reply.type() == QDBusMessage::ReplyMessage) {
         return true;
     }
+    logBusFailure("handing over to the program that runs", QDBusError(reply));
     m_role = takePlace();
     return false;
 }

@@ -1,6 +1,7 @@
 #include "ui/desktop/RunNotification.h"
 
 #include "app/RunMessages.h"
+#include "ui/desktop/BusLog.h"
 #include "ui/desktop/Portal.h"
 #include "ui/shell/AppIdentity.h"
 #include "ui/text/ResultText.h"
@@ -94,6 +95,9 @@ void RunNotification::notifySession(const QString &title, const QString &text, b
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         const QDBusPendingReply<uint> reply = *watcher;
         m_id = reply.isValid() ? reply.value() : 0;
+        if (reply.isError()) {
+            logBusFailure("showing a notification", reply.error());
+        }
         watcher->deleteLater();
     });
 }

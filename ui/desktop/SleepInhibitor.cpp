@@ -1,6 +1,7 @@
 #include "ui/desktop/SleepInhibitor.h"
 
 #include "app/AppModel.h"
+#include "ui/desktop/BusLog.h"
 #include "ui/desktop/Portal.h"
 #include "ui/text/Words.h"
 
@@ -13,10 +14,6 @@
 #include <utility>
 
 namespace tallyfold {
-
-namespace {
-
-} // namespace
 
 SleepInhibitor::SleepInhibitor(const AppModel &model, const QDBusConnection &bus) : m_bus(bus)
 {
@@ -51,6 +48,8 @@ void SleepInhibitor::ask()
             m_request = reply.value().path();
         } else if (reply.isValid()) {
             close(reply.value().path()); // The run was over before the answer came.
+        } else {
+            logBusFailure("keeping the machine awake", reply.error());
         }
         watcher->deleteLater();
     });

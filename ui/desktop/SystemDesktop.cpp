@@ -1,6 +1,7 @@
 #include "ui/desktop/SystemDesktop.h"
 
 #include "app/UriList.h"
+#include "ui/desktop/BusLog.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -38,6 +39,7 @@ void SystemDesktop::reveal(const std::filesystem::path &item)
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, answerTime), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, item] {
         if (watcher->isError()) {
+            logBusFailure("showing a file in the file manager", watcher->error());
             openFolderOf(item);
         }
         watcher->deleteLater();

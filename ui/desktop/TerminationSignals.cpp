@@ -1,6 +1,10 @@
 #include "ui/desktop/TerminationSignals.h"
 
+#include "ui/Log.h"
+
 #include <array>
+#include <cerrno>
+#include <system_error>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -38,6 +42,7 @@ TerminationSignals::TerminationSignals(QObject *parent) : QObject(parent)
 {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+        qCInfo(uiLog) << "no pipe for signals to end:" << std::generic_category().message(errno).c_str();
         return; // The signals do what they do by default.
     }
     readEnd = ends[0];

@@ -1,5 +1,7 @@
 #include "ui/updates/FeedClient.h"
 
+#include "ui/Log.h"
+
 #include <QHostAddress>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -62,6 +64,9 @@ private:
     {
         constexpr int ok = 200;
         const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        if (reply.error() != QNetworkReply::NoError) {
+            qCInfo(uiLog) << "asking for updates failed:" << reply.error() << "status" << status;
+        }
         if (status == 0 || (status == ok && reply.error() != QNetworkReply::NoError)) {
             fail(Reason::noConnection); // Never made, or broken off in the middle.
         } else if (status == 301 || status == 302 || status == 303 || status == 307 || status == 308) {

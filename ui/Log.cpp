@@ -1,0 +1,7 @@
+#include "ui/Log.h"
+
+namespace tallyfold {
+
+Q_LOGGING_CATEGORY(uiLog, "tallyfold.ui", QtWarningMsg)
+
+} // namespace tallyfold
