@@ -2,10 +2,7 @@
 #include "app/Translations.h"
 #include "ui/desktop/ColorScheme.h"
 #include "ui/desktop/InstanceService.h"
-#include "ui/desktop/RunNotification.h"
-#include "ui/desktop/SessionEnd.h"
-#include "ui/desktop/SleepInhibitor.h"
-#include "ui/desktop/TaskbarProgress.h"
+#include "ui/desktop/RunsOnDesktop.h"
 #include "ui/desktop/TerminationSignals.h"
 #include "ui/shell/AppIdentity.h"
 #include "ui/shell/CommandLine.h"
@@ -13,7 +10,6 @@
 #include "window_support/LocalizedTitle.h"
 
 #include <QApplication>
-#include <QDBusConnection>
 #include <QIcon>
 #include <QLocale>
 
@@ -52,9 +48,8 @@ void introduce()
 int run(const CommandLine &line)
 {
     const Translations translations(applicationLanguage(Translations::languages(), QLocale().uiLanguages()));
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    const ColorScheme scheme(bus);
-    InstanceService instance(bus, identity::id);
+    const ColorScheme scheme;
+    InstanceService instance(identity::id);
     const bool isOther = instance.role() == InstanceService::Role::other;
     if (line.task == Task::service && instance.role() != InstanceService::Role::first) {
         std::fputs(isOther ? "" : "tallyfold: there is no session bus to wait on\n", stderr);
@@ -65,13 +60,10 @@ int run(const CommandLine &line)
     }
     TallyfoldApp app(TallyfoldApp::systemParts());
     app.setReachable(instance.role() == InstanceService::Role::first);
-    const SleepInhibitor inhibitor(app.model(), bus);
-    const TaskbarProgress taskbar(app.model(), app.environment().plan, bus);
-    const RunNotification notification(
-        app.model(), app.environment().desktop, bus,
-        {[] { return QGuiApplication::applicationState() == Qt::ApplicationActive; },
-         [&app](const QString &token) { app.reopen({}, token); }});
-    const SessionEnd sessionEnd(app.model(), [&app] { return app.askToStopForSession(); });
+    const RunsOnDesktop runs(app.model(), app.environment().plan, app.environment().desktop,
+                             {[] { return QGuiApplication::applicationState() == Qt::ApplicationActive; },
+                              [&app](const QString &token) { app.reopen({}, token); }},
+                             [&app] { return app.askToStopForSession(); });
     QObject::connect(&instance, &InstanceService::activated, &app,
                      [&app](const QString &token) { app.reopen({}, token); });
     QObject::connect(&instance, &InstanceService::opened, &app, &TallyfoldApp::reopen);

@@ -36,7 +36,7 @@ ROOMS = {
 # Parts of Qt that a room may see besides Qt Core.
 FURTHER_QT = {"app": ("QtGui",), "fuzz": ("QtGui",), "window_support": ("QtGui", "QtWidgets"),
               "ui/desktop": ("QtDBus", "QtGui", "QtWidgets"),
-              "ui": ("QtDBus", "QtGui", "QtNetwork", "QtSvg", "QtWidgets"),
+              "ui": ("QtGui", "QtNetwork", "QtSvg", "QtWidgets"),
               "packaging": ("QtGui", "QtSvg")}
 # <vector>, <cstdint>
 STANDARD = re.compile(r"[a-z_0-9]+\Z")

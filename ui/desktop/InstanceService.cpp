@@ -37,6 +37,8 @@ QVariantMap platformData()
 
 } // namespace
 
+InstanceService::InstanceService(const QString &id) : InstanceService(QDBusConnection::sessionBus(), id) {}
+
 InstanceService::InstanceService(const QDBusConnection &bus, const QString &id, QObject *parent)
     : QObject(parent), m_bus(bus), m_id(id)
 {

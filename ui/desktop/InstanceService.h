@@ -18,6 +18,8 @@ namespace tallyfold {
 class InstanceService final : public QObject {
     Q_OBJECT
 public:
+    /// On the session's bus, under the name `id`.
+    explicit InstanceService(const QString &id);
     /// On `bus`, under the name `id`.
     explicit InstanceService(const QDBusConnection &bus, const QString &id, QObject *parent = nullptr);
 
