@@ -162,14 +162,7 @@ void ObjectCopier::appendDirect(std::string &out, QPDFObjectHandle value)
 {
     switch (value.getTypeCode()) {
     case ::ot_array:
-        out.push_back('[');
-        for (int index = 0, count = value.getArrayNItems(); index < count; ++index) {
-            if (index > 0) {
-                out.push_back(' ');
-            }
-            append(out, value.getArrayItem(index));
-        }
-        out.push_back(']');
+        appendArray(out, value, 0);
         return;
     case ::ot_dictionary:
         if (isUnseen(value)) {
@@ -287,7 +280,7 @@ void ObjectCopier::appendStreamEntries(std::string &out, const QPDFObjectHandle 
         }
         appendName(out, key);
         if (isEncoding && leadsWithCrypt) {
-            appendWithoutFirst(out, value);
+            appendArray(out, value, 1);
         } else if (key == "/Resources") {
             appendResourcesEntry(out, value);
         } else {
@@ -307,15 +300,13 @@ void ObjectCopier::appendResourcesEntry(std::string &out, const QPDFObjectHandle
     }
 }
 
-void ObjectCopier::appendWithoutFirst(std::string &out, const QPDFObjectHandle &array)
+void ObjectCopier::appendArray(std::string &out, QPDFObjectHandle array, int first)
 {
-    QPDFObjectHandle items = array;
-    out.push_back('[');
-    for (int index = 1, count = items.isArray() ? items.getArrayNItems() : 0; index < count; ++index) {
-        out.push_back(' ');
-        append(out, items.getArrayItem(index));
+    ArrayWriter items(out);
+    for (int index = first, count = array.isArray() ? array.getArrayNItems() : 0; index < count; ++index) {
+        items.item();
+        append(out, array.getArrayItem(index));
     }
-    out.push_back(']');
 }
 
 std::optional<Document::Place> ObjectCopier::largeDataInFile(const QPDFObjectHandle &stream) const

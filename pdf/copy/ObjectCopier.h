@@ -78,7 +78,8 @@ private:
     void writeBorrowedResources(EntryWriter &entries);
     void appendResourcesEntry(std::string &out, const QPDFObjectHandle &value);
     void appendPaintedPlainly(std::string &out, const QPDFObjectHandle &object);
-    void appendWithoutFirst(std::string &out, const QPDFObjectHandle &array);
+    /// The items from the one with the index `first` on; nothing of what is no array.
+    void appendArray(std::string &out, QPDFObjectHandle array, int first);
     [[nodiscard]] std::optional<Document::Place> largeDataInFile(const QPDFObjectHandle &stream) const;
     void copyFromFile(int number, std::string_view entries, const Document::Place &place);
     void write(const Pending &pending);

@@ -3,56 +3,52 @@
 #include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/Syntax.h"
 
+#include <vector>
+
 namespace tallyfold::pdf {
 
 namespace {
 
-/// "[1 0 R 2 0 R]" of those members of `groups` that were copied; empty when none was.
-std::string copiedGroups(QPDFObjectHandle groups, const ObjectCopier &copier)
+/// The numbers of those members of `groups` that were copied.
+std::vector<int> copiedGroups(QPDFObjectHandle groups, const ObjectCopier &copier)
 {
-    std::string list;
-    if (!groups.isArray()) {
-        return list;
-    }
-    for (int index = 0, count = groups.getArrayNItems(); index < count; ++index) {
+    std::vector<int> copied;
+    for (int index = 0, count = groups.isArray() ? groups.getArrayNItems() : 0; index < count; ++index) {
         QPDFObjectHandle group = groups.getArrayItem(index);
-        const auto number = group.isIndirect() ? copier.copiedNumber(group) : std::nullopt;
-        if (number) {
-            list.push_back(list.empty() ? '[' : ' ');
-            appendReference(list, *number);
+        if (const auto number = group.isIndirect() ? copier.copiedNumber(group) : std::nullopt) {
+            copied.push_back(*number);
         }
     }
-    if (!list.empty()) {
-        list.push_back(']');
-    }
-    return list;
+    return copied;
 }
 
-void writeGroups(EntryWriter &entries, std::string_view key, const std::string &groups)
+/// Writes no entry for no groups.
+void writeGroups(EntryWriter &entries, std::string_view key, const std::vector<int> &groups)
 {
-    if (!groups.empty()) {
-        entries.syntax(key, groups);
+    if (groups.empty()) {
+        return;
+    }
+    ArrayWriter list = entries.array(key);
+    for (const int group : groups) {
+        list.reference(group);
     }
 }
 
 void writeNames(EntryWriter &entries, std::string_view key, QPDFObjectHandle names)
 {
-    std::string syntax;
     if (names.isName()) {
-        appendName(syntax, names.getName());
+        std::string name;
+        appendName(name, names.getName());
+        entries.name(key, name);
     } else if (names.isArray()) {
-        syntax.push_back('[');
+        ArrayWriter list = entries.array(key);
         for (int index = 0, count = names.getArrayNItems(); index < count; ++index) {
             QPDFObjectHandle name = names.getArrayItem(index);
             if (name.isName()) {
-                appendName(syntax, name.getName());
+                appendName(list.out(), name.getName());
             }
         }
-        syntax.push_back(']');
-    } else {
-        return;
     }
-    entries.syntax(key, syntax);
 }
 
 /// Automatic states of groups (`/AS`), for instance hidden on the screen and visible in print.
@@ -67,7 +63,7 @@ void writeAutomaticStates(EntryWriter &entries, QPDFObjectHandle states, const O
         if (!usage.isDictionary()) {
             continue;
         }
-        const std::string groups = copiedGroups(usage.getKey("/OCGs"), copier);
+        const std::vector<int> groups = copiedGroups(usage.getKey("/OCGs"), copier);
         if (groups.empty()) {
             continue;
         }
@@ -77,7 +73,7 @@ void writeAutomaticStates(EntryWriter &entries, QPDFObjectHandle states, const O
         writeGroups(written, "/OCGs", groups);
     }
     if (!usages.empty()) {
-        entries.syntax("/AS", "[" + usages + "]");
+        entries.array("/AS").out().append(usages);
     }
 }
 
@@ -89,7 +85,7 @@ std::string optionalContentProperties(Document &source, const ObjectCopier &copi
     if (!properties.isDictionary()) {
         return {};
     }
-    const std::string groups = copiedGroups(properties.getKey("/OCGs"), copier);
+    const std::vector<int> groups = copiedGroups(properties.getKey("/OCGs"), copier);
     if (groups.empty()) {
         return {};
     }

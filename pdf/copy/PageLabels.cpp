@@ -40,14 +40,16 @@ bool continues(const PageLabel &last, const PageLabel &label)
 std::string rangeFrom(const PageLabel &label)
 {
     std::string syntax;
-    DictionaryWriter range(syntax);
-    if (!label.prefix.empty()) {
-        range.syntax("/P", {});
-        appendPrefix(syntax, label.prefix);
-    }
-    if (label.number) {
-        range.name("/S", "/D");
-        range.integer("/St", *label.number);
+    { // Closed before the string is returned, which may be a copy.
+        DictionaryWriter range(syntax);
+        if (!label.prefix.empty()) {
+            range.syntax("/P", {});
+            appendPrefix(syntax, label.prefix);
+        }
+        if (label.number) {
+            range.name("/S", "/D");
+            range.integer("/St", *label.number);
+        }
     }
     return syntax;
 }

@@ -39,9 +39,8 @@ void EntryWriter::rect(std::string_view key, const Rect &value)
 
 void EntryWriter::matrix(std::string_view key, const Matrix &value)
 {
-    m_out->append(key).push_back('[');
+    const ArrayWriter items = array(key);
     appendMatrix(*m_out, value);
-    m_out->push_back(']');
 }
 
 void EntryWriter::text(std::string_view key, std::u16string_view value)
@@ -59,6 +58,12 @@ DictionaryWriter EntryWriter::dictionary(std::string_view key)
 {
     m_out->append(key);
     return DictionaryWriter(*m_out);
+}
+
+ArrayWriter EntryWriter::array(std::string_view key)
+{
+    m_out->append(key);
+    return ArrayWriter(*m_out);
 }
 
 void EntryWriter::key(std::string_view name)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pdf/syntax/ArrayWriter.h"
 #include "pdf/syntax/Geometry.h"
 
 #include <cstdint>
@@ -35,6 +36,8 @@ public:
     void syntax(std::string_view key, std::string_view value);
     /// A dictionary as the value; it is closed when the returned writer is destroyed.
     [[nodiscard]] DictionaryWriter dictionary(std::string_view key);
+    /// An array as the value; it is closed when the returned writer is destroyed.
+    [[nodiscard]] ArrayWriter array(std::string_view key);
 
     /// Appends a key of any characters, as `appendName`, and a space; the value is appended to `out` by
     /// other means.

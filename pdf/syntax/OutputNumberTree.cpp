@@ -13,8 +13,7 @@ constexpr std::size_t lowest = 0;
 
 void writeArray(EntryWriter &node, std::size_t level, std::string_view items)
 {
-    node.syntax(level == lowest ? "/Nums" : "/Kids", "[");
-    node.out().append(items).push_back(']');
+    node.array(level == lowest ? "/Nums" : "/Kids").out().append(items);
 }
 
 } // namespace
@@ -58,11 +57,11 @@ void OutputNumberTree::close(std::size_t level)
     std::string syntax;
     {
         DictionaryWriter dictionary(syntax);
-        dictionary.syntax("/Limits", "[");
-        appendInteger(syntax, node.least);
-        syntax.push_back(' ');
-        appendInteger(syntax, node.greatest);
-        syntax.push_back(']');
+        {
+            ArrayWriter limits = dictionary.array("/Limits");
+            limits.integer(node.least);
+            limits.integer(node.greatest);
+        }
         writeArray(dictionary, level, node.array);
     }
     m_objects->writeObject(number, syntax);

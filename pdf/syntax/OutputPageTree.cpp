@@ -1,7 +1,6 @@
 #include "pdf/syntax/OutputPageTree.h"
 
 #include "pdf/syntax/DictionaryWriter.h"
-#include "pdf/syntax/Syntax.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -32,13 +31,14 @@ Kid writeNode(OutputObjects &objects, int number, int parent, std::span<const Ki
         if (parent != 0) {
             node.reference("/Parent", parent);
         }
-        node.syntax("/Kids", "[");
-        for (const Kid &kid : kids) {
-            appendReference(syntax, kid.number);
-            syntax.push_back(' ');
-            pages += kid.pages;
+        {
+            ArrayWriter items = node.array("/Kids");
+            for (const Kid &kid : kids) {
+                items.reference(kid.number);
+                pages += kid.pages;
+            }
+            items.item(); // A space.
         }
-        syntax.push_back(']');
         node.integer("/Count", pages);
     }
     objects.writeObject(number, syntax);

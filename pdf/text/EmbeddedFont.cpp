@@ -2,9 +2,8 @@
 
 #include "pdf/log/Log.h"
 #include "pdf/syntax/Deflater.h"
-#include "pdf/syntax/NumberFormat.h"
+#include "pdf/syntax/DictionaryWriter.h"
 #include "pdf/syntax/Spelling.h"
-#include "pdf/syntax/Syntax.h"
 #include "pdf/text/CharacterMaps.h"
 #include "pdf/text/FontProgram.h"
 #include "pdf/text/RecentResults.h"
@@ -14,6 +13,7 @@
 
 #include <algorithm>
 #include <harfbuzz/hb.h>
+#include <optional>
 #include <set>
 
 namespace tallyfold::pdf {
@@ -64,13 +64,13 @@ int writeDescriptor(OutputObjects &objects, const FontFace &face, const std::str
         descriptor.name("/Type", "/FontDescriptor");
         descriptor.name("/FontName", name);
         descriptor.integer("/Flags", symbolic + (face.isFixedPitch() ? fixedPitch : 0));
-        const FontFace::Box box = face.box();
-        descriptor.syntax("/FontBBox", "[");
-        for (const double side : {box.left, box.bottom, box.right, box.top}) {
-            appendNumber(syntax, side, 0);
-            syntax.push_back(' ');
+        {
+            const FontFace::Box box = face.box();
+            ArrayWriter sides = descriptor.array("/FontBBox");
+            for (const double side : {box.left, box.bottom, box.right, box.top}) {
+                sides.number(side, 0);
+            }
         }
-        syntax.back() = ']';
         descriptor.number("/ItalicAngle", face.italicAngle(), 1);
         descriptor.number("/Ascent", face.ascent(), 0);
         descriptor.number("/Descent", -face.descent(), 0);
@@ -97,23 +97,21 @@ int writeMap(OutputObjects &objects, std::string_view entries, const std::string
     return number;
 }
 
-/// Widths by CID as `/W` has them (PDF 1.7, 9.7.4.3).
-std::string widthTable(const std::map<std::uint16_t, double> &widths)
+/// Writes widths by CID as `/W` (PDF 1.7, 9.7.4.3).
+void writeWidths(EntryWriter &entries, const std::map<std::uint16_t, double> &widths)
 {
-    std::string table = "[";
-    int last = -2;
+    ArrayWriter table = entries.array("/W");
+    std::optional<ArrayWriter> consecutive;
+    int last = -1;
     for (const auto &[cid, width] : widths) {
-        if (cid == last + 1) {
-            table.push_back(' ');
-        } else {
-            table.append(last < 0 ? "" : "]");
-            appendInteger(table, cid);
-            table.push_back('[');
+        if (!consecutive || cid != last + 1) {
+            consecutive.reset();
+            table.integer(cid);
+            consecutive.emplace(table.out());
         }
-        appendNumber(table, width, widthDecimals);
+        consecutive->number(width, widthDecimals);
         last = cid;
     }
-    return table + (widths.empty() ? "]" : "]]");
 }
 
 } // namespace
@@ -198,7 +196,7 @@ void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, EntryWri
         if (!isCff) {
             cidFont.name("/CIDToGIDMap", "/Identity");
         }
-        cidFont.syntax("/W", widthTable(widths));
+        writeWidths(cidFont, widths);
     }
     objects.writeObject(descendant, syntax);
 
@@ -217,9 +215,7 @@ void EmbeddedFont::write(OutputObjects &objects, std::size_t ownNumber, EntryWri
             font.name("/Subtype", "/Type0");
             font.name("/BaseFont", name);
             font.reference("/Encoding", encoding);
-            font.syntax("/DescendantFonts", "[");
-            appendReference(syntax, descendant);
-            syntax.push_back(']');
+            font.array("/DescendantFonts").reference(descendant);
             font.reference("/ToUnicode", toUnicode);
         }
         objects.writeObject(number, syntax);
