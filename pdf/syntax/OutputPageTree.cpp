@@ -37,7 +37,6 @@ Kid writeNode(OutputObjects &objects, int number, int parent, std::span<const Ki
                 items.reference(kid.number);
                 pages += kid.pages;
             }
-            items.item(); // A space.
         }
         node.integer("/Count", pages);
     }
