@@ -29,7 +29,7 @@ struct SettingsField {
     std::vector<Reading> readings;
 };
 
-/// All eighteen, in their order.
+/// All fields, in their order.
 [[nodiscard]] const std::vector<SettingsField> &everyField();
 
 /// Settings that `change` made of every field: none has its default.

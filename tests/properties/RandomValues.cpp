@@ -4,6 +4,9 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
 
 namespace tallyfold {
 
@@ -75,22 +78,50 @@ rc::Gen<std::int64_t> integers(std::int64_t highest)
         rc::gen::arbitrary<std::int64_t>());
 }
 
+/// Values of the member with the stored `key`.
+template <typename Value> rc::Gen<Value> valuesOf(std::string_view key, Value StampSettings::* /*member*/)
+{
+    if constexpr (std::is_enum_v<Value>) {
+        return casesOf(storedCases(Value{}));
+    } else if constexpr (std::is_same_v<Value, QString>) {
+        return tests::texts();
+    } else if constexpr (std::is_same_v<Value, double>) {
+        return numbers();
+    } else if constexpr (std::is_same_v<Value, std::int64_t>) {
+        return integers(key == "digits" ? StampSettings::digitRange.highest : StampSettings::maxStart);
+    } else if constexpr (std::is_same_v<Value, StampColor>) {
+        using rc::gen::set;
+        return rc::gen::build<StampColor>(
+            set(&StampColor::red, numbers()), set(&StampColor::green, numbers()),
+            set(&StampColor::blue, numbers()), set(&StampColor::alpha, numbers()));
+    } else {
+        return rc::gen::arbitrary<Value>();
+    }
+}
+
+template <typename Value> void print(std::ostream &out, const Value &value)
+{
+    if constexpr (std::is_enum_v<Value>) {
+        out << keyOf(value, storedCases(value));
+    } else if constexpr (std::is_same_v<Value, QString>) {
+        out << shown(value);
+    } else if constexpr (std::is_same_v<Value, StampColor>) {
+        out << value.red << ' ' << value.green << ' ' << value.blue << ' ' << value.alpha;
+    } else {
+        out << value;
+    }
+}
+
 } // namespace
 
 std::ostream &operator<<(std::ostream &out, const StampSettings &settings)
 {
-    const StampColor &color = settings.color;
-    return out << "{prefix " << shown(settings.prefix) << ", digits " << settings.digits << ", start "
-               << settings.startNumber << ", suffix " << shown(settings.suffix) << ", "
-               << keyOf(settings.batesPosition, stampPositionKeys) << ", margin " << settings.margin
-               << ", font " << shown(settings.fontName) << ", size " << settings.fontSize << ", color "
-               << color.red << ' ' << color.green << ' ' << color.blue << ' ' << color.alpha
-               << ", background " << settings.background << ", legend " << shown(settings.legend) << ' '
-               << keyOf(settings.legendPosition, stampPositionKeys) << ", page of total "
-               << settings.pageOfTotal << ' ' << shown(settings.pageOfTotalFormat) << ' '
-               << keyOf(settings.pageOfTotalPosition, stampPositionKeys) << ", "
-               << keyOf(settings.cover, coverOptionKeys) << ", " << keyOf(settings.order, fileOrderKeys)
-               << ", " << keyOf(settings.naming, outputNamingKeys) << '}';
+    const char *separator = "{";
+    forEachField([&](const char *key, auto member) {
+        out << std::exchange(separator, ", ") << key << ' ';
+        print(out, settings.*member);
+    });
+    return out << '}';
 }
 
 std::ostream &operator<<(std::ostream &out, const SourceFile &source)
@@ -137,20 +168,11 @@ rc::Gen<QString> fileNames()
 
 rc::Gen<StampSettings> rawSettings()
 {
-    using S = StampSettings;
-    using rc::gen::set;
-    const auto color =
-        rc::gen::build<StampColor>(set(&StampColor::red, numbers()), set(&StampColor::green, numbers()),
-                                   set(&StampColor::blue, numbers()), set(&StampColor::alpha, numbers()));
-    return rc::gen::build<S>(
-        set(&S::prefix, texts()), set(&S::digits, integers(12)), set(&S::startNumber, integers(S::maxStart)),
-        set(&S::suffix, texts()), set(&S::batesPosition, casesOf(stampPositionKeys)),
-        set(&S::margin, numbers()), set(&S::fontName, texts()), set(&S::fontSize, numbers()),
-        set(&S::color, color), set(&S::background, rc::gen::arbitrary<bool>()), set(&S::legend, texts()),
-        set(&S::legendPosition, casesOf(stampPositionKeys)), set(&S::pageOfTotal, rc::gen::arbitrary<bool>()),
-        set(&S::pageOfTotalFormat, texts()), set(&S::pageOfTotalPosition, casesOf(stampPositionKeys)),
-        set(&S::cover, casesOf(coverOptionKeys)), set(&S::order, casesOf(fileOrderKeys)),
-        set(&S::naming, casesOf(outputNamingKeys)));
+    return rc::gen::exec([] {
+        StampSettings settings;
+        forEachField([&](const char *key, auto member) { settings.*member = *valuesOf(key, member); });
+        return settings;
+    });
 }
 
 rc::Gen<StampSettings> finiteSettings()
