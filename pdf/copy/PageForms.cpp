@@ -22,13 +22,12 @@ PageForms::PageForms(Document &source, ObjectCopier &copier, StreamingOutput &ou
 
 void PageForms::writeResources(EntryWriter &entries, const QPDFObjectHandle &resources)
 {
-    QPDFObjectHandle handle = resources;
     int number = 0;
-    if (handle.isIndirect()) {
-        number = m_copier->copyResources(handle);
+    if (resources.isIndirect()) {
+        number = m_copier->copyResources(resources);
     } else {
         std::string syntax;
-        m_copier->appendResources(syntax, handle);
+        m_copier->appendResources(syntax, resources);
         if (syntax.size() <= shortResources) {
             entries.syntax("/Resources", syntax);
             return;

@@ -69,6 +69,7 @@ inline void *taken(std::size_t size) noexcept
     if (size <= static_cast<std::size_t>(unseen)) {
         share.unlooked -= static_cast<std::int64_t>(size);
         if (share.unlooked >= 0) [[likely]] {
+            // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): this is where owners get theirs from.
             if (void *const memory = std::malloc(size); memory != nullptr) [[likely]] {
                 return memory;
             }
