@@ -12,7 +12,7 @@ enum class EarlierNumbers { find, leaveOut };
 
 /// Opens the file at `location` once and tells what it is: its pages, its date, why it cannot be stamped if
 /// it cannot, and a number that page 1 already bears near an edge. Every location gives a source; nothing is
-/// thrown.
+/// thrown. Called on any thread: several files at a time give what each gives by itself.
 [[nodiscard]] SourceFile classify(const std::filesystem::path &location,
                                   EarlierNumbers earlierNumbers = EarlierNumbers::find);
 

@@ -26,7 +26,8 @@ std::shared_ptr<QPDF> parse(const std::shared_ptr<FileInput> &input)
 
 ReadFailure failureOf(const FileInput &input)
 {
-    return {input.failure(), MemoryLimit::wasReached() || input.isExhausted()};
+    const bool isMemoryShort = MemoryLimit::wasReached();
+    return {input.failure(), isMemoryShort || input.isExhausted(), isMemoryShort};
 }
 
 } // namespace
@@ -48,7 +49,7 @@ Document::Opened Document::open(const std::filesystem::path &path)
     std::error_code error;
     parts->input = FileInput::open(path, error);
     if (!parts->input) {
-        return OpenFailure{OpenFailure::Kind::unreadable, {error, false}};
+        return OpenFailure{OpenFailure::Kind::unreadable, {error, false, false}};
     }
     const auto unreadable = [&input = *parts->input] {
         return OpenFailure{OpenFailure::Kind::unreadable, failureOf(input)};

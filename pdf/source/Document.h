@@ -19,6 +19,8 @@ struct ReadFailure {
     /// Whether reading took more memory or time than any file may take, so that nothing is known of the
     /// file.
     bool isLimitReached = false;
+    /// Whether that was memory. It is what the whole process has, so that other threads have a part in it.
+    bool isMemoryShort = false;
 
     /// Whether there was one.
     explicit operator bool() const
