@@ -6,10 +6,12 @@
 
 namespace tallyfold {
 
-AppModel::AppModel(std::unique_ptr<SettingsStore> store, Panels &panels, Writer writer)
+AppModel::AppModel(std::unique_ptr<SettingsStore> store, Panels &panels, Writer writer,
+                   SourceReading::Read reader)
     : m_store(std::move(store)),
       m_panels(&panels),
       m_writer(std::move(writer)),
+      m_reader(std::move(reader)),
       m_settings(m_store->load()),
       m_previews([this] { return previewRequest(); })
 {

@@ -7,8 +7,10 @@
 #include "app/LooseTask.h"
 #include "app/Panels.h"
 #include "app/Previews.h"
+#include "app/ReadingPanel.h"
 #include "app/RunSummary.h"
 #include "app/SettingsStore.h"
+#include "app/SourceReading.h"
 #include "core/Production.h"
 #include "core/ProductionPlan.h"
 #include "core/SourceFile.h"
@@ -24,6 +26,7 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -48,11 +51,15 @@ public:
                                                   const ProductionOptions &, const Production::OnPage &)>;
 
     /// Reads the settings from `store`, and asks `panels`, which must outlive the model, when the user has to
-    /// choose. Productions are written by `writer`.
-    AppModel(std::unique_ptr<SettingsStore> store, Panels &panels, Writer writer = systemWriter());
+    /// choose. Productions are written by `writer`, and files are read by `reader`.
+    AppModel(std::unique_ptr<SettingsStore> store, Panels &panels, Writer writer = systemWriter(),
+             SourceReading::Read reader = KnownSources::read);
 
     /// `Production::write`.
     [[nodiscard]] static Writer systemWriter();
+
+    /// Has `panel`, which must outlive the model, wait for files that are read; null to wait here.
+    void setReadingPanel(ReadingPanel *panel);
 
     /// Stops a running production after its current page and waits for it; nothing half-written stays.
     ~AppModel() override;
@@ -94,8 +101,12 @@ public:
 
     /// Asks for files and folders, and adds them.
     void chooseFiles();
-    /// Adds PDFs and those in folders that are not in the list yet, undoably. Reads each once, here and now.
+    /// Adds PDFs and those in folders that are not in the list yet, undoably. Reads each once and returns
+    /// when they are in the list: all of them, or those before the first that was not read when the reading
+    /// was stopped. While others are read already, they are put off until those are in the list.
     void add(std::span<const std::filesystem::path> urls);
+    /// Whether files are read. Events may happen meanwhile.
+    [[nodiscard]] bool isReading() const;
     /// Remove files, undoably.
     void remove(const QSet<QUuid> &ids);
     void removeSelected();
@@ -126,7 +137,7 @@ public:
 
     /// Checks, asks and starts a production. `confirmed`: password-protected files may be left out. Refused
     /// quietly while one runs. Where files of the list are not what they were when they were added, it is
-    /// told first, and starts when it is called again.
+    /// told first, and starts when it is called again. Refused while files are read, too.
     void stamp(bool confirmed = false);
     /// The answer that password-protected files may be left out.
     void stampOthers();
@@ -151,6 +162,7 @@ public:
 Q_SIGNALS:
     void settingsChanged();
     void sourcesChanged();
+    void readingChanged();
     void selectionChanged();
     void outputFolderChanged();
     void problemChanged();
@@ -183,11 +195,19 @@ private:
     void setSources(const std::vector<SourceFile> &sources);
     void restoreSources(std::vector<SourceFile> &list);
     void changeSources(const std::vector<SourceFile> &sources, const QString &actionName);
+    /// Lets nothing else be read while `work` reads.
+    void readAlone(const std::function<void()> &work);
+    /// What was read when `reading` was over or stopped.
+    [[nodiscard]] std::vector<KnownSources::Reading> await(SourceReading &reading);
+    void addNext();
+    void addNow(std::vector<std::filesystem::path> items);
     /// Looks whether the files of the list are what they were, without waiting for their disks, and reads
     /// anew those that are not.
     void lookAtSources();
-    void readAnew(const std::vector<KnownSources::Look> &changed);
-    /// Looks here and now; whether the list is what the user knows of. Tells if not.
+    /// Whether that was not stopped.
+    bool readAnew(const std::vector<KnownSources::Look> &changed);
+    /// Looks here and now; whether the list is what the user knows of. Tells if not, unless looking was
+    /// stopped.
     [[nodiscard]] bool isListAsKnown();
     /// Takes the steps of an earlier series from the ends of the undo stack.
     void forgetStepsOfEarlierSeries();
@@ -203,9 +223,13 @@ private:
     std::unique_ptr<SettingsStore> m_store;
     Panels *m_panels;
     Writer m_writer;
+    SourceReading::Read m_reader;
+    ReadingPanel *m_readingPanel = nullptr;
     AppSettings m_settings;
     std::vector<SourceFile> m_sources;
     KnownSources m_known;
+    std::deque<std::vector<std::filesystem::path>> m_toAdd; ///< What was asked for while others were read.
+    bool m_isReading = false;
     QSet<QUuid> m_selection;
     std::optional<std::filesystem::path> m_outputFolder;
     std::optional<QString> m_problem;

@@ -67,7 +67,7 @@ std::optional<QString> AppModel::existingFilesMessage() const
 
 void AppModel::stamp(bool confirmed)
 {
-    if (m_isRunning) {
+    if (m_isRunning || m_isReading) {
         return;
     }
     if (!m_outputFolder) {

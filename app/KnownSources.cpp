@@ -2,7 +2,11 @@
 
 #include "core/SourceClassifier.h"
 
+#include <QSet>
+
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 
 namespace tallyfold {
 
@@ -11,12 +15,15 @@ KnownSources::Told KnownSources::summaryOf(const SourceFile &source)
     return {source.pageCount, source.problem};
 }
 
-SourceFile KnownSources::read(const std::filesystem::path &location)
+KnownSources::Reading KnownSources::read(const std::filesystem::path &location)
 {
-    const FileState state = FileState::of(location); // Before: what changes while it is read is seen later.
-    SourceFile source = classify(location);
-    m_known.insert(source.id, {source, state, summaryOf(source)});
-    return source;
+    const FileState state = FileState::of(location);
+    return {classify(location), state};
+}
+
+void KnownSources::add(const Reading &reading)
+{
+    m_known.insert(reading.source.id, {reading.source, reading.state, summaryOf(reading.source)});
 }
 
 std::vector<KnownSources::Look> KnownSources::looksAt(const std::vector<SourceFile> &sources) const
@@ -46,27 +53,33 @@ std::vector<KnownSources::Look> KnownSources::changed(const std::vector<Look> &l
     return changed;
 }
 
-bool KnownSources::readAnew(std::vector<SourceFile> &sources, const std::vector<Look> &changed)
+std::vector<KnownSources::Look> KnownSources::unread(const std::vector<SourceFile> &sources,
+                                                     const std::vector<Look> &changed) const
 {
-    QHash<QUuid, FileState> wanted;
-    for (const Look &look : changed) {
-        wanted.insert(look.id, look.then);
+    QSet<QUuid> listed;
+    for (const SourceFile &source : sources) {
+        listed.insert(source.id);
     }
-    bool isAny = false;
-    for (SourceFile &source : sources) {
-        const auto then = wanted.constFind(source.id);
-        const auto known = m_known.find(source.id);
-        if (then == wanted.constEnd() || known == m_known.end() || known->state != *then) {
-            continue;
+    std::vector<Look> unread;
+    std::copy_if(changed.begin(), changed.end(), std::back_inserter(unread), [&](const Look &look) {
+        const auto known = m_known.constFind(look.id);
+        return listed.contains(look.id) && known != m_known.constEnd() && known->state == look.then;
+    });
+    return unread;
+}
+
+void KnownSources::renew(std::vector<SourceFile> &sources, const std::vector<Look> &looks,
+                         const std::vector<Reading> &readings)
+{
+    for (std::size_t place = 0; place < std::min(looks.size(), readings.size()); ++place) {
+        const auto known = m_known.find(looks[place].id);
+        if (known != m_known.end()) {
+            known->source = readings[place].source;
+            known->source.id = looks[place].id;
+            known->state = readings[place].state;
         }
-        known->state = FileState::of(source.url);
-        SourceFile read = classify(source.url);
-        read.id = source.id;
-        source = read;
-        known->source = read;
-        isAny = true;
     }
-    return isAny;
+    sources = latest(sources);
 }
 
 std::vector<SourceFile> KnownSources::latest(const std::vector<SourceFile> &sources) const

@@ -38,8 +38,17 @@ public:
         FileState then;
     };
 
-    /// Reads the file at `location`, a new source.
-    [[nodiscard]] SourceFile read(const std::filesystem::path &location);
+    /// A file as it was read. Plain values, so that it can come from any thread.
+    struct Reading {
+        SourceFile source;
+        FileState state; ///< Before it was read: what changes meanwhile is seen later.
+    };
+
+    /// Reads the file at `location`.
+    [[nodiscard]] static Reading read(const std::filesystem::path &location);
+
+    /// Takes what was read for a new source.
+    void add(const Reading &reading);
 
     /// What `sources` were when they were read.
     [[nodiscard]] std::vector<Look> looksAt(const std::vector<SourceFile> &sources) const;
@@ -49,9 +58,14 @@ public:
     [[nodiscard]] static std::vector<Look> changed(const std::vector<Look> &looks,
                                                    const std::stop_token &givenUp = {});
 
-    /// Reads those of `sources` anew that are among `changed` and were not read since; whether there were
-    /// any.
-    bool readAnew(std::vector<SourceFile> &sources, const std::vector<Look> &changed);
+    /// Those of `changed` that are among `sources` and were not read since.
+    [[nodiscard]] std::vector<Look> unread(const std::vector<SourceFile> &sources,
+                                           const std::vector<Look> &changed) const;
+
+    /// Puts `readings`, each of the file at its place in `looks`, in the place of what `sources` have of
+    /// them. Looks beyond the last of them are passed over.
+    void renew(std::vector<SourceFile> &sources, const std::vector<Look> &looks,
+               const std::vector<Reading> &readings);
 
     /// `sources` as they were last read.
     [[nodiscard]] std::vector<SourceFile> latest(const std::vector<SourceFile> &sources) const;

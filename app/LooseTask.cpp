@@ -77,16 +77,23 @@ LooseTask::~LooseTask()
         m_shared->way = nullptr;
     }
     giveUp();
-    if (m_isRunning) {
+    if (m_isRunning && m_thread.joinable()) {
         Left::threads().take(std::move(m_thread), m_shared);
     } else {
-        m_thread.join(); // It has nothing left to do.
+        wait(); // It has nothing left to do.
     }
 }
 
 bool LooseTask::isRunning() const
 {
     return m_isRunning;
+}
+
+void LooseTask::wait()
+{
+    if (m_thread.joinable()) {
+        m_thread.join();
+    }
 }
 
 void LooseTask::giveUp()

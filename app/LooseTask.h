@@ -31,6 +31,9 @@ public:
     /// Whether the ending is still to come.
     [[nodiscard]] bool isRunning() const;
 
+    /// Waits for the end of the work. Its ending is still to come.
+    void wait();
+
     /// Asks the work to come to its end soon. The ending is done even so.
     void giveUp();
 

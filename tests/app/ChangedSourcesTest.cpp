@@ -228,7 +228,10 @@ TEST(KnownSources, OfWhatWasNeverReadNothingIsKnown)
 {
     const tests::TemporaryFolder folder;
     KnownSources known;
-    const SourceFile read = known.read(tests::writeSamples(folder.path(), {"read.pdf"}, 1).front());
+    const KnownSources::Reading reading =
+        KnownSources::read(tests::writeSamples(folder.path(), {"read.pdf"}, 1).front());
+    known.add(reading);
+    const SourceFile &read = reading.source;
     SourceFile stranger = read;
     stranger.id = QUuid::createUuid();
     stranger.pageCount = 7;
@@ -236,16 +239,42 @@ TEST(KnownSources, OfWhatWasNeverReadNothingIsKnown)
     const std::vector<KnownSources::Look> looks = known.looksAt(sources);
     ASSERT_EQ(looks.size(), 1U);
     EXPECT_EQ(looks.front().id, read.id);
-    EXPECT_FALSE(known.readAnew(sources, {{stranger.id, stranger.url, looks.front().then}}));
+    const KnownSources::Look strange{stranger.id, stranger.url, looks.front().then};
+    EXPECT_TRUE(known.unread(sources, {strange}).empty());
+    known.renew(sources, {strange}, {reading});
     EXPECT_EQ(known.latest(sources), sources);
     EXPECT_TRUE(known.takeChanges(sources).empty());
+}
+
+TEST(KnownSources, WhatWasRemovedOrReadSinceTheLookIsNotReadAgain)
+{
+    const tests::TemporaryFolder folder;
+    KnownSources known;
+    std::vector<SourceFile> sources;
+    for (const fs::path &path : tests::writeSamples(folder.path(), {"a.pdf", "b.pdf", "c.pdf"}, 1)) {
+        const KnownSources::Reading reading = KnownSources::read(path);
+        known.add(reading);
+        sources.push_back(reading.source);
+    }
+    const std::vector<KnownSources::Look> looks = known.looksAt(sources);
+    (void)tests::writeSamples(folder.path(), {"a.pdf", "b.pdf"}, 4);
+    known.renew(sources, looks, {KnownSources::read(sources[0].url)});
+    EXPECT_EQ(sources[0].pageCount, 4);
+    EXPECT_EQ(sources[0].id, looks[0].id);
+    EXPECT_EQ(sources[1].pageCount, 1) << "there was no reading of it";
+    const std::vector<KnownSources::Look> unread = known.unread({sources[0], sources[1]}, looks);
+    ASSERT_EQ(unread.size(), 1U);
+    EXPECT_EQ(unread.front().id, sources[1].id);
 }
 
 TEST(KnownSources, ALookThatIsGivenUpEndsEarly)
 {
     const tests::TemporaryFolder folder;
     KnownSources known;
-    const SourceFile source = known.read(tests::writeSamples(folder.path(), {"a.pdf"}, 1).front());
+    const KnownSources::Reading reading =
+        KnownSources::read(tests::writeSamples(folder.path(), {"a.pdf"}, 1).front());
+    known.add(reading);
+    const SourceFile &source = reading.source;
     fs::remove(source.url);
     std::stop_source givenUp;
     EXPECT_EQ(KnownSources::changed(known.looksAt({source}), givenUp.get_token()).size(), 1U);

@@ -3,7 +3,6 @@
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/UnreadableFolder.h"
 
-#include <QCursor>
 #include <QGuiApplication>
 
 namespace tallyfold {
@@ -255,20 +254,6 @@ TEST_F(SourceList, AStackThatOutlivesTheModelDoesNothing)
     undo.undo();
     undo.redo();
     EXPECT_EQ(undo.count(), 1);
-}
-
-TEST_F(SourceList, TheCursorTellsThatFilesAreRead)
-{
-    ASSERT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    std::optional<Qt::CursorShape> meanwhile;
-    QObject::connect(model.get(), &AppModel::sourcesChanged, model.get(), [&meanwhile] {
-        if (const QCursor *cursor = QGuiApplication::overrideCursor()) {
-            meanwhile = cursor->shape();
-        }
-    });
-    addPdfs({"a.pdf"});
-    EXPECT_EQ(meanwhile, Qt::WaitCursor);
-    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 } // namespace tallyfold

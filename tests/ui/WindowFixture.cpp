@@ -65,6 +65,8 @@ void WindowFixture::makeApp(AppModel::Writer writer)
     parts.updater = std::make_unique<Updater>(FeedSettings{});
     parts.panels = std::move(fakePanels);
     parts.writer = std::move(writer);
+    parts.reader = reader;
+    parts.patience = patience;
     app = std::make_unique<TallyfoldApp>(std::move(parts));
 }
 

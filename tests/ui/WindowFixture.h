@@ -92,6 +92,9 @@ protected:
     FakePanels *panels = nullptr;
     FakeDesktop *desktop = nullptr;
     Translations translations;
+    /// What the next application reads files by, and how long before it shows that.
+    SourceReading::Read reader = KnownSources::read;
+    std::chrono::milliseconds patience = WindowReadingPanel::usualPatience;
     std::unique_ptr<TallyfoldApp> app;
 };
 

@@ -17,6 +17,7 @@ Sheets::Sheets(const Environment &environment, QWidget *window)
     connect(&environment.model, &AppModel::sheetChanged, this, &Sheets::showSheet);
     connect(&environment.model, &AppModel::problemChanged, this, &Sheets::showProblem);
     connect(&environment.model, &AppModel::confirmingProtectedChanged, this, &Sheets::showConfirmation);
+    connect(&environment.model, &AppModel::readingChanged, this, &Sheets::showAll);
 }
 
 bool Sheets::eventFilter(QObject *object, QEvent *event)
@@ -59,6 +60,11 @@ QWidget *Sheets::top() const
     return dialog ? dialog : m_window;
 }
 
+bool Sheets::isFree() const
+{
+    return m_window->isVisible() && !m_environment.model.isReading();
+}
+
 void Sheets::showSheet()
 {
     const std::optional<Sheet> wanted = m_environment.model.sheet();
@@ -71,7 +77,7 @@ void Sheets::showSheet()
         m_sheet = nullptr;
     }
     m_shownSheet = wanted;
-    if (!wanted || !m_window->isVisible()) {
+    if (!wanted || !isFree()) {
         return;
     }
     switch (*wanted) {
@@ -99,7 +105,7 @@ void Sheets::showProblem()
         m_problem = nullptr;
     }
     m_shownProblem = problem;
-    if (m_problem || !problem || !m_window->isVisible()) {
+    if (m_problem || !problem || !isFree()) {
         return;
     }
     m_problem = new Alert(words(QT_TRANSLATE_NOOP("Words", "Something went wrong")), *problem,
@@ -126,7 +132,7 @@ void Sheets::showConfirmation()
         return;
     }
     const std::optional<PasswordNotice> notice = (*m_environment.plan).passwordNotice();
-    if (m_confirmation || !notice || !m_window->isVisible()) {
+    if (m_confirmation || !notice || !isFree()) {
         return;
     }
     const auto answer = [this](const std::function<void()> &go) {

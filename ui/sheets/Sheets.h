@@ -33,6 +33,8 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
+    /// Whether anything can be shown: there is a window to show it over, and nothing else to be waited for.
+    [[nodiscard]] bool isFree() const;
     void showSheet();
     void showProblem();
     void showConfirmation();

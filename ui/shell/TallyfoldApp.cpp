@@ -63,7 +63,8 @@ TallyfoldApp::Parts TallyfoldApp::systemParts()
             std::make_unique<SystemDesktop>(),
             std::make_unique<Updater>(FeedSettings::ours()),
             nullptr,
-            AppModel::systemWriter()};
+            AppModel::systemWriter(),
+            KnownSources::read};
 }
 
 TallyfoldApp::TallyfoldApp(Parts parts, QObject *parent)
@@ -73,9 +74,10 @@ TallyfoldApp::TallyfoldApp(Parts parts, QObject *parent)
       m_updater(std::move(parts.updater)),
       m_windowPanels(*m_windowState),
       m_otherPanels(std::move(parts.panels)),
+      m_readingPanel(parts.patience),
       m_model(std::move(parts.settings),
-              m_otherPanels ? *m_otherPanels : static_cast<Panels &>(m_windowPanels),
-              std::move(parts.writer)),
+              m_otherPanels ? *m_otherPanels : static_cast<Panels &>(m_windowPanels), std::move(parts.writer),
+              std::move(parts.reader)),
       m_plan(m_model),
       m_output(m_model, m_plan),
       m_environment{m_model,
@@ -87,6 +89,8 @@ TallyfoldApp::TallyfoldApp(Parts parts, QObject *parent)
                     [this](WindowId window) { openWindow(window); }},
       m_delegate(m_environment)
 {
+    m_model.setReadingPanel(&m_readingPanel);
+    m_readingPanel.follow(m_model);
     new FocusInView(this);
     CloseGuard::shared().shouldClose = [this] { return mayClose(); };
     connect(m_updater.get(), &Updater::finished, this, &TallyfoldApp::tellOfUpdate);
@@ -176,6 +180,7 @@ void TallyfoldApp::makeMainView()
 {
     m_mainView = std::make_unique<MainView>(m_environment);
     m_windowPanels.setWindow(m_mainView.get());
+    m_readingPanel.setWindow(m_mainView.get());
     m_commands =
         std::make_unique<AppCommands>(m_environment, *m_updater, m_mainView->undoStack(),
                                       AppCommands::Application{[this] { showAbout(); }, [this] { quit(); }});

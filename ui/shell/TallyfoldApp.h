@@ -7,6 +7,7 @@
 #include "ui/help/HelpRouter.h"
 #include "ui/help/HelpView.h"
 #include "ui/panels/WindowPanels.h"
+#include "ui/panels/WindowReadingPanel.h"
 #include "ui/settings/SettingsView.h"
 #include "ui/shell/AboutPanel.h"
 #include "ui/shell/AppCommands.h"
@@ -40,6 +41,9 @@ public:
         /// Null for panels over the main window.
         std::unique_ptr<Panels> panels;
         AppModel::Writer writer = AppModel::systemWriter();
+        SourceReading::Read reader = KnownSources::read;
+        /// How long files are read before that is shown.
+        std::chrono::milliseconds patience = WindowReadingPanel::usualPatience;
     };
     /// Those of a real session.
     [[nodiscard]] static Parts systemParts();
@@ -88,6 +92,7 @@ private:
     std::unique_ptr<Updater> m_updater;
     WindowPanels m_windowPanels;
     std::unique_ptr<Panels> m_otherPanels;
+    WindowReadingPanel m_readingPanel;
     AppModel m_model;
     CurrentPlan m_plan;
     OutputCheck m_output;
