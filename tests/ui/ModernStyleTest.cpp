@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QMenu>
 #include <QPainter>
+#include <QProgressBar>
 #include <QStyleOptionMenuItem>
 #include <QTabBar>
 #include <QTest>
@@ -67,6 +68,38 @@ private:
 };
 
 } // namespace
+
+TEST_F(ModernStyleTest, AProgressBarShowsWhatIsDoneFromTheFirstHundredthOn)
+{
+    QProgressBar bar;
+    bar.setTextVisible(false);
+    bar.setRange(0, 20'000);
+    bar.resize(352, 24);
+    const auto inked = [&bar](int value, Qt::LayoutDirection direction) {
+        bar.setValue(value);
+        bar.setLayoutDirection(direction);
+        const QImage picture = bar.grab().toImage();
+        const QColor accent = colorOf(Tone::accent, bar.palette());
+        std::vector<int> columns;
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, picture.height() / 2) == accent) {
+                columns.push_back(x);
+            }
+        }
+        return columns;
+    };
+    EXPECT_TRUE(inked(0, Qt::LeftToRight).empty());
+    const std::vector<int> few = inked(400, Qt::LeftToRight);
+    ASSERT_FALSE(few.empty());
+    EXPECT_LT(few.front(), 3);
+    EXPECT_LT(few.back(), 12);
+    const std::vector<int> fewFromRight = inked(400, Qt::RightToLeft);
+    ASSERT_FALSE(fewFromRight.empty());
+    EXPECT_GT(fewFromRight.front(), 340);
+    EXPECT_NEAR(inked(10'000, Qt::LeftToRight).back(), 175, 2);
+    EXPECT_NEAR(inked(10'000, Qt::RightToLeft).front(), 176, 2);
+    EXPECT_GT(inked(20'000, Qt::LeftToRight).size(), 348U);
+}
 
 TEST_F(ModernStyleTest, EdgesOfWhatIsTypedInOrChosenAreSeen)
 {

@@ -10,6 +10,8 @@
 #include <QStyleOption>
 #include <QWidget>
 
+#include <algorithm>
+
 namespace tallyfold {
 
 namespace {
@@ -98,6 +100,25 @@ const QStyleOptionToolButton *menuButton(const QStyleOption *option)
                : nullptr;
 }
 
+/// The part `filled` of a bar that is `groove`, at one of its ends. It is round where it ends, and as long as
+/// it is shorter than that the groove cuts it off.
+void drawFilled(QPainter &painter, const QRectF &groove, const QRectF &filled, const QColor &ink)
+{
+    const double round = groove.height() / 2;
+    QRectF part = filled;
+    const double missing = std::max(0.0, groove.height() - filled.width());
+    part.adjust(filled.left() > groove.left() ? 0 : -missing, 0, filled.left() > groove.left() ? missing : 0,
+                0);
+    QPainterPath whole;
+    whole.addRoundedRect(groove, round, round);
+    QPainterPath drawn;
+    drawn.addRoundedRect(part, round, round);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(whole.intersected(drawn), ink);
+    painter.restore();
+}
+
 } // namespace
 
 ModernStyle::ModernStyle() : QProxyStyle(QStringLiteral("fusion")) {}
@@ -181,10 +202,7 @@ void ModernStyle::drawControl(ControlElement element, const QStyleOption *option
             if (bar->direction == Qt::RightToLeft) {
                 filled.moveRight(bar->rect.right() + 1);
             }
-            if (filled.width() >= filled.height()) {
-                drawBox(*painter, filled, colorOf(Tone::accent, bar->palette), QPen(Qt::NoPen),
-                        filled.height() / 2);
-            }
+            drawFilled(*painter, bar->rect, filled, colorOf(Tone::accent, bar->palette));
         }
         break;
     case CE_ToolBar:
