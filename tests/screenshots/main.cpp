@@ -2,13 +2,16 @@
 // Usage: tallyfold_screenshots FOLDER [light|dark|light-contrast|dark-contrast] [WIDTH HEIGHT];
 // QT_SCALE_FACTOR sets the scale.
 
+#include "app/LooseTask.h"
 #include "app/Translations.h"
 #include "tests/app/FakePanels.h"
+#include "tests/app/Gate.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Waiting.h"
 #include "ui/controls/CollapsibleSection.h"
 #include "ui/desktop/ColorScheme.h"
+#include "ui/sheets/ReadingView.h"
 #include "ui/shell/TallyfoldApp.h"
 
 #include <QApplication>
@@ -135,9 +138,14 @@ public:
     /// The main window with what lies over it.
     void shootWithSheet(const char *name)
     {
+        shootWith(app().mainView().sheets().current(), name);
+    }
+    /// The main window with `sheet` over it, if there is one.
+    void shootWith(QDialog *sheet, const char *name)
+    {
         settle();
         QPixmap picture = window().grab();
-        if (QDialog *sheet = app().mainView().sheets().current()) {
+        if (sheet != nullptr) {
             QPainter painter(&picture);
             painter.fillRect(picture.rect(), QColor(0, 0, 0, 60));
             const QPixmap over = sheet->grab();
@@ -299,6 +307,38 @@ void shootMany(Stage &stage)
     stage.shoot(stage.window(), "many");
 }
 
+void shootReading(Stage &stage)
+{
+    stage.model().removeAll();
+    tests::Gate folder;
+    tests::Gate file;
+    {
+        SourceReading reading(
+            [&folder](const std::stop_token &) {
+                folder.pass();
+                return std::vector<fs::path>(20'000);
+            },
+            [&file, read = 0](const fs::path &) mutable {
+                if (++read == 1234) {
+                    file.pass();
+                }
+                return KnownSources::Reading();
+            },
+            1);
+        ReadingView view(reading, &stage.window());
+        view.show();
+        folder.awaitArrival();
+        stage.shootWith(&view, "looking");
+        folder.open();
+        file.awaitArrival();
+        const auto *bar = view.findChild<QProgressBar *>(QStringLiteral("readingProgress"));
+        stage.waitUntil([bar] { return bar->value() == 1233; });
+        stage.shootWith(&view, "reading");
+    }
+    file.open();
+    stage.waitUntil([] { return !LooseTask::isAnyLeft(); });
+}
+
 } // namespace
 
 int main(int count, char **values)
@@ -327,5 +367,6 @@ int main(int count, char **values)
     shootOthers(stage);
     shootUnshown(stage);
     shootMany(stage);
+    shootReading(stage);
     return 0;
 }

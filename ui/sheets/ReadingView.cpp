@@ -45,9 +45,9 @@ ReadingView::ReadingView(SourceReading &reading, QWidget *parent)
     setAnnounced(*m_text);
     m_progress->setObjectName(QStringLiteral("readingProgress"));
     m_progress->setTextVisible(false);
-    auto *hint = new StyledLabel(
-        words(QT_TRANSLATE_NOOP("Words", "What has been read by then is kept when you stop.")),
-        TextStyle::caption, Tone::secondary);
+    auto *hint =
+        new StyledLabel(words(QT_TRANSLATE_NOOP("Words", "When you stop, the files read so far are kept.")),
+                        TextStyle::caption, Tone::secondary);
     setAccessibleDescription(hint->text());
     auto *stop = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Stop")));
     stop->setObjectName(QStringLiteral("stopReading"));
