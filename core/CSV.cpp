@@ -6,7 +6,7 @@ namespace {
 
 const QString rowEnd = QStringLiteral("\r\n");
 
-/// Whether a CR LF pair, one character, begins at `index`.
+/// Whether a CR LF pair, which counts as one character, begins at `index`.
 bool isPair(const QString &field, qsizetype index)
 {
     return field[index] == u'\r' && index + 1 < field.size() && field[index + 1] == u'\n';

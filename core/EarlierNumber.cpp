@@ -13,7 +13,7 @@ namespace {
 
 constexpr double maxStripDepth = 90;
 
-/// Compiled once; null when the engine refuses it, which finds nothing.
+/// The expression, compiled once; null if ICU rejects it, in which case nothing is found.
 const icu::RegexPattern *pattern()
 {
     static const std::unique_ptr<icu::RegexPattern> compiled = [] {
@@ -57,7 +57,7 @@ std::optional<QString> earlierNumberIn(const QString &text)
     while (matcher->find(status) && U_SUCCESS(status)) {
         const int32_t start = matcher->start(status);
         const int32_t end = matcher->end(status);
-        // A digit under a combining mark is another character than the digit.
+        // A digit with a combining mark is a different character.
         bool isWhole = U_SUCCESS(status);
         for (int32_t at = start; isWhole && at <= end; ++at) {
             isWhole = isBoundary(at);

@@ -7,23 +7,23 @@
 
 namespace tallyfold {
 
-/// What kept a copy from being made, as far as it is known. Carries no words: views have those.
+/// The cause of a failed copy, as far as it is known. Contains no wording; that is up to the views.
 struct FailureCause {
-    /// What was going on.
+    /// The step that failed.
     enum class During {
         openingSource,
         readingSource,
-        creatingCopy, ///< The output folder or the new file in it could not be opened.
-        writingCopy,  ///< Up to the moment when all of it is on the disk.
-        checkingCopy, ///< The copy was read back.
-        namingCopy,   ///< The finished copy was to get its own name.
+        creatingCopy, ///< Opening the output folder or creating a file in it.
+        writingCopy,  ///< Includes flushing it to the disk.
+        checkingCopy, ///< Reading the copy back.
+        namingCopy,   ///< Moving the finished copy to its own name.
     };
 
-    /// What is found without an error of the system.
+    /// A cause that is not a system error.
     enum class Finding {
-        damaged,      ///< The bytes are not those of a PDF, or not those that were written.
-        changed,      ///< The file was written to while it was read.
-        limitReached, ///< Reading it takes more memory or time than any file may take.
+        damaged,      ///< The file is not a valid PDF, or not what was written.
+        changed,      ///< The file was modified while it was read.
+        limitReached, ///< Reading it needs more memory or time than is allowed for a file.
     };
 
     using Reason = std::variant<std::error_code, Finding>;
@@ -31,7 +31,7 @@ struct FailureCause {
     During during = During::openingSource;
     Reason reason;
 
-    /// The error of the system; none for a finding.
+    /// The system error; a default `error_code` for a finding.
     [[nodiscard]] std::error_code systemError() const
     {
         const auto *error = std::get_if<std::error_code>(&reason);
@@ -41,7 +41,7 @@ struct FailureCause {
     bool operator==(const FailureCause &) const = default;
 };
 
-/// For logs: what was going on, and the system's words or the finding.
+/// For logs: the step, and the system's message or the finding.
 QDebug operator<<(QDebug debug, const FailureCause &cause);
 
 } // namespace tallyfold

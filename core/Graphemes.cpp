@@ -13,7 +13,7 @@ std::vector<qsizetype> graphemeBoundaries(const QString &text)
 
 QString firstGraphemes(const QString &text, std::int64_t count)
 {
-    if (text.size() <= count) { // No more characters than units.
+    if (text.size() <= count) { // It has at most as many characters as code units.
         return text;
     }
     const std::vector<qsizetype> boundaries = graphemeBoundaries(text);

@@ -10,7 +10,7 @@
 
 namespace tallyfold {
 
-/// Compact JSON with its keys in the order they are given, which the platform's own objects do not keep.
+/// Compact JSON with keys in the given order, which QJsonObject does not preserve.
 namespace JsonWriter {
 
 [[nodiscard]] QByteArray text(const QString &value);
@@ -19,13 +19,13 @@ namespace JsonWriter {
 [[nodiscard]] QByteArray number(double value);
 [[nodiscard]] QByteArray boolean(bool value);
 
-/// A key in plain ASCII and a value that is JSON already.
+/// An ASCII key and a value that already is JSON.
 using Entry = std::pair<const char *, QByteArray>;
 
-/// An object of these, in their order.
+/// An object with these members, in this order.
 [[nodiscard]] QByteArray object(std::span<const Entry> entries);
 [[nodiscard]] QByteArray object(std::initializer_list<Entry> entries);
-/// An array of values that are JSON already.
+/// An array of values that already are JSON.
 [[nodiscard]] QByteArray array(std::span<const QByteArray> values);
 
 } // namespace JsonWriter

@@ -20,8 +20,8 @@ icu::UnicodeString alias(const QString &text)
     return {false, reinterpret_cast<const char16_t *>(text.utf16()), static_cast<int32_t>(text.size())};
 }
 
-/// What collation goes by: the first of these variables that is not empty (POSIX.1-2017, 8.2). ICU's own
-/// default is the language of messages, and two machines must not number differently for their menus.
+/// The collation locale: the first of these variables that is not empty (POSIX.1-2017, 8.2). The default of
+/// ICU is the language of messages, but the language of menus must not change how files are numbered.
 QByteArray collationSetting()
 {
     for (const char *name : {"LC_ALL", "LC_COLLATE", "LANG"}) {
@@ -32,14 +32,14 @@ QByteArray collationSetting()
     return {};
 }
 
-/// The script that a POSIX locale names after its "@", if it names one; other modifiers do not order names.
+/// The script that a POSIX locale names after its "@", if any; other modifiers do not affect collation.
 const char *scriptOf(QByteArrayView modifier)
 {
     return modifier == "latin" ? "Latn" : modifier == "cyrillic" ? "Cyrl" : "";
 }
 
-/// The locale that POSIX calls `name`: language[_territory][.codeset][@modifier], of which ICU knows all but
-/// the last. Without one ("C"), names are still for people: the order that languages share.
+/// The locale with the POSIX name `name`: language[_territory][.codeset][@modifier], of which ICU understands
+/// all but the modifier. The root locale for "C" and "POSIX", since names are read by people all the same.
 icu::Locale localeCalled(const QByteArray &name)
 {
     const QList<QByteArray> parts = name.split('@');
@@ -92,7 +92,7 @@ std::vector<std::size_t> NaturalOrder::sorted(const std::vector<QString> &names)
         });
         return order;
     }
-    // A key for each name is dearer than one comparison, and cheaper than the many that sorting makes.
+    // A sort key costs more than one comparison, but less than the many comparisons of a sort.
     std::vector<std::string> keys;
     keys.reserve(names.size());
     std::vector<std::uint8_t> buffer(256);

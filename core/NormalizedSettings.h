@@ -8,8 +8,8 @@
 
 namespace tallyfold {
 
-/// Settings with every value inside its limits. Only `StampSettings::normalized()` makes them, so whatever
-/// numbers, names or draws by them need not look again.
+/// Settings with every value within its limits. Only `StampSettings::normalized()` creates them, so code that
+/// numbers, names or draws need not check them again.
 class NormalizedSettings {
 public:
     const StampSettings *operator->() const
@@ -20,7 +20,7 @@ public:
     {
         return m_settings;
     }
-    /// A copy: they are settings like any others.
+    /// A copy as ordinary settings.
     operator StampSettings() const
     {
         return m_settings;
@@ -35,7 +35,7 @@ private:
     StampSettings m_settings;
 };
 
-/// Writes the texts of many pages by the same settings.
+/// Formats the Bates numbers of many pages with the same settings.
 class BatesFormatter {
 public:
     explicit BatesFormatter(const NormalizedSettings &settings);

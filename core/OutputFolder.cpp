@@ -85,7 +85,7 @@ std::optional<FailureCause> OutputFolder::HiddenFile::publish(const QString &nam
     if (!m_sink->flushToDisk()) {
         return FailureCause{During::writingCopy, m_sink->failure()};
     }
-    // Only now: a file system across a network may have kept the bytes to itself until they were flushed.
+    // Not earlier: a network file system may not have sent the data before it was flushed.
     if (const auto damage = prove(proof)) {
         return damage;
     }
@@ -122,7 +122,7 @@ void OutputFolder::writeNewFile(const QString &name, const QByteArray &contents)
     if (error) {
         throw FileError{name, error};
     }
-    // What fails in writing fails again in publishing, with its reason.
+    // `publish` fails with the reason if writing has failed.
     (void)file.sink().write(std::span(contents.constData(), static_cast<std::size_t>(contents.size())));
     if (const auto cause = file.publish(name)) {
         throw FileError{name, cause->systemError()};

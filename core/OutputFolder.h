@@ -23,12 +23,12 @@ namespace tallyfold {
 /// that is killed leaves one.
 inline constexpr std::string_view hiddenFilePrefix = ".tallyfold-";
 
-/// The folder a production is written into. It is opened once, so that what is written stays together even
-/// when the folder is renamed meanwhile. Nothing in it is ever replaced: a file gets its final name only
-/// where none is.
+/// The folder that a production is written to. It is opened once, so that all files end up in the same folder
+/// even if it is renamed meanwhile. Existing files are never replaced: a file gets its final name only if
+/// that name is free.
 class OutputFolder {
 public:
-    /// The folder at `path`; null, with the reason in `error`, when it is not there, is not a folder or
+    /// The folder at `path`; null, with the reason in `error`, if it does not exist, is not a folder or
     /// cannot be opened. `calls` must outlive it.
     [[nodiscard]] static std::unique_ptr<OutputFolder> open(const std::filesystem::path &path,
                                                             files::FileCalls &calls, std::error_code &error);
@@ -37,16 +37,15 @@ public:
     OutputFolder(const OutputFolder &) = delete;
     OutputFolder &operator=(const OutputFolder &) = delete;
 
-    /// Whether what was read back of a file is what was to be written.
+    /// Whether a file that was read back is what should have been written.
     using Proof = std::function<bool(const files::WrittenFile &file)>;
 
-    /// A hidden file of a random name in which something is made before it gets its own name, so that only
-    /// what is whole ever has one, whatever happens on the way. Removed with this object when it was not
-    /// published; a removal that fails is passed over.
+    /// A hidden file with a random name, which gets its own name once it is complete, so that no incomplete
+    /// file ever has one. Deleted by the destructor unless it was published; errors in that are ignored.
     class HiddenFile {
     public:
-        /// `ending` is the last part of its name. `error` says why it could not be made; nothing may be
-        /// written then.
+        /// `ending` is the last part of the random name. If `error` is set, the file could not be created,
+        /// and nothing may be written to it.
         HiddenFile(const OutputFolder &folder, const char *ending, std::error_code &error);
         ~HiddenFile();
         HiddenFile(const HiddenFile &) = delete;
@@ -55,9 +54,8 @@ public:
         [[nodiscard]] const std::string &name() const;
         [[nodiscard]] files::ByteSink &sink();
 
-        /// Brings the file to the disk, lets `proof`, if there is any, look at it, and then gives it the
-        /// name `name`. What kept it from that, if anything did: there may be something of that name, and
-        /// what `proof` refuses is damaged.
+        /// Flushes the file to the disk, checks it with `proof`, if given, and renames it to `name`. Returns
+        /// the cause of a failure: `name` may be taken, and a file that `proof` rejects is damaged.
         [[nodiscard]] std::optional<FailureCause> publish(const QString &name, const Proof &proof = {});
 
     private:
@@ -72,12 +70,12 @@ public:
     /// The hidden file of a copy.
     class TemporaryFile {
     public:
-        /// Throws `StampError` `cannotWrite` with the file's name when it cannot be made.
+        /// Throws `StampError` `cannotWrite` with the name of the file if it cannot be created.
         explicit TemporaryFile(const OutputFolder &folder);
 
         [[nodiscard]] files::ByteSink &sink();
 
-        /// As of `HiddenFile`.
+        /// As `HiddenFile::publish`.
         [[nodiscard]] std::optional<FailureCause> publish(const QString &name, const Proof &proof = {});
 
     private:
@@ -85,11 +83,11 @@ public:
         HiddenFile m_file;
     };
 
-    /// Writes `contents` into a new file called `name` and brings it to the disk. Throws `FileError`, and
-    /// leaves nothing, when that fails; a file of that name is such a failure.
+    /// Writes `contents` to a new file `name` and flushes it to the disk. Throws `FileError` and leaves no
+    /// file behind if that fails, also if `name` is taken.
     void writeNewFile(const QString &name, const QByteArray &contents) const;
 
-    /// Brings the names given so far to the disk. Throws `FileError` with the name "." when that fails.
+    /// Flushes the directory entries to the disk. Throws `FileError` with the name "." if that fails.
     void flush() const;
 
 private:

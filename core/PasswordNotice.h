@@ -9,18 +9,18 @@ namespace tallyfold {
 
 class ProductionPlan;
 
-/// What there is to say about the password-protected sources of a plan.
+/// A notice about the password-protected sources of a plan.
 struct PasswordNotice {
-    QStringList names;               ///< Of those sources, in production order.
-    bool nothingElseToStamp = false; ///< No file of the plan would be written at all.
+    QStringList names;               ///< Of the sources, in production order.
+    bool nothingElseToStamp = false; ///< The plan has no other file to write.
 
-    /// The notice for `plan`; nothing when it holds no password-protected source.
+    /// The notice for `plan`; nothing if it contains no password-protected source.
     [[nodiscard]] static std::optional<PasswordNotice> of(const ProductionPlan &plan);
 
     /// Number of names.
     [[nodiscard]] std::int64_t count() const;
 
-    /// The first names, and how many are left out.
+    /// The first names, and the number of names omitted.
     struct ShortList {
         QStringList names;
         std::int64_t more = 0;

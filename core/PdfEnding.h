@@ -6,10 +6,10 @@
 
 namespace tallyfold {
 
-/// The end of a PDF file's name.
+/// The extension of PDF file names.
 inline constexpr std::string_view pdfEnding = ".pdf";
 
-/// Whether `name` ends so, in any letter case.
+/// Whether `name` ends with the extension, in any letter case.
 [[nodiscard]] bool hasPdfEnding(std::string_view name);
 [[nodiscard]] bool hasPdfEnding(QStringView name);
 

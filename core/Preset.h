@@ -10,7 +10,7 @@
 
 namespace tallyfold {
 
-/// Stamp settings saved under a name. Known by `id`; two presets are equal when all three fields are.
+/// Stamp settings saved under a name. Identified by `id`; equality compares all three fields.
 struct Preset {
     static constexpr std::int64_t maxNameLength = 80; ///< User-perceived characters.
 
@@ -18,7 +18,7 @@ struct Preset {
     QString name;
     StampSettings settings;
 
-    /// The preset with the first `maxNameLength` characters of `name` and the normalised `settings`.
+    /// The preset with `name` truncated to `maxNameLength` characters and `settings` normalized.
     [[nodiscard]] static Preset of(const QUuid &id, const QString &name, const StampSettings &settings);
 
     bool operator==(const Preset &) const = default;

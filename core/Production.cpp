@@ -24,7 +24,7 @@ std::vector<ProductionConflict> conflictOf(ProductionConflict::Kind kind)
     return {{kind, {}}};
 }
 
-/// `path` absolute and without symbolic links, as far as it exists.
+/// `path`, absolute, with symbolic links resolved as far as it exists.
 fs::path resolved(const fs::path &path)
 {
     std::error_code error;
@@ -33,7 +33,7 @@ fs::path resolved(const fs::path &path)
     return error ? absolute.lexically_normal() : result;
 }
 
-/// The same for many paths, of which most are in the same few folders.
+/// Resolves many paths, most of which are in the same few folders.
 class Resolver {
 public:
     fs::path operator()(const fs::path &path)
@@ -54,7 +54,7 @@ private:
     std::unordered_map<std::string, fs::path> m_folders;
 };
 
-/// A path in a form that does not tell letter case apart. Bytes that are not valid text stay distinct from
+/// `path` in a form for comparison without regard to letter case. Bytes that are not valid UTF-8 never equal
 /// text.
 QString withoutCase(const fs::path &path)
 {
@@ -65,20 +65,20 @@ QString withoutCase(const fs::path &path)
                   : QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size())).prepend(u'\0');
 }
 
-/// `name` in `folder`; a name is text, and its bytes in the file system are UTF-8.
+/// `name` in `folder`. Names are encoded in UTF-8.
 fs::path inFolder(const fs::path &folder, const QString &name)
 {
     return folder / fs::path(name.toStdString());
 }
 
-/// Whether anything has this name, be it a symbolic link that leads nowhere.
+/// Whether a file of any type, including a dangling symbolic link, exists at `path`.
 bool isTaken(const fs::path &path)
 {
     std::error_code error;
     return fs::exists(fs::symlink_status(path, error));
 }
 
-/// One production on its way.
+/// A production in progress.
 class Run {
 public:
     Run(const ProductionPlan &plan, fs::path folder, const Production::OnPage &onPage,
@@ -119,7 +119,7 @@ public:
         return inFolder(m_path, name);
     }
 
-    /// Brings the names given so far to the disk. What lies under them is there already.
+    /// Flushes the directory; the files themselves are flushed already.
     void flushNames()
     {
         if (m_folder) {
@@ -149,7 +149,7 @@ private:
         m_result.failures.insert(file.source.name, error);
     }
 
-    /// Flushes the names as far as that can be done: the outcome is decided already.
+    /// Flushes the directory and ignores errors: the production has failed already.
     void keepNames()
     {
         try {
@@ -160,7 +160,7 @@ private:
 
     void writeCopy(const PlannedFile &file)
     {
-        // Before anything is made for it: what the matter is with a source is not for the folder to say.
+        // Before the copy is created, so that a faulty source is not reported as a failure of the folder.
         const std::unique_ptr<pdf::Document> source = Stamper::open(file.source);
         if (!m_folder) {
             throw cannotWrite(file, {FailureCause::During::creatingCopy, m_refusal});
@@ -182,8 +182,8 @@ private:
 
     const ProductionPlan &m_plan;
     fs::path m_path;
-    std::error_code m_refusal;              ///< Why there is no folder.
-    std::unique_ptr<OutputFolder> m_folder; ///< Null when it went after the check for conflicts.
+    std::error_code m_refusal;              ///< Why `m_folder` is null.
+    std::unique_ptr<OutputFolder> m_folder; ///< Null if it was removed after the check for conflicts.
     const Production::OnPage &m_onPage;
     ProductionResult m_result;
     pdf::CopyVerifier m_verifier;
@@ -268,7 +268,7 @@ ProductionResult Production::write(const ProductionPlan &plan, const fs::path &f
     }
     Run run(plan, folder, onPage, calls);
     run.writeCopies();
-    run.flushNames(); // Before the index, which speaks of the copies.
+    run.flushNames(); // Before the index, which lists the copies.
     if (options.writeIndex) {
         run.result().index =
             run.writeTable(ProductionOptions::indexName, ProductionIndex::csv(plan, run.failedNames()));

@@ -18,7 +18,7 @@
 
 namespace tallyfold {
 
-/// What a production writes beside its copies.
+/// The tables that a production writes in addition to its copies.
 struct ProductionOptions {
     bool writeIndex = true;
     bool writePrivilegeLog = false;
@@ -29,14 +29,14 @@ struct ProductionOptions {
     bool operator==(const ProductionOptions &) const = default;
 };
 
-/// A reason why a production cannot be written at all, found before anything is.
+/// A reason not to start a production, found before anything is written.
 struct ProductionConflict {
     enum class Kind {
-        exists,               ///< Something of the name `name` is in the output folder.
-        duplicate,            ///< More than one copy would be called `name`.
-        wouldReplaceOriginal, ///< The copy called `name` would land on a source.
-        nothingToStamp,       ///< No file would be written. No name.
-        folderMissing,        ///< The output folder is not there, or is not a folder. No name.
+        exists,               ///< The output folder already contains `name`.
+        duplicate,            ///< More than one copy would have the name `name`.
+        wouldReplaceOriginal, ///< The copy `name` would overwrite a source.
+        nothingToStamp,       ///< No file would be written. `name` is empty.
+        folderMissing,        ///< The output folder does not exist or is not a folder. `name` is empty.
     };
     Kind kind = Kind::nothingToStamp;
     QString name;
@@ -44,14 +44,14 @@ struct ProductionConflict {
     bool operator==(const ProductionConflict &) const = default;
 };
 
-/// How a production ended early. Thrown by `Production::write`.
+/// Why a production ended early. Thrown by `Production::write`.
 struct ProductionError {
     /// The check found `conflicts`; nothing was written.
     struct Conflicts {
         std::vector<ProductionConflict> conflicts;
         bool operator==(const Conflicts &) const = default;
     };
-    /// The caller asked to stop; `written` are the copies that were finished, and stay.
+    /// The caller requested a stop; `written` are the finished copies, which are kept.
     struct Cancelled {
         std::vector<std::filesystem::path> written;
         bool operator==(const Cancelled &) const = default;
@@ -62,13 +62,13 @@ struct ProductionError {
     bool operator==(const ProductionError &) const = default;
 };
 
-/// What a production came to.
+/// The result of a production.
 struct ProductionResult {
     std::vector<std::filesystem::path> written;        ///< The finished copies, in production order.
     std::optional<std::filesystem::path> index;        ///< Absent when none was asked for.
     std::optional<std::filesystem::path> privilegeLog; ///< Absent when none was asked for.
-    std::int64_t pages = 0;             ///< Pages drawn, those of files that failed later included.
-    QMap<QString, StampError> failures; ///< By the source's name; each with its cause.
+    std::int64_t pages = 0; ///< Number of pages drawn, including those of files that failed later.
+    QMap<QString, StampError> failures; ///< By the name of the source.
 
     bool operator==(const ProductionResult &) const = default;
 };
@@ -77,28 +77,28 @@ struct ProductionResult {
 [[nodiscard]] std::size_t hashValue(const ProductionConflict &conflict);
 [[nodiscard]] std::size_t hashValue(const ProductionResult &result);
 
-/// Writes whole productions. Nothing in the output folder is ever replaced, no original is touched, and only
-/// finished copies have a name. Stateless; works on the calling thread.
+/// Writes productions. Existing files are never replaced, sources are never modified, and only finished
+/// copies get their names. Stateless; works on the calling thread.
 namespace Production {
 
-/// Why `plan` cannot be written into `folder`, in a fixed order: nothing to stamp, a missing folder, names
-/// that two copies share, copies that would land on a source or on something that is there, the index and log
-/// likewise. Only reads.
+/// The reasons why `plan` cannot be written to `folder`, in a fixed order: nothing to stamp, missing folder,
+/// names shared by copies, copies that would overwrite a source or an existing file, then the index and the
+/// log. Does not write anything.
 [[nodiscard]] std::vector<ProductionConflict> findConflicts(const ProductionPlan &plan,
                                                             const std::filesystem::path &folder,
                                                             const ProductionOptions &options);
 
-/// Takes the count of pages finished so far; false stops the production after this page.
+/// Receives the number of pages finished so far; returning false stops the production after this page.
 using OnPage = std::function<bool(std::int64_t pages)>;
 
-/// Writes every copy of `plan` into `folder`, then the index and the log as `options` say. A file that fails
-/// is noted and the rest goes on. Throws `ProductionError`, or `FileError` when the index or the log cannot
-/// be written or the folder's list of names (then called ".") not be brought to the disk; the copies stay
-/// then.
+/// Writes every copy of `plan` to `folder`, then the index and the log according to `options`. A file that
+/// fails is recorded, and the production continues. Throws `ProductionError`, or `FileError` if the index or
+/// the log cannot be written or the directory (with the name ".") cannot be flushed; the copies are kept in
+/// that case.
 [[nodiscard]] ProductionResult write(const ProductionPlan &plan, const std::filesystem::path &folder,
                                      const ProductionOptions &options, const OnPage &onPage);
 
-/// The same with the file calls it is given, which tests let fail.
+/// As above, through `calls`, which can fail in tests.
 [[nodiscard]] ProductionResult write(const ProductionPlan &plan, const std::filesystem::path &folder,
                                      const ProductionOptions &options, const OnPage &onPage,
                                      files::FileCalls &calls);

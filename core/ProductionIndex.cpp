@@ -13,7 +13,7 @@ QString numberText(const std::optional<std::int64_t> &number, const BatesFormatt
     return number ? bates(*number) : QString();
 }
 
-/// A row for a file that has no copy.
+/// The row of a file without a copy.
 QStringList rowWithoutCopy(const SourceFile &source, const QString &status)
 {
     return {source.name, {}, {}, {}, QString::number(source.pageCount), status};

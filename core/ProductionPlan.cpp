@@ -213,7 +213,7 @@ QStringList ProductionPlan::duplicateOutputNames() const
         int &count = counts[file->outputName.toLower()];
         if (count > 1) {
             duplicates.append(file->outputName);
-            count = 0; // Told once.
+            count = 0; // Reported once.
         }
     }
     return duplicates;

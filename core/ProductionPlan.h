@@ -14,8 +14,8 @@
 
 namespace tallyfold {
 
-/// One page of a source, as the production will number it.
-/// A counted page may go unstamped: a cover page takes a number it does not show.
+/// One page of a source, as the production will number it. A counted page need not be stamped: a cover page
+/// may have a number that it does not show.
 struct PlannedPage {
     std::optional<std::int64_t> number; ///< Absent when the page is not counted.
     bool stamped = false;               ///< Whether any stamp line is drawn on it.
@@ -28,7 +28,7 @@ struct PlannedFile {
     std::vector<PlannedPage> pages; ///< In page order; empty for a source that cannot be stamped.
     QString outputName;             ///< Always ends in ".pdf", in any letter case.
 
-    /// The numbers of the first and the last page that have one.
+    /// The numbers of the first and the last numbered page.
     [[nodiscard]] std::optional<std::int64_t> firstNumber() const;
     [[nodiscard]] std::optional<std::int64_t> lastNumber() const;
 
@@ -42,24 +42,23 @@ struct PlannedFile {
     bool operator==(const PlannedFile &) const = default;
 };
 
-/// `sources` in production order. Sources that the order does not tell apart keep theirs.
+/// `sources` in production order. The sort is stable.
 [[nodiscard]] std::vector<SourceFile> ordered(const std::vector<SourceFile> &sources, FileOrder order);
 
-/// Which file gets which numbers, which pages are stamped and how the copies are called: a function of the
-/// sources and the settings alone, so that what is shown beforehand is what is written.
+/// The numbers of all files, the pages that are stamped and the names of the copies. Depends only on the
+/// sources and the settings, so that a preview shows exactly what will be written.
 class ProductionPlan {
 public:
     ProductionPlan(const std::vector<SourceFile> &sources, const StampSettings &settings);
 
     NormalizedSettings settings;
-    std::vector<PlannedFile>
-        files; ///< One per source, in production order, those with problems in their place.
+    std::vector<PlannedFile> files; ///< One per source, in production order, including sources with problems.
 
-    /// The files that get a copy. The pointers are into `files`.
+    /// The files that get a copy, as pointers into `files`.
     [[nodiscard]] std::vector<const PlannedFile *> stampedFiles() const;
-    /// The stampable files none of whose pages is stamped.
+    /// The stampable files without a stamped page.
     [[nodiscard]] std::vector<const PlannedFile *> coverOnlyFiles() const;
-    /// The stampable files none of whose pages is stamped or numbered.
+    /// The stampable files without a stamped or numbered page.
     [[nodiscard]] std::vector<const PlannedFile *> skippedFiles() const;
     /// The files whose source is locked or encrypted.
     [[nodiscard]] std::vector<const PlannedFile *> passwordProtectedFiles() const;
@@ -67,17 +66,17 @@ public:
     /// First and last number of the whole production; absent when no page is numbered.
     [[nodiscard]] std::optional<std::int64_t> firstNumber() const;
     [[nodiscard]] std::optional<std::int64_t> lastNumber() const;
-    /// The number a following production goes on with.
+    /// The first number of a production that continues this one.
     [[nodiscard]] std::int64_t nextNumber() const;
-    /// "first – last", also when both are the same; absent when no page is numbered.
+    /// "first – last", even if both are the same; absent if no page is numbered.
     [[nodiscard]] std::optional<QString> rangeText() const;
-    /// The same of two numbers.
+    /// The same for two numbers.
     [[nodiscard]] QString rangeText(std::int64_t first, std::int64_t last) const;
-    /// Count of decimal digits of the largest number.
+    /// Number of decimal digits of the largest number.
     [[nodiscard]] std::int64_t digitsNeeded() const;
     /// Whether some numbers print wider than the others.
     [[nodiscard]] bool outgrowsDigits() const;
-    /// Names that more than one copy would get when letter case does not count, each once, as first spelled.
+    /// Names that more than one copy would get, ignoring letter case; each once, as first spelled.
     [[nodiscard]] QStringList duplicateOutputNames() const;
     /// The notice about password-protected sources; absent when there are none.
     [[nodiscard]] std::optional<PasswordNotice> passwordNotice() const;

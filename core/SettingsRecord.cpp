@@ -14,7 +14,7 @@ namespace tallyfold {
 
 namespace {
 
-/// Takes the value of `key` where it has the field's type; else the field keeps its default.
+/// Reads the value of `key` if it has the type of the field; otherwise the field keeps its default.
 class Reader {
 public:
     explicit Reader(const QJsonObject &record) : m_record(record) {}
@@ -40,7 +40,7 @@ public:
         }
     }
 
-    /// A whole number may also be written with a fraction of zero.
+    /// An integer may be written with a fraction of zero.
     void read(const char *key, std::int64_t &field) const
     {
         const QJsonValue value = valueOf(key);
@@ -131,7 +131,7 @@ requires std::is_enum_v<Case> QByteArray valueOf(Case field)
     return JsonWriter::text({});
 }
 
-/// Whether JSON has a spelling for the value.
+/// Whether JSON can represent the value.
 bool canBeStored(const auto & /*value*/)
 {
     return true;
@@ -148,7 +148,8 @@ bool canBeStored(const StampColor &value)
            std::isfinite(value.alpha);
 }
 
-/// The identifier that `text` is, that of zeros included, which the platform gives for what is none as well.
+/// The identifier in `text`. QUuid::fromString gives the null identifier for invalid text as well as for
+/// zeros.
 std::optional<QUuid> storedId(const QString &text)
 {
     const QUuid id = QUuid::fromString(text);

@@ -22,9 +22,9 @@ bool isPdfName(const std::string &name)
     return !name.starts_with('.') && hasPdfEnding(name);
 }
 
-/// Adds what lies below `top` and is named like a PDF. Symbolic links to folders are not entered, so there
-/// are no loops. Every folder is listed whole before the next one is opened: one that fails ends nothing but
-/// itself, and a deep tree needs no more open files than a flat one.
+/// Adds all files below `top` with the name of a PDF. Symbolic links to folders are not followed, which rules
+/// out loops. Every folder is listed completely before the next one is opened: an error affects one folder
+/// only, and a deep tree needs no more file descriptors than a flat one.
 std::vector<fs::path> pdfsBelow(const fs::path &top, const ListFolder &list,
                                 std::vector<fs::path> &unreadableFolders)
 {
@@ -54,11 +54,11 @@ std::vector<fs::path> pdfsBelow(const fs::path &top, const ListFolder &list,
     return found;
 }
 
-/// Sorts what was found below one folder. The way to that folder, which all have in common, decides nothing.
+/// Sorts the files found below a folder. Their common path to that folder is ignored.
 void sortByPath(std::vector<fs::path> &locations)
 {
-    // Folders are read in no particular order: names that compare the same are told apart by their bytes
-    // first.
+    // Directory entries come in any order: sort by bytes first, so that names that compare equal have a fixed
+    // order.
     std::vector<std::size_t> byBytes(locations.size());
     for (std::size_t index = 0; index < byBytes.size(); ++index) {
         byBytes[index] = index;

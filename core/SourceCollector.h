@@ -7,41 +7,40 @@
 
 namespace tallyfold {
 
-/// What there is among files and folders.
+/// The result of `collectPdfs`.
 struct CollectedPdfs {
     std::vector<std::filesystem::path> locations;
-    /// The folders of which not everything could be listed: what is in them may be missing. In the order in
-    /// which they were met.
+    /// The folders that could not be listed completely, so that files in them may be missing, in the order of
+    /// the search.
     std::vector<std::filesystem::path> unreadableFolders;
 };
 
-/// The PDF files among `items`, files and folders as they were dropped or chosen: files in the order given, a
-/// folder's files together at its place, in natural order of their paths inside it. Folders are searched to
-/// any depth, hidden files and folders left out; a folder whose name ends in ".pdf" is listed like a file,
-/// and its contents as well. Each standardised path is listed once, at its first place. Items that do not
-/// exist give nothing, and of a folder that cannot be read to its end, what could be; the others are searched
-/// all the same. Names are bytes here: one that is not valid text is found like any other. Holds one file
-/// open at a time. Never throws.
+/// The PDF files in `items`, which are files and folders. Files keep their order; the files of a folder take
+/// its place, in natural order of their relative paths. Folders are searched recursively, without hidden
+/// files and folders; a folder whose name ends in ".pdf" is listed like a file, in addition to its contents.
+/// Each normalized path is listed once, at its first place. Items that do not exist are skipped, and a folder
+/// that cannot be listed completely contributes the files that could be listed. Names are bytes and need not
+/// be valid UTF-8. Keeps at most one directory open. Never throws.
 [[nodiscard]] CollectedPdfs collectPdfs(std::span<const std::filesystem::path> items);
 
-/// One thing in a folder; a symbolic link is no folder, wherever it leads.
+/// A directory entry. Symbolic links to folders are not folders.
 struct FolderEntry {
     std::filesystem::path path;
     bool isFolder = false;
 };
 
-/// Appends what is in `folder` to `entries`; false when that is not all.
+/// Appends the entries of `folder` to `entries`; false if some could not be read.
 using ListFolder =
     std::function<bool(const std::filesystem::path &folder, std::vector<FolderEntry> &entries)>;
 
-/// The same with the listing of a folder that it is given, which tests let fail.
+/// As above with another way to list a folder, which can fail in tests.
 [[nodiscard]] CollectedPdfs collectPdfs(std::span<const std::filesystem::path> items, const ListFolder &list);
 
-/// The listing itself.
+/// Lists a folder of the file system.
 [[nodiscard]] bool listFolder(const std::filesystem::path &folder, std::vector<FolderEntry> &entries);
 
-/// `path` made absolute, without ".", ".." and repeated slashes. Symbolic links are not resolved: a link and
-/// the file it leads to are two documents with two names.
+/// `path`, absolute, without ".", ".." and repeated slashes. Symbolic links are not resolved: a link and its
+/// target are two documents with two names.
 [[nodiscard]] std::filesystem::path standardized(const std::filesystem::path &path);
 
 } // namespace tallyfold

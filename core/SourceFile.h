@@ -16,32 +16,32 @@ namespace tallyfold {
 
 /// Why a source cannot be stamped.
 enum class SourceProblem {
-    unreadable, ///< It could not be opened as a PDF.
-    locked,     ///< It needs a password to open.
-    encrypted,  ///< It opens, but its owner withholds printing, changing or copying.
-    empty,      ///< It opens and has no pages.
+    unreadable, ///< It is not a readable PDF.
+    locked,     ///< It requires a password to open.
+    encrypted,  ///< It opens without a password, but printing, changing or copying is not permitted.
+    empty,      ///< It has no pages.
 };
 
 inline constexpr std::array<SourceProblem, 4> allSourceProblems{
     SourceProblem::unreadable, SourceProblem::locked, SourceProblem::encrypted, SourceProblem::empty};
 
-/// The name the problem is stored under: that of its case.
+/// The name of the case, under which the problem is stored.
 [[nodiscard]] QString keyOf(SourceProblem problem);
 /// True for `locked` and `encrypted`.
 [[nodiscard]] bool isPasswordProtected(SourceProblem problem);
 /// The status of a source with this problem in the production index.
 [[nodiscard]] QString indexStatus(SourceProblem problem);
 
-/// Files that were written together are less than a millisecond apart, and are to be ordered all the same.
+/// A date in nanoseconds: files written together may differ by less than a millisecond.
 using FileDate = files::FileTime;
 
-/// One input PDF as it was found when it was opened once.
+/// An input PDF, with its properties at the time of classification.
 struct SourceFile {
-    QUuid id;                  ///< Fresh for every classification, also of the same location.
-    std::filesystem::path url; ///< As given. Its bytes need not be valid text.
-    QString name;              ///< Last component of `url`, shown as text.
+    QUuid id;                  ///< New for every classification, even of the same location.
+    std::filesystem::path url; ///< As given. Need not be valid UTF-8.
+    QString name;              ///< Last component of `url` as text.
     std::int64_t pageCount = 0;
-    FileDate modified; ///< When its content was last changed; `distantPast()` when that cannot be read.
+    FileDate modified; ///< Last modification; `distantPast()` if unknown.
     std::optional<SourceProblem> problem;
     std::optional<QString> existingBates; ///< An earlier number near the edges of page 1.
 
@@ -56,7 +56,7 @@ struct SourceFile {
 
 /// The last component of `path` as text; bytes that are not valid UTF-8 become replacement characters.
 [[nodiscard]] QString displayName(const std::filesystem::path &path);
-/// The whole of `path` as text, likewise.
+/// All of `path` as text, likewise.
 [[nodiscard]] QString displayPath(const std::filesystem::path &path);
 
 } // namespace tallyfold

@@ -4,15 +4,15 @@
 
 namespace tallyfold {
 
-/// An sRGB colour of the stamp lines, each component meant to lie in 0…1.
-/// Members may hold any value (a stored record is read as it is); `of` gives a clamped one.
+/// An sRGB colour with components from 0 to 1. Stored records are not clamped and may hold any value; `of`
+/// clamps.
 struct StampColor {
     double red = 0;
     double green = 0;
     double blue = 0;
     double alpha = 1;
 
-    /// The colour of four components, each clamped to 0…1; one that is not finite becomes 0.
+    /// The colour with each component clamped to 0…1; a component that is not finite becomes 0.
     [[nodiscard]] static StampColor of(double red, double green, double blue, double alpha = 1);
     [[nodiscard]] static StampColor black();
     /// The red of the confidential preset.

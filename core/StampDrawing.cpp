@@ -10,14 +10,15 @@ namespace {
 /// Space between stacked lines, in font sizes.
 constexpr double lineGap = 0.25;
 
-/// Two, for some readers pass over a single space.
+/// Two spaces: some readers ignore a single one.
 constexpr auto spaces = "  ";
 constexpr double belowAnyPage = -32000;
-constexpr double nextBreak = 9; // Points further down.
+constexpr double nextBreak = 9; // Points between consecutive breaks.
 
 double componentInRange(double value)
 {
-    return std::clamp(value, 0.0, 1.0); // A stored colour is read as it is; NaN is not valid in its record.
+    return std::clamp(value, 0.0,
+                      1.0); // Stored colours are not clamped, but never NaN, which JSON cannot represent.
 }
 
 } // namespace
@@ -39,7 +40,7 @@ std::string_view StampDrawing::lineBreak()
 {
     if (m_break.empty()) {
         pdf::ShapedLine white = m_copy->fonts().shape(QString::fromLatin1(spaces), m_settings->fontName, 1);
-        white.actualTexts.clear(); // The empty actual text stands for them.
+        white.actualTexts.clear(); // The empty actual text of the form replaces them.
         std::string operators;
         pdf::ContentStream content(operators);
         {
@@ -76,7 +77,7 @@ std::string StampDrawing::content(std::span<const Stamper::Line> lines, const pd
         const pdf::ShapedLine &last = shaped.back();
         measured.push_back({line.position, last.width, last.ascent, last.descent});
     }
-    double down = 0; // Of the next break; some readers pass over what stands twice at one place.
+    double down = 0; // Of the next break: some readers ignore text repeated at the same position.
     for (const PlacedLine &line :
          layOut(measured, page, m_settings->margin, m_settings->fontSize * lineGap)) {
         appendBreak(down, content);

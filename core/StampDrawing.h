@@ -12,30 +12,29 @@
 
 namespace tallyfold {
 
-/// Draws the stamp lines of one copy's pages: colour and font are settled once.
+/// Draws the stamp lines on the pages of one copy.
 class StampDrawing {
 public:
-    /// Draws by `settings`, which outlive this; the opacity of their colour goes into `copy` when it is not
-    /// full.
+    /// `settings` must outlive this. If their colour is not opaque, its graphics state is added to `copy`.
     StampDrawing(const NormalizedSettings &settings, pdf::CopyWriter &copy);
 
-    /// The content stream, in points, that draws `lines` on a page of the size `page`; empty for no lines.
+    /// The content stream, in points, that draws `lines` on a page of size `page`; empty without lines.
     [[nodiscard]] std::string content(std::span<const Stamper::Line> lines, const pdf::Size &page);
 
 private:
-    /// The name of a form that only draws white space far below any page, with an empty actual text. Readers
-    /// that join consecutive text at one height into a line end the line there; otherwise the stamp would
-    /// belong to the page's line, and in one from right to left a number's digits would come before its
-    /// letters. An actual text that the page has left open, which some readers would extend to the stamp,
-    /// ends there as well.
+    /// The name of a form XObject that shows only white space, far below any page, with an empty actual text.
+    /// It separates the stamp from the text of the page for readers that join consecutive text on one
+    /// baseline into a line. Otherwise the stamp would be part of that line; if it runs from right to left,
+    /// the digits of a number would precede its letters. It also ends an actual text that the page has left
+    /// open, which some readers would extend to the stamp.
     std::string_view lineBreak();
-    /// Draws it, `down` points further below.
+    /// Draws that form, moved down by `down` points.
     void appendBreak(double down, pdf::ContentStream &content);
 
     const StampSettings *m_settings;
     pdf::CopyWriter *m_copy;
-    std::string m_ink;        ///< Operators that choose the text's colour and opacity.
-    std::string_view m_break; ///< Once there is one.
+    std::string m_ink;        ///< Operators that set the colour and opacity of text.
+    std::string_view m_break; ///< Name of the form; empty before its first use.
 };
 
 } // namespace tallyfold

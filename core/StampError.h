@@ -10,29 +10,29 @@
 
 namespace tallyfold {
 
-/// Why a stamped copy was not made, and what led to it. Carries no words: views have those.
+/// Why a stamped copy was not made, with its cause. Contains no wording; that is up to the views.
 struct StampError {
-    /// The source could not be opened, or read to its end.
+    /// The source could not be opened or read completely.
     struct Unreadable {
         QString name; ///< The source's.
         bool operator==(const Unreadable &) const = default;
     };
-    /// The source needs a password to open.
+    /// The source requires a password to open.
     struct Locked {
         QString name; ///< The source's.
         bool operator==(const Locked &) const = default;
     };
-    /// The source's owner withholds printing, changing or copying.
+    /// The source does not permit printing, changing or copying.
     struct Encrypted {
         QString name; ///< The source's.
         bool operator==(const Encrypted &) const = default;
     };
-    /// The copy could not be made, or not finished.
+    /// The copy could not be created or completed.
     struct CannotWrite {
         QString name; ///< That of the file.
         bool operator==(const CannotWrite &) const = default;
     };
-    /// The caller asked to stop.
+    /// The caller requested a stop.
     struct Cancelled {
         bool operator==(const Cancelled &) const = default;
     };
@@ -40,7 +40,7 @@ struct StampError {
     using Cause = std::optional<FailureCause>;
 
     Case value = Cancelled();
-    Cause cause; ///< Absent where the case says all there is.
+    Cause cause; ///< Absent if the case says everything.
 
     [[nodiscard]] static StampError unreadable(const QString &name, const Cause &cause = {});
     [[nodiscard]] static StampError locked(const QString &name);
@@ -53,10 +53,10 @@ struct StampError {
     {
         return std::holds_alternative<T>(value);
     }
-    /// The name that the case has; empty where it has none.
+    /// The name in the case; empty for `Cancelled`.
     [[nodiscard]] QString name() const;
 
-    /// By the case and what it has: two errors are the same whatever led to them.
+    /// Compares the case and its name; the cause is ignored.
     bool operator==(const StampError &other) const
     {
         return value == other.value;

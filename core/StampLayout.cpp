@@ -6,7 +6,7 @@ namespace tallyfold {
 
 namespace {
 
-/// Room between the text and the edge of its white box.
+/// Padding between the text and the edge of its white box.
 constexpr double boxPadding = 2;
 
 double leftEnd(const MeasuredLine &line, const pdf::Size &page, double margin)

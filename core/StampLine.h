@@ -6,7 +6,7 @@
 
 namespace tallyfold::Stamper {
 
-/// One line of the stamp, its text final.
+/// One line of the stamp, with its final text.
 struct Line {
     QString text;
     StampPosition position = StampPosition::bottomRight;

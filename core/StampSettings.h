@@ -10,13 +10,13 @@
 
 namespace tallyfold {
 
-/// The six spots of a page where a stamp line can stand.
+/// The six positions of a stamp line on a page.
 enum class StampPosition { topLeft, topCenter, topRight, bottomLeft, bottomCenter, bottomRight };
 
 /// How the first page of every file is treated.
 enum class CoverOption {
     stampAll,       ///< Like every other page.
-    skipKeepNumber, ///< Counted but not stamped: the numbers pass over it.
+    skipKeepNumber, ///< Counted but not stamped: it uses up a number.
     skipNoNumber,   ///< Neither counted nor stamped: numbering starts on page 2.
 };
 
@@ -29,13 +29,13 @@ enum class FileOrder {
 
 /// How a stamped copy is named.
 enum class OutputNaming {
-    original,         ///< As its source.
+    original,         ///< Like its source.
     batesFirst,       ///< By its first number.
     batesRange,       ///< By its first and last number.
-    batesAndOriginal, ///< By its first number, then as its source.
+    batesAndOriginal, ///< By its first number, then like its source.
 };
 
-/// A case of a stored enumeration and the text it is stored as.
+/// A case of a stored enumeration and its stored text.
 template <typename Case> struct StoredCase {
     Case value;
     const char *key;
@@ -63,7 +63,7 @@ inline constexpr std::array<StoredCase<OutputNaming>, 4> outputNamingKeys{
      {OutputNaming::batesRange, "batesRange"},
      {OutputNaming::batesAndOriginal, "batesAndOriginal"}}};
 
-/// The cases of the enumeration that `StoredCase` lists, by any value of it.
+/// The cases of the enumeration; the argument only selects the overload.
 constexpr const auto &storedCases(StampPosition /*any*/)
 {
     return stampPositionKeys;
@@ -81,12 +81,12 @@ constexpr const auto &storedCases(OutputNaming /*any*/)
     return outputNamingKeys;
 }
 
-/// All spots, the top row first, each row from left to right.
+/// All positions, the top row first, each row from left to right.
 inline constexpr std::array<StampPosition, 6> allStampPositions{
     StampPosition::topLeft,    StampPosition::topCenter,    StampPosition::topRight,
     StampPosition::bottomLeft, StampPosition::bottomCenter, StampPosition::bottomRight};
 
-/// Whether the spot is one of the top row.
+/// Whether the position is in the top row.
 [[nodiscard]] constexpr bool isTop(StampPosition position)
 {
     return position == StampPosition::topLeft || position == StampPosition::topCenter ||
@@ -101,7 +101,7 @@ template <typename Value> struct ClosedRange {
     Value highest;
 };
 
-/// How a production is numbered and stamped. A plain value; whatever makes output of it uses `normalized()`.
+/// How a production is numbered and stamped. A plain value; code that produces output uses `normalized()`.
 /// A new field is listed in `forEachField` as well.
 struct StampSettings {
     static constexpr ClosedRange<std::int64_t> digitRange{1, 12};
@@ -110,16 +110,16 @@ struct StampSettings {
     static constexpr std::int64_t maxStart = 999'999'999;
 
     QString prefix = QStringLiteral("ABC"); ///< Before the number.
-    std::int64_t digits = 6;                ///< Least width of the number, filled up with zeros.
+    std::int64_t digits = 6;                ///< Minimum width of the number, padded with zeros.
     std::int64_t startNumber = 1;           ///< Number of the first counted page.
     QString suffix;                         ///< After the number.
     StampPosition batesPosition = StampPosition::bottomRight;
-    double margin = 18.0;                           ///< Points from the page's edges to the text.
+    double margin = 18.0;                           ///< Points from the page edges to the text.
     QString fontName = QStringLiteral("Helvetica"); ///< PostScript name.
     double fontSize = 10.0;                         ///< Points.
     StampColor color = {0, 0, 0, 1};                ///< Of the text of all lines.
     bool background = true;                         ///< A white box behind every line.
-    QString legend;                                 ///< Such as a confidentiality legend; empty for none.
+    QString legend;                                 ///< For example a confidentiality legend; empty for none.
     StampPosition legendPosition = StampPosition::bottomLeft;
     bool pageOfTotal = false; ///< Adds a "page X of Y" line.
     QString pageOfTotalFormat = QStringLiteral("Page {page} of {total}");
@@ -130,28 +130,28 @@ struct StampSettings {
 
     bool operator==(const StampSettings &) const = default;
 
-    /// The same settings with every value inside its limits: numbers clamped, line breaks in texts turned
-    /// into spaces, texts cut to so many user-perceived characters.
+    /// The same settings with every value within its limits: numbers clamped, line breaks in texts replaced
+    /// by spaces, texts truncated to a number of user-perceived characters.
     [[nodiscard]] NormalizedSettings normalized() const;
 
-    /// The Bates number text of `number`: prefix, the number with leading zeros (never cut), suffix.
+    /// The Bates number for `number`: prefix, the number with leading zeros (never truncated), suffix.
     /// A negative number counts as 0.
     [[nodiscard]] QString bates(std::int64_t number) const;
 
-    /// The "page X of Y" line: `pageOfTotalFormat` with every "{page}" and then every "{total}" replaced.
+    /// The "page X of Y" line: `pageOfTotalFormat` with every "{page}", then every "{total}" replaced.
     [[nodiscard]] QString pageLabel(std::int64_t page, std::int64_t total) const;
 
     /// The defaults.
     [[nodiscard]] static StampSettings standard();
-    /// The defaults with `legend`, in the confidential red.
+    /// The defaults with `legend`, in the red of the confidential preset.
     [[nodiscard]] static StampSettings confidential(const QString &legend);
     /// For exhibits: "EX-0001" at the top right, "Page X of Y" below, copies named by number and original
     /// name.
     [[nodiscard]] static StampSettings exhibits();
 };
 
-/// Calls `visit` with the stored key of every field, and a pointer to the member, in the order in which they
-/// are stored. Reading, writing, hashing and the tests of all fields go by this list.
+/// Calls `visit` with the stored key of every field and a pointer to the member, in the order in which they
+/// are stored. Reading, writing, hashing and the tests of all fields use this list.
 template <typename Visit> void forEachField(const Visit &visit)
 {
     visit("prefix", &StampSettings::prefix);

@@ -21,7 +21,7 @@ namespace {
 
 using Step = pdf::CopyWriter::Step;
 
-/// What a reading came to that gave no pages, or not all of them.
+/// The cause of a failure to read all pages.
 FailureCause causeOf(const pdf::ReadFailure &failure, FailureCause::During during)
 {
     if (failure.error) {
@@ -31,12 +31,12 @@ FailureCause causeOf(const pdf::ReadFailure &failure, FailureCause::During durin
             failure.isLimitReached ? FailureCause::Finding::limitReached : FailureCause::Finding::damaged};
 }
 
-/// A source from which the copy `file` is made, and the sink it goes to.
+/// A copy in progress: the planned file, its source and the sink.
 struct Copying {
     const PlannedFile &file;
     pdf::Document &source;
     files::ByteSink &sink;
-    pdf::Size firstPage{}; ///< Display size, once it has been come to.
+    pdf::Size firstPage{}; ///< Display size, once that page has been read.
 
     [[nodiscard]] StampError unreadable() const
     {
@@ -55,7 +55,7 @@ struct Copying {
                                              : std::nullopt);
     }
 
-    /// The failure that a step came to, if it failed.
+    /// The failure of `step`, if it failed.
     [[nodiscard]] std::optional<StampError> failureOf(Step step) const
     {
         switch (step) {
@@ -71,7 +71,7 @@ struct Copying {
     }
 };
 
-/// Draws the pages of a file, at most `limit`, and gives what ended it early, if anything did.
+/// Draws the pages of a file, at most `limit`. Returns why it ended early, if it did.
 std::optional<StampError> drawPages(pdf::CopyWriter &copy, Copying &copying,
                                     const NormalizedSettings &settings, std::int64_t limit,
                                     const PageDone &pageDone)
@@ -103,7 +103,7 @@ std::optional<StampError> drawPages(pdf::CopyWriter &copy, Copying &copying,
     return std::nullopt;
 }
 
-/// Gives the display size of the first page.
+/// Writes a copy of at most `limit` pages; returns the display size of the first.
 pdf::Size writeCopy(const PlannedFile &file, pdf::Document &source, const StampSettings &settings,
                     files::ByteSink &sink, std::int64_t limit, const PageDone &pageDone)
 {
@@ -114,7 +114,7 @@ pdf::Size writeCopy(const PlannedFile &file, pdf::Document &source, const StampS
     if (!failure) {
         failure = copying.failureOf(finished);
     }
-    // Its pages may be of two different states, or lack what could not be read any more.
+    // Pages may come from different versions of the file, or lack data that could not be read.
     if (!failure && (source.hasChanged() || source.readFailure())) {
         failure = copying.unreadable();
     }
@@ -127,7 +127,7 @@ pdf::Size writeCopy(const PlannedFile &file, pdf::Document &source, const StampS
 /// A copy in memory.
 struct FirstPages {
     std::vector<char> bytes;
-    pdf::Size size; ///< Display size of the first.
+    pdf::Size size; ///< Display size of the first page.
 };
 
 FirstPages firstPages(const PlannedFile &file, const StampSettings &settings, std::int64_t pages,
@@ -170,7 +170,7 @@ pdf::Size firstPageSize(const SourceFile &source)
         if (const auto page = pages.next()) {
             return displaySize(*page);
         }
-    } catch (const std::exception &) { // The parser's.
+    } catch (const std::exception &) { // Thrown by the parser.
     }
     throw StampError::unreadable(source.name,
                                  causeOf(document->readFailure(), FailureCause::During::readingSource));
