@@ -10,7 +10,7 @@ namespace tallyfold {
 
 namespace {
 
-/// Progress is told in steps of so many pages, which keeps the main thread free.
+/// Pages between progress updates, which limits the load of the main thread.
 constexpr std::int64_t progressStep = 5;
 
 } // namespace
@@ -108,7 +108,7 @@ void AppModel::run(const ProductionPlan &plan, const std::filesystem::path &fold
 {
     m_cancelFlag.set(false);
     assign(m_isRunning, true, &AppModel::runningChanged);
-    // All that the thread shares with the model are the flag and the way back.
+    // The thread shares only the flag and the mailbox with the model.
     const auto onPage = [this](std::int64_t pages) {
         if (pages % progressStep == 0) {
             m_production.post(
@@ -140,7 +140,7 @@ void AppModel::run(const ProductionPlan &plan, const std::filesystem::path &fold
                 endRun();
                 setProblem(message);
             };
-        } catch (const std::exception &error) { // Out of memory, for one.
+        } catch (const std::exception &error) { // For example out of memory.
             return [this, message = failedRunMessage(QString::fromLocal8Bit(error.what()))] {
                 endRun();
                 setProblem(message);

@@ -53,7 +53,7 @@ void AppModel::savePreset(const QString &name)
     }
     const Preset saved = Preset::of(QUuid::createUuid(), trimmed, m_settings.stamp);
     std::vector<Preset> presets = m_settings.presets;
-    // Compared as it is kept: of a long name that is the beginning.
+    // Compared in its stored form, which truncates long names.
     std::erase_if(presets, [&saved](const Preset &preset) { return preset.name == saved.name; });
     presets.push_back(saved);
     setPresets(presets);
@@ -71,7 +71,7 @@ void AppModel::applyPresetUndoably(const Preset &preset)
     if (m_settings.stamp == before || !m_undoManager) {
         return;
     }
-    // The stack may outlive the model, and keeps its steps.
+    // The stack may outlive the model and keeps its commands.
     const QPointer<AppModel> model(this);
     const PresetChange::Settings settings{
         [model] { return model ? model->settings().stamp : StampSettings(); },
@@ -82,20 +82,20 @@ void AppModel::applyPresetUndoably(const Preset &preset)
         }};
     auto change =
         std::make_unique<PresetChange>(tr("Apply Preset"), settings, before, m_settings.stamp, m_series);
-    m_undoManager->push(change.release()); // The stack owns it from here on.
+    m_undoManager->push(change.release()); // The stack takes ownership.
 }
 
 void AppModel::forgetStepsOfEarlierSeries()
 {
     const auto isOver = [this](int step) {
-        // There is none before the first and after the last one.
+        // Null before the first and after the last command.
         const auto *change = dynamic_cast<const PresetChange *>(m_undoManager->command(step));
         return change && change->isOver();
     };
     if (!m_undoManager) {
         return;
     }
-    // Such a step does nothing but leave the stack.
+    // An obsolete command only removes itself from the stack.
     while (isOver(m_undoManager->index() - 1)) {
         m_undoManager->undo();
     }
@@ -119,7 +119,7 @@ void AppModel::deletePreset(const QUuid &id)
             putBack(changed, **deleted);
             deleted->reset();
         } else {
-            *deleted = takeFrom(changed, id); // Nothing, if it was replaced meanwhile.
+            *deleted = takeFrom(changed, id); // Nothing if it was replaced meanwhile.
         }
         setPresets(changed);
     });
@@ -137,14 +137,14 @@ void AppModel::registerUndo(const QString &actionName, std::function<void()> swa
     if (!m_undoManager) {
         return;
     }
-    // The stack may outlive the model, and keeps its steps.
+    // The stack may outlive the model and keeps its commands.
     const QPointer<AppModel> model(this);
     auto change = std::make_unique<ListChange>(actionName, [model, swap = std::move(swap)] {
         if (model) {
             swap();
         }
     });
-    m_undoManager->push(change.release()); // The stack owns it from here on.
+    m_undoManager->push(change.release()); // The stack takes ownership.
 }
 
 } // namespace tallyfold

@@ -17,7 +17,7 @@ bool isAbsent(const QJsonValue &value)
     return value.isUndefined() || value.isNull();
 }
 
-/// Reads a switch into `field`; false when there is something else in its place.
+/// Reads a boolean into `field`; false if the value has another type.
 bool read(const QJsonValue &value, bool &field)
 {
     if (isAbsent(value)) {

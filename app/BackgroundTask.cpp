@@ -11,7 +11,7 @@ BackgroundTask::~BackgroundTask()
 
 void BackgroundTask::start(Work work)
 {
-    join(); // The thread of the last work, which has nothing left to do.
+    join(); // The thread of earlier work, which has finished.
     m_thread = std::thread([this, work = std::move(work)] { m_mailbox.post(work()); });
 }
 

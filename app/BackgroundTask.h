@@ -7,24 +7,24 @@
 
 namespace tallyfold {
 
-/// Work on a thread of its own, one at a time, that ends with something to do on the thread this lives on.
+/// Runs work on another thread, one item at a time, and its result on the thread of this object.
 class BackgroundTask {
 public:
-    /// What is done in the end, on the thread the task lives on.
+    /// Runs at the end, on the thread of the task.
     using Ending = std::function<void()>;
-    /// What is done on the other thread, which knows nothing of the one it was started from.
+    /// Runs on the other thread.
     using Work = std::function<Ending()>;
 
     BackgroundTask() = default;
-    /// Waits for the work, whose ending is never done then.
+    /// Waits for the work. Its ending does not run.
     ~BackgroundTask();
     BackgroundTask(const BackgroundTask &) = delete;
     BackgroundTask &operator=(const BackgroundTask &) = delete;
 
-    /// Starts `work`; called only when that before it has come to its ending.
+    /// Starts `work`. Must not be called before the ending of earlier work has run.
     void start(Work work);
 
-    /// Does `action` on the thread the task lives on, before the ending. Called by the work.
+    /// Runs `action` on the thread of the task, before the ending. Called by the work.
     void post(std::function<void()> action);
 
 private:

@@ -6,8 +6,8 @@
 
 namespace tallyfold {
 
-/// The presets that come with the program: the standard, a confidential legend, exhibits. Made on first use,
-/// in the user's language, with identifiers of their own for each launch.
+/// The presets that come with the program: standard, confidential, exhibits. Created on first use in the
+/// language of the user, with new identifiers at each launch.
 [[nodiscard]] const std::array<Preset, 3> &builtInPresets();
 
 } // namespace tallyfold

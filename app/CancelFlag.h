@@ -4,8 +4,7 @@
 
 namespace tallyfold {
 
-/// Whether the user asked to stop. The one thing that the model and a running production share and both may
-/// change.
+/// Whether the user requested a stop. The only mutable state that the model and a running production share.
 class CancelFlag {
 public:
     void set(bool value)

@@ -27,7 +27,7 @@ const char *keyOf(Counted counted)
 
 QString countText(std::int64_t count, Counted counted)
 {
-    // Only the choice of the plural form is made from an int; large counts have the form of many.
+    // The int only selects the plural form, which is the same for all large counts.
     const auto forPlural = static_cast<int>(std::min<std::int64_t>(count, std::numeric_limits<int>::max()));
     return QCoreApplication::translate("CountText", keyOf(counted), nullptr, forPlural)
         .replace(QStringLiteral("%lld"), QLocale().toString(static_cast<qlonglong>(count)));

@@ -6,10 +6,10 @@
 
 namespace tallyfold {
 
-/// What is counted.
+/// The kind of thing that is counted.
 enum class Counted { files, pages, stampedCopies };
 
-/// The count with its word, such as "3 files", by the translation's plural forms.
+/// The count with its noun, for example "3 files", in the plural form of the translation.
 [[nodiscard]] QString countText(std::int64_t count, Counted counted);
 
 } // namespace tallyfold

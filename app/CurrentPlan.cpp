@@ -21,7 +21,7 @@ std::shared_ptr<const ProductionPlan> CurrentPlan::snapshot() const
 
 void CurrentPlan::renewForSettings()
 {
-    if (m_model->settings().stamp != m_stamp) { // Presets and options do not change what is planned.
+    if (m_model->settings().stamp != m_stamp) { // Presets and options do not affect the plan.
         renew();
     }
 }

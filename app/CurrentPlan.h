@@ -9,18 +9,18 @@
 
 namespace tallyfold {
 
-/// The plan of what would be written now, made once for all views that show something of it.
+/// The plan for the current state of the model, computed once for all views.
 class CurrentPlan final : public QObject {
     Q_OBJECT
 public:
     explicit CurrentPlan(AppModel &model, QObject *parent = nullptr);
 
     [[nodiscard]] const ProductionPlan &operator*() const;
-    /// The plan as it is now; it stays as it is when another takes its place.
+    /// The current plan. It is immutable: a change of the model makes a new one.
     [[nodiscard]] std::shared_ptr<const ProductionPlan> snapshot() const;
 
 Q_SIGNALS:
-    /// There is another plan.
+    /// The plan was replaced.
     void changed();
 
 private:

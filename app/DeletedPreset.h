@@ -9,17 +9,17 @@
 
 namespace tallyfold {
 
-/// A preset that was taken out of a list, and which it stood behind.
+/// A preset that was removed from a list, with its position.
 struct DeletedPreset {
     Preset preset;
-    std::vector<QUuid> before; ///< In the order of the list.
+    std::vector<QUuid> before; ///< The presets before it, in the order of the list.
 };
 
-/// Takes the preset `id` out of `presets`; nothing when it is not among them.
+/// Removes the preset `id` from `presets`; nothing if it is not there.
 [[nodiscard]] std::optional<DeletedPreset> takeFrom(std::vector<Preset> &presets, const QUuid &id);
 
-/// Puts `deleted` back into `presets`: behind the last of those that it stood behind, in front where none of
-/// them is left.
+/// Reinserts `deleted` into `presets`: after the last remaining preset of those before it, at the front if
+/// none remains.
 void putBack(std::vector<Preset> &presets, const DeletedPreset &deleted);
 
 } // namespace tallyfold

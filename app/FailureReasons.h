@@ -7,16 +7,16 @@
 
 namespace tallyfold {
 
-/// What several failures have in common.
+/// A reason that several failures share.
 struct FailureReason {
-    StampError example; ///< The first of them.
+    StampError example; ///< The first of the failures.
     std::int64_t files = 0;
 
     bool operator==(const FailureReason &) const = default;
 };
 
-/// The reasons of `errors`, the commonest first and those as common in the order of `errors`. Two have the
-/// same reason where they are the same case with the same cause, whatever the files are called.
+/// The reasons of `errors`, the most frequent first; equally frequent ones in the order of `errors`. Two
+/// errors have the same reason if case and cause are equal, regardless of the names of files.
 [[nodiscard]] std::vector<FailureReason> failureReasons(const std::vector<StampError> &errors);
 
 } // namespace tallyfold

@@ -14,7 +14,7 @@ using Finding = FailureCause::Finding;
 class Text {
     Q_DECLARE_TR_FUNCTIONS(FailureText)
 public:
-    /// Of an original that the system does not let be read.
+    /// For a source that cannot be read because of a system error.
     static QString ofReading(std::error_code error)
     {
         if (error == std::errc::no_such_file_or_directory) {
@@ -26,7 +26,7 @@ public:
         return tr("The original couldn’t be read: %1. Check its disk or connection.").arg(systemWords(error));
     }
 
-    /// Of a copy that the system does not take; nothing where only the system's words say why.
+    /// For a copy that cannot be written; nothing if only the message of the system tells why.
     static std::optional<QString> ofWriting(std::error_code error)
     {
         if (error == std::errc::no_space_on_device) {

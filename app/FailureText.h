@@ -10,12 +10,11 @@
 
 namespace tallyfold {
 
-/// One sentence on why `error` came to be and one on what to do next; nothing where no more is known than
-/// that there is no copy.
+/// A sentence on the cause of `error` and one on what to do; nothing if the cause is unknown.
 [[nodiscard]] std::optional<QString> failureText(const StampError &error);
 
-/// The same for a file that could not be written because of `error`; nothing where the system's own words are
-/// all there is to say.
+/// As above for a file that could not be written because of `error`; nothing if the message of the system is
+/// all that can be said.
 [[nodiscard]] std::optional<QString> writingFailureText(std::error_code error);
 
 } // namespace tallyfold

@@ -5,15 +5,15 @@
 
 namespace tallyfold {
 
-/// What tells one state of a file from another without reading it.
+/// Metadata that shows whether a file has changed, without reading it.
 struct FileState {
-    bool exists = false; ///< Whether it can be found. The rest is 0 if not.
+    bool exists = false; ///< If false, all other members are 0.
     std::int64_t size = 0;
-    std::int64_t seconds = 0; ///< Since 1970, when its content was last changed,
+    std::int64_t seconds = 0; ///< Last modification, since 1970.
     std::int64_t nanoseconds = 0;
-    std::uint64_t inode = 0; ///< Another one where a file was put in its place.
+    std::uint64_t inode = 0; ///< Differs if the file was replaced by another.
 
-    /// Of the file that `location` leads to.
+    /// The state of the file at `location`; symbolic links are followed.
     [[nodiscard]] static FileState of(const std::filesystem::path &location);
 
     bool operator==(const FileState &) const = default;

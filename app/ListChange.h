@@ -8,11 +8,11 @@
 
 namespace tallyfold {
 
-/// A change of a list that was made already, as an undoable step: undoing and redoing both put back the list
-/// that was there before, in turns, without limit.
+/// A change of the list that has been made already, as an undo command: both undo and redo exchange the
+/// current list for the other one.
 class ListChange final : public QUndoCommand {
 public:
-    /// `swap` puts the list it holds in the place of the current one and holds that from then on.
+    /// `swap` exchanges the list that it holds for the current one.
     ListChange(const QString &actionName, std::function<void()> swap);
 
     void undo() override;
@@ -20,7 +20,7 @@ public:
 
 private:
     std::function<void()> m_swap;
-    bool m_isDone = true; ///< The first redo comes from the undo stack taking the change in.
+    bool m_isDone = true; ///< QUndoStack::push calls redo for a change that is made already.
 };
 
 } // namespace tallyfold

@@ -5,7 +5,7 @@
 
 namespace tallyfold {
 
-/// The threads whose tasks are gone.
+/// The threads of abandoned tasks.
 class LooseTask::Left {
 public:
     static Left &threads()
@@ -23,7 +23,7 @@ public:
 
     void take(std::thread thread, std::shared_ptr<const Shared> shared)
     {
-        forgetEnded(); // So that they do not add up.
+        forgetEnded(); // So that they do not accumulate.
         m_threads.push_back({std::move(thread), std::move(shared)});
     }
 
@@ -44,7 +44,7 @@ private:
         std::erase_if(m_threads, [](Thread &left) {
             const bool isOver = left.shared->isOver;
             if (isOver) {
-                left.thread.join(); // It has nothing left to do.
+                left.thread.join(); // Returns at once: its work is done.
             }
             return isOver;
         });

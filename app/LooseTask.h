@@ -11,41 +11,41 @@
 
 namespace tallyfold {
 
-/// Work on a thread of its own that nobody has to wait for: one that is given up runs out unheard, as soon as
-/// it looks at its stop token. What it works on is its own, so that it may outlive everything else. Its
-/// ending is done on the thread the task lives on.
+/// Work on another thread that can be abandoned without waiting for it: it then ends, without a result, as
+/// soon as it checks its stop token. It owns all its data, so that it may outlive all other objects. Its
+/// ending runs on the thread of the task.
 class LooseTask {
 public:
-    /// What is done in the end, on the thread the task lives on, which it must not destroy.
+    /// Runs at the end, on the thread of the task. Must not destroy the task.
     using Ending = std::function<void()>;
-    /// What is done on the other thread. A stop is requested when the result is not wanted any more.
+    /// Runs on the other thread. A stop is requested when the result is no longer needed.
     using Work = std::function<Ending(const std::stop_token &givenUp)>;
 
     /// Starts `work`.
     explicit LooseTask(Work work);
-    /// Gives the work up and does not wait for it. Its ending is not done any more.
+    /// Abandons the work without waiting for it. Its ending does not run.
     ~LooseTask();
     LooseTask(const LooseTask &) = delete;
     LooseTask &operator=(const LooseTask &) = delete;
 
-    /// Whether the ending is still to come.
+    /// Whether the ending has not run yet.
     [[nodiscard]] bool isRunning() const;
 
     /// Waits for the end of the work. Its ending is still to come.
     void wait();
 
-    /// Asks the work to come to its end soon. The ending is done even so.
+    /// Requests a stop. The ending still runs.
     void giveUp();
 
-    /// Whether work still runs whose task is gone. A process that ends by the way of its static objects waits
-    /// for it; one that does not want to leaves by `std::_Exit`. Called on the main thread.
+    /// Whether abandoned work is still running. Destructors of static objects wait for it; a process that
+    /// must not wait ends with `std::_Exit`. Called on the main thread.
     [[nodiscard]] static bool isAnyLeft();
 
 private:
-    /// What both threads have.
+    /// State shared by both threads.
     struct Shared {
         std::mutex lock;
-        Mailbox *way = nullptr; ///< Where endings go; null when nobody hears them any more.
+        Mailbox *way = nullptr; ///< Receives the ending; null once the task is destroyed.
         std::atomic<bool> isOver = false;
     };
     class Left;

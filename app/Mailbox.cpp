@@ -29,7 +29,7 @@ bool Mailbox::event(QEvent *event)
     std::function<void()> work;
     {
         const std::lock_guard guard(
-            m_lock); // Before the event is looked at: it comes from the other thread, too.
+            m_lock); // Before the event is accessed, which comes from the other thread as well.
         if (event->type() == somethingWaits && !m_waiting.empty()) {
             work = std::move(m_waiting.front());
             m_waiting.pop_front();

@@ -8,17 +8,17 @@
 
 namespace tallyfold {
 
-/// Takes work from any thread and does it on the thread it lives on, in the order it was posted. Work that is
-/// still waiting when the mailbox goes is never done.
+/// Accepts work from any thread and runs it on the thread of this object, in the order in which it was
+/// posted. Work still pending at destruction does not run.
 ///
-/// The closures wait behind a lock of their own and not in the event queue: what passes between threads can
-/// then be checked from end to end by the thread sanitizer, which does not see into the event queue.
+/// The closures are kept in a queue with its own mutex instead of the event queue of Qt, so that the thread
+/// sanitizer, for which Qt is not instrumented, can check everything that passes between threads.
 class Mailbox final : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
 
-    /// Called on any thread.
+    /// Thread-safe.
     void post(std::function<void()> work);
 
 protected:

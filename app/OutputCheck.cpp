@@ -21,7 +21,7 @@ OutputCheck::OutputCheck(AppModel &model, const CurrentPlan &plan, QObject *pare
     connect(&model, &AppModel::outputFolderChanged, this, &OutputCheck::look);
     connect(&model, &AppModel::folderCheckChanged, this, &OutputCheck::look);
     connect(&model, &AppModel::runningChanged, this, &OutputCheck::look);
-    connect(&model, &AppModel::problemChanged, this, &OutputCheck::look); // A start was refused, perhaps.
+    connect(&model, &AppModel::problemChanged, this, &OutputCheck::look); // A run may have been refused.
     connect(&model, &AppModel::settingsChanged, this, &OutputCheck::lookSoon);
     connect(&plan, &CurrentPlan::changed, this, &OutputCheck::lookSoon);
     look();

@@ -11,16 +11,15 @@
 
 namespace tallyfold {
 
-/// What stands in the way of writing into the chosen folder. Looks there again when the folder, the plan or
-/// the options change and when the program becomes active: at once for the folder, a moment later for the
-/// rest, so that typing does not wait for a slow disk. Keeps still while a production runs, which fills the
-/// folder itself.
+/// The conflicts with files in the chosen folder. Checks again when the folder, the plan or the options
+/// change and when the application becomes active: immediately for the folder, otherwise after a delay, so
+/// that typing does not wait for a slow disk. Pauses during a production, which itself fills the folder.
 class OutputCheck final : public QObject {
     Q_OBJECT
 public:
     OutputCheck(AppModel &model, const CurrentPlan &plan, QObject *parent = nullptr);
 
-    /// What a production would report now; nothing while no folder is chosen.
+    /// The conflicts that a production would report now; none while no folder is chosen.
     [[nodiscard]] const std::vector<ProductionConflict> &conflicts() const;
 
 Q_SIGNALS:

@@ -11,14 +11,14 @@
 
 namespace tallyfold {
 
-/// `current` with those fields as they are in `to` in which `from` and `to` differ; the start number only
-/// where it is still the one in `from`.
+/// `current` with the values of `to` in the fields in which `from` and `to` differ; the start number only if
+/// it still is that of `from`.
 [[nodiscard]] StampSettings withFieldsOf(const StampSettings &current, const StampSettings &from,
                                          const StampSettings &to);
 
-/// A preset that was applied, as an undoable step: undoing gives back the fields that applying changed, and
-/// leaves what was changed besides. A start number from which the series has gone on stays as well, or
-/// numbers might be given twice.
+/// The application of a preset as an undo command: undo restores the fields that the preset changed and keeps
+/// other changes. It also keeps a start number that the series has passed, so that no number is assigned
+/// twice.
 class PresetChange final : public QUndoCommand {
 public:
     /// Reads and writes the stamp settings.
@@ -27,12 +27,11 @@ public:
         std::function<void(const StampSettings &)> set;
     };
 
-    /// The change from `before` to `after`. It is over once `series` counts on.
+    /// The change from `before` to `after`. It becomes obsolete when `series` changes.
     PresetChange(const QString &actionName, Settings settings, const StampSettings &before,
                  const StampSettings &after, std::shared_ptr<const std::int64_t> series);
 
-    /// Whether the series it was part of is at an end: it then does nothing any more, and leaves its stack
-    /// when it is undone or redone.
+    /// Whether its series has ended: it then has no effect and is removed from the stack by undo or redo.
     [[nodiscard]] bool isOver() const;
 
     void undo() override;
@@ -46,7 +45,7 @@ private:
     StampSettings m_after;
     std::shared_ptr<const std::int64_t> m_series;
     std::int64_t m_seriesThen;
-    bool m_isDone = true; ///< The first redo comes from the undo stack taking the change in.
+    bool m_isDone = true; ///< QUndoStack::push calls redo for a change that is made already.
 };
 
 } // namespace tallyfold

@@ -44,7 +44,7 @@ PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &se
         if (!error.is<StampError::Cancelled>()) {
             qCInfo(appLog) << "no preview:" << error;
         }
-        return {}; // The list says already what is the matter with the file.
+        return {}; // The list shows the problem of the file.
     }
     return images;
 }
@@ -52,7 +52,7 @@ PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &se
 std::optional<QImage> closeUpOf(const QImage &page, double pageWidth, const StampSettings &settings)
 {
     constexpr double lineHeight = 1.5; // In font sizes.
-    constexpr double room = 14;        // Points beyond the lines.
+    constexpr double room = 14;        // Points, in addition to the lines.
     const int lines = 1 + (settings.legend.isEmpty() ? 0 : 1) + (settings.pageOfTotal ? 1 : 0);
     const double scale = page.width() / std::max(pageWidth, 1.0);
     const double wanted = scale * (settings.margin + settings.fontSize * lines * lineHeight + room);

@@ -68,7 +68,7 @@ void Previews::end(std::int64_t number, const PreviewImages &images, const QStri
         m_wanted = 0;
         Q_EMIT refreshed(images, name);
     } else if (m_isDue) {
-        // Not from here: beginning forgets the drawing that ended, which is still telling so.
+        // Deferred: `begin` destroys the drawing that has ended, whose ending is running.
         QMetaObject::invokeMethod(
             this,
             [this] {

@@ -17,28 +17,28 @@
 
 namespace tallyfold {
 
-/// What is to be drawn.
+/// A file to draw.
 struct PreviewRequest {
     PlannedFile file;
     StampSettings settings;
     std::int64_t width = PreviewImages::pageWidth; ///< Of a page, in pixels.
 };
 
-/// Draws previews off the main thread, a moment after the last of many requests. One refresh is alive at
-/// most: a new one takes the place of one that waits, and makes the result of one that draws worthless. It
-/// does not wait for that one, which runs out unheard.
+/// Draws previews on other threads, after a delay in which further requests may come. At most one refresh is
+/// current: a new one replaces one that is waiting, and the result of one that is being drawn is dropped
+/// without waiting for it.
 class Previews final : public QObject {
     Q_OBJECT
 public:
-    /// How long after the last request drawing begins, on a clock that nobody sets.
+    /// Time from the last request to the start of drawing, on a monotonic clock.
     static constexpr std::chrono::milliseconds delay{150};
-    /// So many drawings are under way at most, each with a thread and a reader: the one that is wanted and
-    /// one that runs out. Where that one has not ended before another has to, it is given up.
+    /// Maximum number of concurrent drawings, each with a thread and a reader: the current one and an
+    /// outdated one. If another has to begin, the outdated one is stopped.
     static constexpr std::size_t mostDrawings = 2;
 
-    /// Gives what to draw when the time has come; nothing when there is nothing.
+    /// Returns what to draw, called after the delay; nothing if there is nothing to draw.
     using Request = std::function<std::optional<PreviewRequest>()>;
-    /// Draws on a thread that nobody waits for. A stop is requested when it is given up.
+    /// Draws, on another thread. A stop is requested when the result is no longer needed.
     using Draw = std::function<PreviewImages(const PreviewRequest &, const std::stop_token &)>;
 
     explicit Previews(Request request, Draw draw = systemDraw(), QObject *parent = nullptr);
@@ -46,14 +46,14 @@ public:
     /// `PreviewImages::of`.
     [[nodiscard]] static Draw systemDraw();
 
-    /// Asks for a refresh.
+    /// Requests a refresh.
     void refresh();
 
-    /// Whether a refresh waits or draws.
+    /// Whether a refresh is waiting or being drawn.
     [[nodiscard]] bool isRefreshing() const;
 
 Q_SIGNALS:
-    /// A refresh came to its end: what was drawn, of the file `name`; nothing of no file.
+    /// A refresh has ended: `images` of the file `name`; no name if there was nothing to draw.
     void refreshed(const tallyfold::PreviewImages &images, const std::optional<QString> &name);
 
 private:
@@ -65,9 +65,9 @@ private:
     Request m_request;
     Draw m_draw;
     QTimer m_timer;
-    std::int64_t m_drawn = 0;  ///< How many drawings were begun.
-    std::int64_t m_wanted = 0; ///< Which of them is of the latest refresh; 0 for none.
-    bool m_isDue = false;      ///< A refresh is to begin as soon as there is room for a drawing.
+    std::int64_t m_drawn = 0;                          ///< Number of drawings begun.
+    std::int64_t m_wanted = 0;                         ///< Number of the current drawing; 0 for none.
+    bool m_isDue = false;                              ///< A refresh is waiting for a drawing to end.
     std::deque<std::unique_ptr<LooseTask>> m_drawings; ///< The oldest first.
 };
 

@@ -64,7 +64,7 @@ QString conflictsDuringRunMessage(const std::vector<ProductionConflict> &conflic
 
 QString failedRunMessage(const FileError &error)
 {
-    // What the matter is with the folder or its disk is not for one file to blame.
+    // A failure of the folder or its disk is not reported as that of one file.
     if (const std::optional<QString> text = writingFailureText(error.code)) {
         return failedRunMessage(*text);
     }

@@ -11,28 +11,27 @@
 
 namespace tallyfold {
 
-/// The name the program shows of itself.
+/// The name of the program as shown to users.
 [[nodiscard]] QString displayedName();
 
-/// What is said about the names in `conflicts` that exist in the output folder already; nothing when there
-/// are none.
+/// The message about names in `conflicts` that already exist in the output folder; nothing if there are none.
 [[nodiscard]] std::optional<QString> existingFilesMessage(const std::vector<ProductionConflict> &conflicts);
 
-/// What is said when the check before a run finds something.
+/// The message if the check before a run finds conflicts.
 [[nodiscard]] QString nothingWrittenMessage();
 
-/// What is said when a file of the same name turned up between check and run.
+/// The message if a file with the name of a copy appeared between check and run.
 [[nodiscard]] QString conflictsDuringRunMessage(const std::vector<ProductionConflict> &conflicts);
 
-/// What is said when a run fails as a whole.
+/// The message if a run fails as a whole.
 [[nodiscard]] QString failedRunMessage(const FileError &error);
-/// The same for a failure that has only a description.
+/// As above for a failure that only has a description.
 [[nodiscard]] QString failedRunMessage(const QString &description);
 
-/// What is said when nothing that was added is a PDF.
+/// The message if none of the added files is a PDF.
 [[nodiscard]] QString noPdfsMessage();
 
-/// What is said when `folders`, of which there are some, could not be searched to their end.
+/// The message if `folders`, which must not be empty, could not be searched completely.
 [[nodiscard]] QString unreadableFoldersMessage(const std::vector<std::filesystem::path> &folders);
 
 } // namespace tallyfold

@@ -6,7 +6,7 @@ namespace tallyfold {
 
 namespace {
 
-/// What the plan alone says.
+/// The part of the summary that depends on the plan alone.
 RunSummary planned(const ProductionPlan &plan, const std::filesystem::path &folder)
 {
     RunSummary summary;

@@ -7,14 +7,13 @@
 
 namespace tallyfold {
 
-/// Where the settings are kept: one JSON document under the key "settings" of the user's settings file.
-/// Neither reading nor writing ever fails towards the caller: what cannot be read gives the defaults, what
-/// cannot be written is lost.
+/// Stores the settings as one JSON document under the key "settings" of the user's settings file. Callers see
+/// no errors: settings that cannot be read give the defaults, and settings that cannot be written are lost.
 class SettingsStore {
 public:
-    /// The user's own settings, in the platform's usual place.
+    /// The settings in the standard location of the platform.
     SettingsStore() = default;
-    /// Those in the file at `path`.
+    /// The settings in the file at `path`.
     explicit SettingsStore(const QString &path);
 
     [[nodiscard]] AppSettings load() const;

@@ -12,15 +12,15 @@
 
 namespace tallyfold {
 
-/// Those of `locations` that are in `sources` under no spelling of their path, each once, in their order.
+/// The `locations` that `sources` does not contain under any spelling of the path, each once, in order.
 [[nodiscard]] std::vector<std::filesystem::path>
 newLocations(const std::vector<SourceFile> &sources, std::span<const std::filesystem::path> locations);
 
-/// `sources` without those of `ids`, in their order.
+/// `sources` without those with one of `ids`, in order.
 [[nodiscard]] std::vector<SourceFile> without(const std::vector<SourceFile> &sources, const QSet<QUuid> &ids);
 
-/// `rows` with those at the places `from` moved, in their order, to before the row that is at place `to` (the
-/// number of rows for the end). Places that are not in the list are passed over.
+/// `rows` with the rows at the indices `from` moved, in order, to before the row at index `to` (the number of
+/// rows for the end). Indices out of range are ignored.
 [[nodiscard]] std::vector<SourceFile> moved(const std::vector<SourceFile> &rows,
                                             const std::set<std::int64_t> &from, std::int64_t to);
 

@@ -4,7 +4,7 @@
 
 #include <QCoreApplication>
 
-/// A static library's resources are not there by themselves. The macro asks for the global namespace.
+/// Resources of a static library must be initialized. The macro requires the global namespace.
 static void initResources()
 {
     Q_INIT_RESOURCE(tallyfold_translations);

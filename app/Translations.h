@@ -6,22 +6,21 @@
 
 namespace tallyfold {
 
-/// The texts of a language that are not their own key; in that of the keys the words for one of something,
-/// and what this desktop calls things of another one. Installed as long as this lives, for the application
-/// that exists then.
+/// The translations of a language, installed in the application during the lifetime of this object. For the
+/// language of the keys these are plural forms, and terms that differ on this desktop.
 class Translations {
 public:
-    /// The languages that there are catalogues of, as BCP 47 calls them. The first is that of the keys.
+    /// The languages that have catalogues, as BCP 47 tags. The first is that of the keys.
     [[nodiscard]] static QStringList languages();
 
-    /// `language` is one of them.
+    /// `language` is one of `languages`.
     explicit Translations(const QString &language = languages().front());
     ~Translations();
     Translations(const Translations &) = delete;
     Translations &operator=(const Translations &) = delete;
 
 private:
-    /// False when there is no catalogue `name`.
+    /// False if there is no catalogue `name`.
     static bool install(QTranslator &translator, const QString &name);
 
     QTranslator m_texts;

@@ -10,7 +10,7 @@ namespace {
 
 const QByteArray scheme = QByteArrayLiteral("file:");
 
-/// What follows the scheme and this machine's name; nothing when there is another scheme or machine.
+/// The part after the scheme and the local host; nothing for another scheme or host.
 std::optional<QByteArray> encodedPathOf(const QByteArray &uri)
 {
     if (uri.left(scheme.size()).toLower() != scheme) {
@@ -40,8 +40,8 @@ int hexDigit(char character)
     return value == std::string_view::npos ? -1 : static_cast<int>(value);
 }
 
-/// The bytes that `encoded` stands for. A percent sign that encodes nothing is one, as programs that do not
-/// encode leave it.
+/// The decoded bytes of `encoded`. A percent sign without two hexadecimal digits stands for itself, as
+/// written by programs that do not encode.
 std::string decoded(const QByteArray &encoded)
 {
     std::string bytes;

@@ -9,12 +9,11 @@
 
 namespace tallyfold {
 
-/// The local files that a `text/uri-list` (RFC 2483) names, in its order. Names are bytes: what is
-/// percent-encoded in it need not be valid text. Comments, other schemes, other machines and what is no
-/// absolute path are passed over.
+/// The local files in a `text/uri-list` (RFC 2483), in order. Names are bytes and need not be valid UTF-8
+/// once decoded. Comments, other schemes, other hosts and relative paths are ignored.
 [[nodiscard]] std::vector<std::filesystem::path> localPathsIn(QByteArrayView uriList);
 
-/// The URI of a local file, every byte percent-encoded that is not plain.
+/// The URI of a local file, with all bytes but unreserved characters and slashes percent-encoded.
 [[nodiscard]] QByteArray fileUri(const std::filesystem::path &path);
 
 /// The URIs of `paths` as a `text/uri-list`.

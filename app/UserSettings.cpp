@@ -23,7 +23,7 @@ UserSettings::~UserSettings()
 
 bool UserSettings::event(QEvent *event)
 {
-    const bool isDone = QSettings::event(event); // Writes what was set.
+    const bool isDone = QSettings::event(event); // Writes pending changes.
     logStatus();
     return isDone;
 }

@@ -5,23 +5,22 @@
 
 namespace tallyfold {
 
-/// The user's settings file, which several parts of the program share, each with keys of its own. Writing
-/// never fails towards the caller: what cannot be written is lost,
-/// and logged.
+/// The settings file of the user, which several parts of the program share, each with its own keys. Callers
+/// see no errors: settings that cannot be written are lost, and the failure is logged.
 class UserSettings final : public QSettings {
 public:
-    /// In the platform's usual place. What the system's administrator set for all users is not the user's.
+    /// The file in the standard location of the platform. System-wide settings are ignored.
     UserSettings();
     /// The file at `path`.
     explicit UserSettings(const QString &path);
-    /// Writes what is not written yet.
+    /// Writes pending changes.
     ~UserSettings() override;
 
 protected:
     bool event(QEvent *event) override;
 
 private:
-    void logStatus(); ///< Of a file that cannot be read or written, once.
+    void logStatus(); ///< Logs once that the file cannot be read or written.
 
     bool m_isLogged = false;
 };
