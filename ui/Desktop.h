@@ -6,14 +6,14 @@
 
 namespace tallyfold {
 
-/// What the desktop does for us outside of our windows.
+/// Services of the desktop outside the windows of the program.
 class Desktop {
 public:
     virtual ~Desktop() = default;
 
-    /// Shows a file or folder, chosen in its folder, in the desktop's file manager.
+    /// Shows a file or folder in the file manager, selected in its parent folder.
     virtual void reveal(const std::filesystem::path &item) = 0;
-    /// Opens a web page, or begins a message.
+    /// Opens a web page, or composes a message.
     virtual void open(const QUrl &url) = 0;
 };
 

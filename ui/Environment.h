@@ -14,8 +14,8 @@ namespace tallyfold {
 /// The windows that can be opened by name.
 enum class WindowId { main, help, settings };
 
-/// What every view is given: the one model, what is derived from it, and the way to what lies outside of the
-/// view. Outlives the views.
+/// The dependencies of every view: the model, the objects derived from it, and access to other windows and
+/// the desktop. Outlives the views.
 struct Environment {
     AppModel &model;
     CurrentPlan &plan;
@@ -23,7 +23,7 @@ struct Environment {
     HelpRouter &helpRouter;
     WindowState &windowState;
     Desktop &desktop;
-    /// Opens a window, or brings it to the front.
+    /// Opens a window, or brings it to the front if it is open.
     std::function<void(WindowId)> openWindow;
 
     /// Opens the help on `topic`.

@@ -7,16 +7,16 @@
 
 namespace tallyfold {
 
-/// What the windows remember of themselves between launches: places and sizes, and which sections are open.
-/// It is not part of the settings, and losing it loses nothing.
+/// The state of the windows kept between launches: geometry and open sections. Separate from the settings; it
+/// may be lost without harm.
 class WindowState {
 public:
-    /// In the user's settings file.
+    /// The state in the user's settings file.
     WindowState() = default;
-    /// In the file at `path`.
+    /// The state in the file at `path`.
     explicit WindowState(const QString &path);
 
-    /// What was remembered under `key`; empty for nothing.
+    /// The value stored under `key`; empty if there is none.
     [[nodiscard]] QByteArray bytes(const QString &key) const;
     void setBytes(const QString &key, const QByteArray &bytes);
 

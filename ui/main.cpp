@@ -25,7 +25,7 @@ using Task = CommandLine::Task;
 
 enum ExitCode { done = 0, usage = 64, unavailable = 69 };
 
-/// The session asks at once for what it starts.
+/// Time to wait for the first request: D-Bus activation sends one immediately.
 constexpr std::chrono::seconds longestWait{10};
 
 CommandLine lineOf(int count, char **arguments)
@@ -44,7 +44,7 @@ void introduce()
         QIcon::fromTheme(identity::id, QIcon(QStringLiteral(":/symbols/tallyfold.svg"))));
 }
 
-/// Puts the program on the session's bus, and its windows on the screen.
+/// Registers on the session bus and runs the event loop.
 int run(const CommandLine &line)
 {
     const Translations translations(applicationLanguage(Translations::languages(), QLocale().uiLanguages()));
@@ -53,7 +53,7 @@ int run(const CommandLine &line)
     const bool isOther = instance.role() == InstanceService::Role::other;
     if (line.task == Task::service && instance.role() != InstanceService::Role::first) {
         std::fputs(isOther ? "" : "tallyfold: there is no session bus to wait on\n", stderr);
-        return isOther ? done : unavailable; // The other one is asked in our place.
+        return isOther ? done : unavailable; // The other instance serves the request.
     }
     if (isOther && instance.handOver(line.files)) {
         return done;
@@ -67,7 +67,7 @@ int run(const CommandLine &line)
     QObject::connect(&instance, &InstanceService::activated, &app,
                      [&app](const QString &token) { app.reopen({}, token); });
     QObject::connect(&instance, &InstanceService::opened, &app, &TallyfoldApp::reopen);
-    // Before anything is waited for: a start meanwhile is not to come here any more.
+    // Before waiting for anything, so that later starts do not contact this instance.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &instance, &InstanceService::giveBack);
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::received, &app, &TallyfoldApp::quit);
@@ -79,10 +79,10 @@ int run(const CommandLine &line)
     return QApplication::exec();
 }
 
-/// Runs the application, which needs a screen, and takes it down again.
+/// Creates the application, which requires a display, and runs it.
 int runOnScreen(int count, char **arguments)
 {
-    QApplication application(count, arguments); // Takes out the arguments that are Qt's.
+    QApplication application(count, arguments); // Removes the arguments of Qt.
     introduce();
     const CommandLine line = lineOf(count, arguments);
     if (line.task == Task::usage) {
@@ -97,7 +97,7 @@ int runOnScreen(int count, char **arguments)
 
 int main(int count, char **arguments)
 {
-    // Before there is an application.
+    // Without a display.
     switch (lineOf(count, arguments).task) {
     case Task::help:
         std::fputs(CommandLine::help(), stdout);
@@ -110,7 +110,7 @@ int main(int count, char **arguments)
     }
     const int code = runOnScreen(count, arguments);
     if (LooseTask::isAnyLeft()) {
-        std::_Exit(code); // What it works on has no way back, and its user is not to wait for it.
+        std::_Exit(code); // Does not wait for abandoned work, whose result is dropped.
     }
     return code;
 }

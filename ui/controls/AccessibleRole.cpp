@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char *roleProperty = "accessibleRole";
 
-/// A widget with the role that it was given.
+/// The accessible interface of a widget with an assigned role.
 class WithRole final : public QAccessibleWidget {
 public:
     WithRole(QWidget *widget, QAccessible::Role role) : QAccessibleWidget(widget, role) {}
@@ -31,7 +31,7 @@ QAccessibleInterface *withRole(const QString &, QObject *object)
     if (!widget || !role.isValid()) {
         return nullptr;
     }
-    // The registry of accessible objects takes it over.
+    // QAccessible takes ownership.
     return std::make_unique<WithRole>(widget, static_cast<QAccessible::Role>(role.toInt())).release();
 }
 
@@ -39,19 +39,19 @@ QAccessibleInterface *withRole(const QString &, QObject *object)
 
 void setAccessibleRole(QWidget &widget, QAccessible::Role role)
 {
-    QAccessible::installFactory(withRole); // Once, however often it is asked to.
+    QAccessible::installFactory(withRole); // Qt ignores repeated installation.
     if (widget.property(roleProperty) == static_cast<int>(role)) {
         return;
     }
     widget.setProperty(roleProperty, static_cast<int>(role));
-    // Naming a widget, or writing into it, is enough to have it known by the role of its class.
+    // Setting a name or a text may already have created the interface with the role of the class.
     QAccessible::deleteAccessibleInterface(
         QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&widget)));
 }
 
 void setAnnounced(QWidget &label)
 {
-    // Announcements as such came with Qt 6.8. What has this role is read out when it appears.
+    // Qt has announcements since 6.8 only. Screen readers speak widgets with this role when they appear.
     setAccessibleRole(label, QAccessible::Notification);
 }
 

@@ -5,14 +5,13 @@
 
 namespace tallyfold {
 
-/// Gives `widget` the role that those who do not see it are told of, in the place of the one that its class
-/// has. For a widget that has not been shown yet.
+/// Gives `widget` an accessible role other than that of its class. Must be called before the widget is shown.
 void setAccessibleRole(QWidget &widget, QAccessible::Role role);
 
-/// Makes `label`, which is shown when there is something to be told, be told to those who do not see it.
+/// Lets screen readers speak the text of `label` whenever it is shown.
 void setAnnounced(QWidget &label);
 
-/// Tells of a label like that once more, as when it reads something else now. Nothing while it is not seen.
+/// Lets screen readers speak the text of such a label again, after a change. No effect while it is hidden.
 void announceAgain(QWidget &label);
 
 } // namespace tallyfold

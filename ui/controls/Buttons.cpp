@@ -38,7 +38,7 @@ QSize ProminentButton::minimumSizeHint() const
 
 void ProminentButton::paintEvent(QPaintEvent *)
 {
-    // Drawn here, as styles differ in whether they fill a button with the colour they are given.
+    // Painted here because not all styles fill a button with the colour of the palette.
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QColor fill = colorOf(Tone::accent, palette());
@@ -62,7 +62,7 @@ void ProminentButton::paintEvent(QPaintEvent *)
     painter.setFont(font());
     const int symbol = icon().isNull() ? 0 : iconSize().width() + symbolGap;
     const QRect content = rect().adjusted(spacing::wide, 0, -spacing::wide, 0);
-    // One more than the advance, which is rounded, or the text would be cut.
+    // One more than the advance, which is rounded, so that the text is not clipped.
     const int textWidth = qMin(painter.fontMetrics().horizontalAdvance(text()) + 1, content.width() - symbol);
     int left = content.left() + (content.width() - textWidth - symbol) / 2;
     if (symbol > 0) {

@@ -4,7 +4,7 @@
 
 namespace tallyfold {
 
-/// The one button of a view that matters most: filled with the accent.
+/// The primary button of a view, filled with the accent colour.
 class ProminentButton final : public QPushButton {
     Q_OBJECT
 public:
@@ -17,14 +17,14 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
-/// A small button beside a text, for what mends the thing it tells of.
+/// A small button next to a message, which resolves what the message is about.
 class SmallButton final : public QPushButton {
     Q_OBJECT
 public:
     explicit SmallButton(const QString &title, QWidget *parent = nullptr);
 };
 
-/// A button that looks like a link in a text.
+/// A button that looks like a link.
 class LinkButton final : public QPushButton {
     Q_OBJECT
 public:

@@ -35,7 +35,7 @@ QWidget *Card::addRow(const QString &label, QWidget *control)
     auto *content = new QHBoxLayout;
     content->setSpacing(spacing::wide);
     content->addWidget(nameOf(control, label), 1);
-    // What wants to grow gets the larger half; the rest stands at the row's end.
+    // Expanding controls get the larger share; others are aligned to the end of the row.
     const bool grows = control->sizePolicy().horizontalPolicy() & QSizePolicy::ExpandFlag;
     content->addWidget(control, grows ? 2 : 0);
     return add(content);

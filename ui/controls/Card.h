@@ -7,17 +7,17 @@
 
 namespace tallyfold {
 
-/// A group of rows on a ground of its own, with fine lines between them.
+/// A group of rows on a background of its own, with separators between them.
 class Card final : public QWidget {
     Q_OBJECT
 public:
     explicit Card(QWidget *parent = nullptr);
 
-    /// Adds a row of `control` with `label` before it, which names the control to those who cannot see it.
+    /// Adds a row with `label` before `control`; the label is also the accessible name of the control.
     QWidget *addRow(const QString &label, QWidget *control);
-    /// The same with the label above, for a control that needs the width.
+    /// As above with the label above the control, for controls that need the full width.
     QWidget *addStacked(const QString &label, QWidget *control);
-    /// Adds a row of its own.
+    /// Adds a row without a label.
     QWidget *addWide(QWidget *control);
 
 protected:

@@ -7,18 +7,18 @@
 
 namespace tallyfold {
 
-/// A numbered section that can be closed: a title, a card of rows, and perhaps an explanation under it.
+/// A numbered section that can be collapsed: a title, a card of rows and an optional explanation below.
 class CollapsibleSection : public QWidget {
     Q_OBJECT
 public:
-    /// No explanation is shown when `footer` is empty.
+    /// `footer` is the explanation; empty for none.
     CollapsibleSection(std::int64_t number, const QString &title, const QString &footer,
                        QWidget *parent = nullptr);
 
     [[nodiscard]] Card &card();
     [[nodiscard]] bool isExpanded() const;
     void setExpanded(bool isExpanded);
-    /// Lets the title bear `sign` while the section is closed.
+    /// Shows `sign` in the title while the section is collapsed.
     void setSign(const std::optional<SectionSign> &sign);
 
 Q_SIGNALS:

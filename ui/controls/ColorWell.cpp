@@ -61,7 +61,7 @@ void ColorWell::openPanel()
             buttons->button(QDialogButtonBox::Ok)->setText(words(QT_TRANSLATE_NOOP("Words", "Select")));
         }
         m_panel->setAttribute(Qt::WA_DeleteOnClose);
-        // Every choice is seen at once, and cancelling takes them all back.
+        // Every choice takes effect at once; cancelling reverts them all.
         connect(m_panel, &QColorDialog::currentColorChanged, this, &ColorWell::pick);
         connect(m_panel, &QDialog::rejected, this, [this, before = m_color] {
             if (m_color != before) {
@@ -87,7 +87,7 @@ void ColorWell::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double inset = hasFocus() ? 1 : 1.5; // The line lies on whole pixels.
+    const double inset = hasFocus() ? 1 : 1.5; // Aligns the line with pixels.
     const QRectF frame = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
     painter.setPen(hasFocus() ? QPen(colorOf(Tone::accent, palette()), 2)
                               : QPen(colorOf(Tone::edge, palette()), 1));

@@ -8,23 +8,23 @@
 
 namespace tallyfold {
 
-/// Shows a colour, and lets the user choose another one with a click. Opacity is neither shown nor changed.
+/// Shows a colour and opens a colour dialog on a click. Opacity is neither shown nor changed.
 class ColorWell final : public QAbstractButton {
     Q_OBJECT
 public:
     explicit ColorWell(QWidget *parent = nullptr);
 
     [[nodiscard]] const StampColor &color() const;
-    /// Shows `color`, without telling of it.
+    /// Shows `color` without emitting a signal.
     void setDisplayedValue(const StampColor &color);
 
-    /// The panel that chooses, while it is open.
+    /// The colour dialog while it is open, else null.
     [[nodiscard]] QColorDialog *panel() const;
 
     [[nodiscard]] QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// The user chose a colour, also while the panel is still open.
+    /// The user chose a colour. Emitted while the dialog is still open, too.
     void picked(const tallyfold::StampColor &color);
 
 protected:

@@ -4,8 +4,8 @@
 
 namespace tallyfold {
 
-/// A text of the user's, such as the name of a file, on one line: cut in its middle where it has no room, and
-/// then told whole as a tooltip. However long it is, what it stands in gets no wider by it.
+/// Text from the user, such as a file name, on one line. Elided in the middle if it does not fit, with the
+/// whole text as a tooltip. Its length does not affect the width of the layout.
 class ElidedLabel final : public StyledLabel {
     Q_OBJECT
 public:
@@ -19,7 +19,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    /// The text as it is shown.
+    /// The text as displayed.
     [[nodiscard]] QString shownText() const;
 };
 

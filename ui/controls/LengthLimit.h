@@ -6,8 +6,8 @@
 
 namespace tallyfold {
 
-/// Keeps what is typed to so many user-perceived characters. Of what is put in beyond that, the end is left
-/// out, and what stood behind it stays.
+/// Limits input to a number of user-perceived characters. An insertion that exceeds the limit is truncated;
+/// the text after it is kept.
 class LengthLimit final : public QValidator {
     Q_OBJECT
 public:

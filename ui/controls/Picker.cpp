@@ -6,7 +6,7 @@ namespace tallyfold {
 
 Picker::Picker(QWidget *parent) : QComboBox(parent)
 {
-    // As wide as its place allows, not as its longest title would like.
+    // The layout determines the width, not the longest title.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(12);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -27,7 +27,7 @@ void Picker::setDisplayedValue(const QVariant &value)
 
 void Picker::wheelEvent(QWheelEvent *event)
 {
-    event->ignore(); // The wheel scrolls the form, and must not change what it passes over.
+    event->ignore(); // The wheel scrolls the form and must not change controls under the pointer.
 }
 
 } // namespace tallyfold

@@ -4,19 +4,19 @@
 
 namespace tallyfold {
 
-/// A choice among a few titles. A value that is none of them shows nothing chosen.
+/// A choice among a few titles. For an unknown value nothing is selected.
 class Picker final : public QComboBox {
     Q_OBJECT
 public:
     explicit Picker(QWidget *parent = nullptr);
 
-    /// Adds a choice that stands for `value`.
+    /// Adds a choice with the value `value`.
     void add(const QString &title, const QVariant &value);
-    /// Shows the choice of `value`, without telling of it.
+    /// Shows the choice with `value` without emitting a signal.
     void setDisplayedValue(const QVariant &value);
 
 Q_SIGNALS:
-    /// The user chose.
+    /// The user made a choice.
     void picked(const QVariant &value);
 
 protected:

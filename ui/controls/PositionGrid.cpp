@@ -20,7 +20,7 @@ constexpr QSize pageSize(96, 72);
 constexpr QSize spotSize(26, 18);
 constexpr QSize markSize(18, 8);
 
-/// The outline of the page that the spots stand on.
+/// The outline of the page.
 class Page final : public QWidget {
 public:
     Page()
@@ -39,7 +39,7 @@ protected:
     }
 };
 
-/// One spot: a mark, filled with the accent when it is the chosen one.
+/// The button of a position: a mark, filled with the accent colour if selected.
 class Spot final : public QRadioButton {
 public:
     Spot()
@@ -85,7 +85,7 @@ PositionGrid::PositionGrid(const QString &name, QWidget *parent)
     auto *grid = new QGridLayout(page);
     grid->setContentsMargins(spacing::tight, spacing::tight, spacing::tight, spacing::tight);
     grid->setSpacing(0);
-    grid->setRowStretch(1, 1); // The rows stand at the page's edges.
+    grid->setRowStretch(1, 1); // The rows are at the edges of the page.
     auto *group = new QButtonGroup(this);
     for (qsizetype row = 0; row < rows().size(); ++row) {
         m_spots.append(QList<QAbstractButton *>());
@@ -129,7 +129,7 @@ void PositionGrid::setSelection(StampPosition position)
     m_selection = position;
     for (const StampPosition other : allStampPositions) {
         QAbstractButton *button = spot(other);
-        // Tab goes to the chosen spot, as in every group of which one is chosen; arrows go on from there.
+        // Tab moves to the selected button, as in any exclusive group; arrow keys move from there.
         button->setFocusPolicy(other == position ? Qt::StrongFocus : Qt::ClickFocus);
         button->setChecked(other == position);
     }

@@ -11,26 +11,26 @@ namespace tallyfold {
 
 class StyledLabel;
 
-/// A little page with the spots where a stamp line can stand, one of them chosen; its name stands beside it.
-/// A click or the arrow keys choose another.
+/// A miniature page with the positions of a stamp line, one of them selected, and the name of that position.
+/// A click or the arrow keys select another.
 class PositionGrid final : public QWidget {
     Q_OBJECT
 public:
-    /// `name`: what stands there, such as "Bates number".
+    /// `name` is that of the line, such as "Bates number".
     explicit PositionGrid(const QString &name, QWidget *parent = nullptr);
 
-    /// The spots, two rows of three.
+    /// The positions, two rows of three.
     [[nodiscard]] static const QList<QList<StampPosition>> &rows();
 
     [[nodiscard]] StampPosition selection() const;
-    /// Shows `position` as chosen, without telling of it.
+    /// Selects `position` without emitting a signal.
     void setSelection(StampPosition position);
 
     /// The button of `position`.
     [[nodiscard]] QAbstractButton *spot(StampPosition position) const;
 
 Q_SIGNALS:
-    /// The user chose a spot.
+    /// The user selected a position.
     void selected(tallyfold::StampPosition position);
 
 protected:

@@ -58,7 +58,7 @@ private:
 QAccessibleInterface *spoken(const QString &, QObject *object)
 {
     auto *title = qobject_cast<SectionTitle *>(object);
-    // The registry of accessible objects takes it over.
+    // QAccessible takes ownership.
     return title ? std::make_unique<SpokenTitle>(title).release() : nullptr;
 }
 
@@ -67,7 +67,7 @@ QAccessibleInterface *spoken(const QString &, QObject *object)
 SectionTitle::SectionTitle(std::int64_t number, const QString &title, QWidget *parent)
     : QAbstractButton(parent), m_number(number), m_title(title)
 {
-    QAccessible::installFactory(spoken); // Once, however often it is asked to; before anything is told of.
+    QAccessible::installFactory(spoken); // Before the first event; Qt ignores repeated installation.
     setCheckable(true);
     setChecked(true);
     setFocusPolicy(Qt::TabFocus);

@@ -10,17 +10,17 @@
 
 namespace tallyfold {
 
-/// That something in a section is to be looked at.
+/// A sign that something in a section needs attention.
 struct SectionSign {
     QString symbol;
     Tone tone = Tone::warning;
-    QString text; ///< What it is.
+    QString text; ///< The message.
 
     bool operator==(const SectionSign &) const = default;
 };
 
-/// The header of a numbered section: its number in a disc, its title, and whether the section is open, which
-/// a click or the space bar changes.
+/// The header of a numbered section: its number in a disc, its title, and an indicator of whether the section
+/// is open. A click or the space bar toggles it.
 class SectionTitle final : public QAbstractButton {
     Q_OBJECT
 public:
@@ -28,9 +28,9 @@ public:
 
     [[nodiscard]] std::int64_t number() const;
     [[nodiscard]] QString title() const;
-    /// Shows `sign` while the section is closed, and what it warns of is out of sight.
+    /// Shows `sign` while the section is closed, which hides the warning itself.
     void setSign(const std::optional<SectionSign> &sign);
-    /// The sign that is shown now.
+    /// The sign currently shown.
     [[nodiscard]] std::optional<SectionSign> shownSign() const;
 
     [[nodiscard]] QSize sizeHint() const override;

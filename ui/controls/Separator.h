@@ -4,7 +4,7 @@
 
 namespace tallyfold {
 
-/// A fine line across, between a column and the bar under it.
+/// A horizontal line between a column and the bar below it.
 class Separator final : public QWidget {
     Q_OBJECT
 public:

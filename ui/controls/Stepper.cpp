@@ -11,7 +11,7 @@ namespace tallyfold {
 
 namespace {
 
-/// The number that `text` begins with, as the user's language or C writes it.
+/// The number at the start of `text`, in the user's locale or the C locale.
 std::optional<double> leadingNumber(const QString &text)
 {
     static const QRegularExpression number(QStringLiteral("^\\s*([+-]?[\\d.,]+)"));
@@ -29,7 +29,7 @@ std::optional<double> leadingNumber(const QString &text)
 Stepper::Stepper(double lowest, double highest, double step, Wording wording, QWidget *parent)
     : QDoubleSpinBox(parent), m_wording(std::move(wording))
 {
-    setDecimals(2); // A stored value is shown in whole numbers, and stays what it is until it is changed.
+    setDecimals(2); // The text shows whole numbers, but a stored value is kept until the user changes it.
     setRange(lowest, highest);
     setSingleStep(step);
     setKeyboardTracking(false);
@@ -54,7 +54,7 @@ QString Stepper::textFromValue(double value) const
 double Stepper::valueFromText(const QString &text) const
 {
     if (text == m_wording(value())) {
-        return value(); // Nothing was typed: the text may stand for more than it shows.
+        return value(); // Nothing was typed: the value may be more precise than the text.
     }
     return qBound(minimum(), leadingNumber(text).value_or(value()), maximum());
 }
@@ -69,7 +69,7 @@ void Stepper::wheelEvent(QWheelEvent *event)
     if (hasFocus()) {
         QDoubleSpinBox::wheelEvent(event);
     } else {
-        event->ignore(); // The wheel scrolls the form, and must not change what it passes over.
+        event->ignore(); // The wheel scrolls the form and must not change controls under the pointer.
     }
 }
 

@@ -6,17 +6,16 @@
 
 namespace tallyfold {
 
-/// A number with its unit, between limits, that goes up and down in steps. What is typed may leave the unit
-/// out.
+/// A number with a unit, within limits, with buttons for single steps. The unit may be omitted in input.
 class Stepper final : public QDoubleSpinBox {
     Q_OBJECT
 public:
-    /// What the stepper shows for a value.
+    /// The text of the stepper for a value.
     using Wording = std::function<QString(double)>;
 
     Stepper(double lowest, double highest, double step, Wording wording, QWidget *parent = nullptr);
 
-    /// Shows `value` without telling of it.
+    /// Shows `value` without emitting a signal.
     void setDisplayedValue(double value);
 
     [[nodiscard]] QString textFromValue(double value) const override;

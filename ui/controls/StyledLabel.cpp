@@ -13,7 +13,7 @@ namespace tallyfold {
 StyledLabel::StyledLabel(TextStyle style, Tone tone, QWidget *parent)
     : QLabel(parent), m_style(style), m_tone(tone)
 {
-    setTextFormat(Qt::PlainText); // File names are shown here, which may look like markup.
+    setTextFormat(Qt::PlainText); // File names may look like markup.
     setWordWrap(true);
     if (style == TextStyle::largeTitle || style == TextStyle::title) {
         setAccessibleRole(*this, QAccessible::Heading);
@@ -87,7 +87,7 @@ bool StyledLabel::event(QEvent *event)
 
 void StyledLabel::paintEvent(QPaintEvent *event)
 {
-    if (haveWordsRoom(width()) || hasSelectedText()) { // Which part is selected, only the label knows.
+    if (haveWordsRoom(width()) || hasSelectedText()) { // Only QLabel can paint the selection.
         QLabel::paintEvent(event);
         return;
     }
@@ -102,8 +102,8 @@ void StyledLabel::paintEvent(QPaintEvent *event)
 void StyledLabel::changeEvent(QEvent *event)
 {
     QLabel::changeEvent(event);
-    // A change of the application's palette is told to windows; what is in them is told of its own. Taking
-    // the same colours once more changes nothing, and ends it.
+    // ApplicationPaletteChange reaches windows, PaletteChange their children. Setting equal colours again
+    // sends no event, so that this does not recurse.
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationFontChange) {
         dress();
     }
@@ -116,7 +116,7 @@ void StyledLabel::dress()
     QPalette colours;
     const QColor ink = colorOf(m_tone, QGuiApplication::palette());
     colours.setColor(QPalette::WindowText, ink);
-    colours.setColor(QPalette::Text, ink); // Upon a ground of Base, text takes this one.
+    colours.setColor(QPalette::Text, ink); // For text on the Base role.
     setPalette(colours);
 }
 

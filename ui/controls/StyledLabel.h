@@ -8,17 +8,17 @@
 
 namespace tallyfold {
 
-/// Text of a style and a tone, which follows the system's font and colours. Wraps by default, in the middle
-/// of a word where the word is wider than the label: whatever it says, what it stands in gets no wider by it.
+/// Text in a style and a tone, which follows the font and the colours of the system. Wraps by default, even
+/// within words that are wider than the label, so that its text does not affect the width of the layout.
 class StyledLabel : public QLabel {
     Q_OBJECT
 public:
     explicit StyledLabel(TextStyle style, Tone tone = Tone::text, QWidget *parent = nullptr);
     StyledLabel(const QString &text, TextStyle style, Tone tone = Tone::text, QWidget *parent = nullptr);
 
-    /// Digits of one width.
+    /// Uses digits of equal width.
     void setTabularDigits();
-    /// Lets the text be selected and copied, with the mouse and the keyboard.
+    /// Makes the text selectable with mouse and keyboard.
     void setSelectable();
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -32,7 +32,7 @@ protected:
 
 private:
     void dress();
-    /// Whether every word has room on a line of a label that is `width` wide.
+    /// Whether every word fits on a line of a label that is `width` wide.
     [[nodiscard]] bool haveWordsRoom(int width) const;
     [[nodiscard]] WrappedText brokenText(int width) const;
 

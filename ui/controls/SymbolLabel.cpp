@@ -14,7 +14,7 @@ SymbolLabel::SymbolLabel(const QString &symbol, Tone symbolTone, TextStyle style
       m_symbol(new SymbolView(symbol, symbolTone, QFontMetrics(fontOf(style)).height(), this)),
       m_text(new StyledLabel(style, textTone, this))
 {
-    // Beside the symbol, also where there is more room than the text needs.
+    // Keeps the text next to the symbol even if there is more space.
     m_text->setAlignment(Qt::AlignLeading | Qt::AlignTop);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

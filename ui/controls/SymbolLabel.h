@@ -7,7 +7,7 @@
 
 namespace tallyfold {
 
-/// A symbol and, beside it, a text that wraps.
+/// A symbol with wrapping text beside it.
 class SymbolLabel final : public QWidget {
     Q_OBJECT
 public:
@@ -16,7 +16,7 @@ public:
                 QWidget *parent = nullptr);
 
     void setText(const QString &text);
-    /// Has the text told to those who do not see it whenever it appears or changes.
+    /// Lets screen readers speak the text whenever it appears or changes.
     void setAnnounced();
     [[nodiscard]] QString text() const;
     [[nodiscard]] QString symbol() const;

@@ -6,7 +6,7 @@
 
 namespace tallyfold {
 
-/// A symbol by itself. It only decorates: what it means is said by a text beside it.
+/// A decorative symbol; its meaning is in a text beside it.
 class SymbolView final : public QWidget {
     Q_OBJECT
 public:

@@ -24,7 +24,7 @@ bool TextField::event(QEvent *event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        // With nothing typed to take back, the keys take back the last change of the list.
+        // If there is no input to undo, the shortcut undoes the last change of the list.
         const bool isIdle = (key->matches(QKeySequence::Undo) && !isUndoAvailable()) ||
                             (key->matches(QKeySequence::Redo) && !isRedoAvailable());
         if (isIdle) {

@@ -4,13 +4,13 @@
 
 namespace tallyfold {
 
-/// A line of text that keeps its cursor while the model follows what is typed.
+/// A line edit that keeps its cursor while the model follows the input.
 class TextField final : public QLineEdit {
     Q_OBJECT
 public:
     explicit TextField(const QString &prompt = {}, QWidget *parent = nullptr);
 
-    /// Shows `text` unless it stands there already.
+    /// Shows `text` unless it is shown already.
     void setDisplayedText(const QString &text);
 
 protected:

@@ -21,7 +21,7 @@ Warning::Warning(QWidget *parent)
     m_label->setAnnounced();
     m_button->hide();
     connect(m_button, &QPushButton::clicked, this, [this] {
-        if (const auto run = m_run) { // A copy: what it does may take this warning away.
+        if (const auto run = m_run) { // A copy, since the action may delete this warning.
             run();
         }
     });

@@ -11,11 +11,11 @@
 
 namespace tallyfold {
 
-/// Something to be looked at, and perhaps a button that mends it.
+/// A warning with an optional button that resolves it.
 class Warning final : public QWidget {
     Q_OBJECT
 public:
-    /// A button's title, and what it does.
+    /// The title of the button and its action.
     struct Action {
         QString title;
         std::function<void()> run;

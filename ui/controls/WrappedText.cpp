@@ -38,11 +38,11 @@ void WrappedText::draw(QPainter &painter, QPoint place) const
 
 QString helpTextOf(const QString &text)
 {
-    constexpr int longestRun = 40; // Letters without a place to go on on the next line.
+    constexpr int longestRun = 40; // Characters without a break opportunity.
     QString broken;
     int run = 0;
     for (const QChar letter : text) {
-        // Not between the halves of a character, nor before what combines with the one before it.
+        // Neither within a surrogate pair nor before a combining character.
         const bool mayBreak = !letter.isLowSurrogate() && !letter.isMark();
         if (run >= longestRun && mayBreak) {
             broken += QChar(0x200B); // A zero width space.

@@ -7,8 +7,8 @@
 
 namespace tallyfold {
 
-/// A plain text laid out on as many lines as it takes. A word that is wider than a line, as names of files
-/// may be, goes on on the next one.
+/// Plain text laid out on as many lines as necessary. Words that are wider than a line, such as file names,
+/// are broken.
 class WrappedText {
 public:
     /// Lengths are device-independent pixels.
@@ -16,7 +16,7 @@ public:
                 Qt::LayoutDirection direction = Qt::LayoutDirectionAuto);
 
     [[nodiscard]] int height() const;
-    /// Draws it with the top left corner of its lines at `place`, in the pen of `painter`.
+    /// Draws the lines from the top left corner `place` with the pen of `painter`.
     void draw(QPainter &painter, QPoint place) const;
 
 private:
@@ -24,7 +24,7 @@ private:
     double m_height = 0;
 };
 
-/// `text` as a help text that wraps, wherever it has to; what looks like markup in it is shown as it is.
+/// `text` as a tooltip that wraps anywhere if necessary. Markup in it is shown literally.
 [[nodiscard]] QString helpTextOf(const QString &text);
 
 } // namespace tallyfold

@@ -24,7 +24,7 @@ const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
 const QString contrastKey = QStringLiteral("contrast");
 
-/// The number in `value`, which portals wrap in one or two variants; nothing when it is none.
+/// The number in `value`, which portals wrap in one or two variants; nothing if it is not a number.
 std::optional<unsigned> numberIn(QVariant value)
 {
     while (value.userType() == qMetaTypeId<QDBusVariant>()) {
@@ -33,7 +33,7 @@ std::optional<unsigned> numberIn(QVariant value)
     return value.userType() == QMetaType::UInt ? std::optional(value.toUInt()) : std::nullopt;
 }
 
-/// A number that is not known is no preference, as the portal's documentation has it.
+/// Unknown numbers mean no preference, according to the documentation of the portal.
 ColorScheme::Preference preferenceOf(unsigned number)
 {
     switch (number) {
@@ -54,15 +54,14 @@ ColorScheme::ColorScheme(const QDBusConnection &bus, QObject *parent) : QObject(
         return;
     }
     m_own = isDark(QApplication::palette()) ? Preference::dark : Preference::light;
-    QApplication::setStyle(std::make_unique<ModernStyle>().release()); // The application takes it over.
+    QApplication::setStyle(std::make_unique<ModernStyle>().release()); // The application takes ownership.
     m_applied = m_own;
     apply(m_own);
     if (!m_bus.isConnected()) {
         return;
     }
-    qRegisterMetaType<QDBusVariant>(); // The bus looks the slot's parameters up by their names.
-    // Followed before it is asked for, so that no change is missed. What cannot be followed can still be
-    // asked.
+    qRegisterMetaType<QDBusVariant>(); // The bus finds the types of slot parameters by name.
+    // Subscribed before reading, so that no change is missed. Reading may work even if this fails.
     if (!m_bus.connect(portal::service, portal::path, settingsInterface, QStringLiteral("SettingChanged"),
                        this, SLOT(onSettingChanged(QString, QString, QDBusVariant)))) {
         logBusFailure("following the desktop's colour scheme", m_bus.lastError());

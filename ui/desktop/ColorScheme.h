@@ -9,24 +9,24 @@
 
 namespace tallyfold {
 
-/// Gives the program its looks where the desktop brings no style of its own, and follows the desktop's wish
-/// for a light or a dark scheme, and for more contrast, also while the program runs. On a desktop with a
-/// style nothing is done: its controls are the ones its users know, and its palette changes by itself.
+/// Applies the program's own style on desktops without a platform style, and follows the preference of the
+/// desktop for a light or dark scheme and for more contrast while the program runs. Has no effect on desktops
+/// with a style, whose palette changes by itself.
 class ColorScheme final : public QObject {
     Q_OBJECT
 public:
-    /// What the desktop prefers, as the settings portal numbers it.
+    /// The preference of the desktop, with the values of the settings portal.
     enum class Preference : unsigned { none = 0, dark = 1, light = 2 };
 
-    /// Follows the portal that is on `bus`. Without one, or where it has no preference, the scheme stays that
-    /// of the palette that the application has now.
+    /// Follows the portal on `bus`. Without a portal or a preference the scheme remains that of the current
+    /// palette of the application.
     explicit ColorScheme(const QDBusConnection &bus = QDBusConnection::sessionBus(),
                          QObject *parent = nullptr);
 
-    /// Takes the palette of `preference`, the light one for none, in `contrast`.
+    /// Applies the palette for `preference`, light for `none`, and `contrast`.
     static void apply(Preference preference, Contrast contrast = Contrast::normal);
 
-    /// Whether the style in use leaves the colours to the application.
+    /// Whether the current style leaves the colours to the application.
     [[nodiscard]] static bool areColoursOurs();
 
 private Q_SLOTS:
@@ -34,11 +34,11 @@ private Q_SLOTS:
 
 private:
     void ask(const QString &key);
-    /// Takes what the portal says of `key`; a value that is no number says nothing.
+    /// Applies the value of `key`; ignored if it is not a number.
     void take(const QString &key, const QDBusVariant &value);
 
     QDBusConnection m_bus;
-    Preference m_own = Preference::light; ///< Where the desktop has none.
+    Preference m_own = Preference::light; ///< Used if the desktop has none.
     Preference m_applied = Preference::light;
     Contrast m_contrast = Contrast::normal;
 };

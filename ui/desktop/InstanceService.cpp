@@ -11,7 +11,7 @@ namespace tallyfold {
 
 namespace {
 
-constexpr int answerTime = 5000; // Milliseconds; after that the other one is taken to hang.
+constexpr int answerTime = 5000; // Milliseconds; after that the other instance is considered hung.
 const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
 
 QString pathOf(const QString &id)
@@ -24,7 +24,7 @@ QString tokenIn(const QVariantMap &platformData)
     return platformData.value(QStringLiteral("activation-token")).toString();
 }
 
-/// What lets the other program's window come to the front in the place of ours.
+/// The activation token that permits the other instance to raise its window.
 QVariantMap platformData()
 {
     QVariantMap data;

@@ -12,9 +12,9 @@
 
 namespace tallyfold {
 
-/// Makes the program one per session, over D-Bus (`org.freedesktop.Application` of the desktop entry
-/// specification): a second start hands its files to the first and ends. Without a session bus every start
-/// runs by itself.
+/// Ensures a single instance per session over D-Bus (`org.freedesktop.Application` of the desktop entry
+/// specification): a second instance passes its files to the first and exits. Without a session bus every
+/// instance runs independently.
 class InstanceService final : public QObject {
     Q_OBJECT
 public:
@@ -23,26 +23,26 @@ public:
     /// On `bus`, under the name `id`.
     explicit InstanceService(const QDBusConnection &bus, const QString &id, QObject *parent = nullptr);
 
-    /// Who this start turned out to be.
+    /// The role of this instance.
     enum class Role {
-        first, ///< Others will be told to come here.
-        other, ///< One is running already; `handOver` reaches it.
-        alone, ///< There is no bus, or the name on it was given back.
+        first, ///< Later instances pass their files to this one.
+        other, ///< Another instance is running; `handOver` reaches it.
+        alone, ///< There is no bus, or the name was released.
     };
     [[nodiscard]] Role role() const;
 
-    /// Gives `files` to the program that runs already and brings it to the front. False when it does not
-    /// answer. Where it has gone meanwhile, its place is taken: `role` then says so.
+    /// Passes `files` to the running instance and brings it to the front. False if it does not answer. If it
+    /// has exited, this instance becomes the first.
     bool handOver(const std::vector<std::filesystem::path> &files);
 
-    /// Gives the name back, so that the next start is the first. For a program that ends: whoever it still
-    /// told to come here would not be heard.
+    /// Releases the name, so that the next instance is the first. Called before exiting, when requests of
+    /// other instances are no longer served.
     void giveBack();
 
 Q_SIGNALS:
-    /// Another start asks to be shown; `token` lets a window come to the front (XDG activation).
+    /// Another instance requests the windows; `token` permits raising a window (XDG activation).
     void activated(const QString &token);
-    /// The same with files.
+    /// As above with files.
     void opened(const std::vector<std::filesystem::path> &files, const QString &token);
 
 private:
@@ -53,7 +53,7 @@ private:
     Role m_role = Role::alone;
 };
 
-/// The interface on the bus.
+/// The D-Bus adaptor of the service.
 class InstanceAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -67,7 +67,7 @@ public Q_SLOTS:
                         const QVariantMap &platformData);
 
 private:
-    /// Once the call is answered: reading many files takes longer than a caller waits.
+    /// Runs `tell` after the call has been answered, since reading many files exceeds the timeout of callers.
     void tellLater(const std::function<void()> &tell);
 
     InstanceService *m_service;

@@ -4,7 +4,7 @@
 
 namespace tallyfold::portal {
 
-/// Where the desktop portals are reached on the session's bus.
+/// The address of the desktop portals on the session bus.
 inline const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 inline const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 

@@ -58,7 +58,7 @@ RunNotification::RunNotification(const AppModel &model, Desktop &desktop, const 
                       SLOT(hearPortalAction(QString, QString, QVariantList)));
     }
     connect(&model, &AppModel::runningChanged, this, [this, &model] {
-        if (!model.isRunning()) { // What came of it is told next.
+        if (!model.isRunning()) { // The result is set after this signal.
             QMetaObject::invokeMethod(this, &RunNotification::tell, Qt::QueuedConnection);
         }
     });
@@ -127,7 +127,7 @@ void RunNotification::hearToken(uint id, const QString &token)
 
 void RunNotification::hearAction(uint id, const QString &action)
 {
-    if (m_id != 0 && id == m_id) { // Servers tell all programs of all notifications.
+    if (m_id != 0 && id == m_id) { // Servers send signals for all notifications to all programs.
         act(action);
     }
 }

@@ -11,28 +11,28 @@
 
 namespace tallyfold {
 
-/// Tells through the desktop that a run has ended while its user is elsewhere: how it ended and how much was
-/// written, and never the name of a file, for notifications are read by whoever passes the screen.
+/// Shows a desktop notification when a run ends while no window is active: how it ended and how much was
+/// written. Never contains file names, since others may see the screen.
 class RunNotification final : public QObject {
     Q_OBJECT
 public:
-    /// Who shows it.
+    /// The service that shows the notification.
     enum class Server {
         session, ///< `org.freedesktop.Notifications`.
-        portal,  ///< `org.freedesktop.portal.Notification`, the way out of a sandbox.
+        portal,  ///< `org.freedesktop.portal.Notification`, available in a sandbox.
     };
-    /// The one that this program can reach.
+    /// The service available to this program.
     [[nodiscard]] static Server reachable();
 
     /// The windows of the program.
     struct Windows {
-        /// Whether one of them has the keyboard: then nothing is told that it does not tell itself.
+        /// Whether a window is active; it then shows the result itself.
         std::function<bool()> areInFront;
-        /// Brings them to the front; `token` lets them (XDG activation).
+        /// Raises them; `token` permits that (XDG activation).
         std::function<void(const QString &token)> activate;
     };
 
-    /// For the runs of `model`; the folder of a run is shown by `desktop`.
+    /// For the runs of `model`; `desktop` shows the output folder.
     RunNotification(const AppModel &model, Desktop &desktop, const QDBusConnection &bus, Windows windows,
                     Server server = reachable());
 
@@ -52,8 +52,8 @@ private:
     QDBusConnection m_bus;
     Windows m_windows;
     Server m_server;
-    std::filesystem::path m_folder; ///< Of the run that was told of.
-    uint m_id = 0;                  ///< What the server calls the notification; 0 for none.
+    std::filesystem::path m_folder; ///< Output folder of the last notification.
+    uint m_id = 0;                  ///< Identifier of the notification; 0 for none.
     QString m_token;
 };
 

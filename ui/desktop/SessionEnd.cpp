@@ -9,7 +9,7 @@ namespace tallyfold {
 
 SessionEnd::SessionEnd(AppModel &model, Ask ask) : m_model(&model), m_ask(std::move(ask))
 {
-    // Answered at once, and on this thread: the session manager waits.
+    // Direct, since the session manager waits for the answer.
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,
         [this](QSessionManager &session) {

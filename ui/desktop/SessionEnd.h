@@ -8,19 +8,19 @@
 
 namespace tallyfold {
 
-/// Answers the desktop when it asks whether the session may end. While a production is written, the user
-/// decides between the two. Where they may not be asked it ends, and the run with it: after its page, once
-/// the program is told to end.
+/// Answers the session manager when it asks whether the session may end. During a production the user
+/// decides. If interaction is not allowed, the session ends, and the run stops after its page once the
+/// program is told to quit.
 class SessionEnd final : public QObject {
     Q_OBJECT
 public:
     /// Asks the user whether to stop writing, and waits for the answer.
     using Ask = std::function<bool()>;
 
-    /// Of the session that the program runs in; `model` must outlive this.
+    /// Connects to the session manager; `model` must outlive this.
     SessionEnd(AppModel &model, Ask ask);
 
-    /// Whether the session may end now; `mayAsk` tells whether the user can be asked.
+    /// Whether the session may end now; `mayAsk` is whether interaction is allowed.
     [[nodiscard]] bool mayEnd(bool mayAsk) const;
 
 private:

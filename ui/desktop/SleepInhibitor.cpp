@@ -31,8 +31,8 @@ void SleepInhibitor::ask()
     if (!m_bus.isConnected()) {
         return;
     }
-    // From the portal's documentation: 1 is logging out, 2 switching the user, 4 suspending, 8 going idle.
-    // Going idle locks the screen, as it should with other people's papers on it.
+    // Flags of the portal: 1 logging out, 2 switching users, 4 suspending, 8 going idle. Idle is not
+    // inhibited: it locks the screen, which may show confidential documents.
     constexpr uint loggingOut = 1;
     constexpr uint suspending = 4;
     QDBusMessage call = QDBusMessage::createMethodCall(portal::service, portal::path,
@@ -47,7 +47,7 @@ void SleepInhibitor::ask()
         if (reply.isValid() && run == m_run) {
             m_request = reply.value().path();
         } else if (reply.isValid()) {
-            close(reply.value().path()); // The run was over before the answer came.
+            close(reply.value().path()); // The run ended before the answer arrived.
         } else {
             logBusFailure("keeping the machine awake", reply.error());
         }

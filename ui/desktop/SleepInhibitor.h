@@ -8,14 +8,12 @@ namespace tallyfold {
 
 class AppModel;
 
-/// Keeps the machine from falling asleep by itself, and the session from ending unasked, while a production
-/// is written, which may be long after the user has gone home. Closing the lid or choosing to suspend still
-/// does; the run then goes on where it was when the machine wakes.
+/// Inhibits automatic suspend and logging out during a production, which may run unattended. Suspending by
+/// the lid or on request remains possible; the run continues after waking up.
 class SleepInhibitor final : public QObject {
     Q_OBJECT
 public:
-    /// For the runs of `model`, through the desktop portal on `bus`; where there is none, sleep is not kept
-    /// off.
+    /// For the runs of `model`, through the desktop portal on `bus`. No effect without a portal.
     SleepInhibitor(const AppModel &model, const QDBusConnection &bus);
 
 private:
@@ -24,8 +22,8 @@ private:
     void close(const QString &request);
 
     QDBusConnection m_bus;
-    int m_run = 0;     ///< Counts starts and ends: which one an answer belongs to.
-    QString m_request; ///< What the portal holds for us; empty when that is nothing.
+    int m_run = 0;     ///< Counts starts and ends, to match answers with them.
+    QString m_request; ///< Object path of the current inhibition; empty for none.
 };
 
 } // namespace tallyfold

@@ -15,7 +15,7 @@ namespace tallyfold {
 
 namespace {
 
-constexpr int answerTime = 3000; // Milliseconds; a file manager may have to be started first.
+constexpr int answerTime = 3000; // Milliseconds; the bus may have to start the file manager.
 
 } // namespace
 

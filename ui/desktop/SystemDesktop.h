@@ -9,19 +9,19 @@
 
 namespace tallyfold {
 
-/// The desktop of the session: its file manager over D-Bus, and its programs for folders and addresses.
+/// The desktop of the session: its file manager over D-Bus, and its default applications.
 class SystemDesktop final : public QObject, public Desktop {
     Q_OBJECT
 public:
-    /// Opens a folder, a page or a message in the program for it.
+    /// Opens a folder, a page or a message in its default application.
     using Opener = std::function<void(const QUrl &)>;
 
-    /// That of the session that the program runs in.
+    /// The desktop of the current session.
     SystemDesktop();
-    /// With the file manager that is on `bus`, and programs started by `opener`.
+    /// With the file manager on `bus`, and applications started by `opener`.
     SystemDesktop(const QDBusConnection &bus, Opener opener);
 
-    /// Asks the file manager to show the item in its folder; where none answers, the folder is opened.
+    /// Asks the file manager to show the item in its folder; without an answer, opens the folder.
     void reveal(const std::filesystem::path &item) override;
     void open(const QUrl &url) override;
 

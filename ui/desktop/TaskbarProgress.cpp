@@ -15,7 +15,7 @@ TaskbarProgress::TaskbarProgress(const AppModel &model, const CurrentPlan &plan,
         return;
     }
     connect(&model, &AppModel::runningChanged, this, [this, &plan] {
-        if (m_model->isRunning()) { // What is listed may change while it runs; what is written does not.
+        if (m_model->isRunning()) { // The list may change during the run, which does not affect it.
             m_pages = pagesToWrite(*plan);
         }
         tell();

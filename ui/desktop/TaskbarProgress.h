@@ -10,12 +10,12 @@
 
 namespace tallyfold {
 
-/// Shows how far a run is on the program's entry in the taskbar, where a desktop's taskbar listens for that
-/// (`com.canonical.Unity.LauncherEntry`, which Plasma and docks follow).
+/// Shows the progress of a run on the taskbar entry of the program, for desktops that support
+/// `com.canonical.Unity.LauncherEntry`, such as Plasma and some docks.
 class TaskbarProgress final : public QObject {
     Q_OBJECT
 public:
-    /// For the runs of `model`, whose plan is `plan` when they start.
+    /// For the runs of `model`; `plan` gives the number of pages at their start.
     TaskbarProgress(const AppModel &model, const CurrentPlan &plan, const QDBusConnection &bus);
 
 private:
@@ -23,7 +23,7 @@ private:
 
     const AppModel *m_model;
     QDBusConnection m_bus;
-    std::int64_t m_pages = 0; ///< Of the run.
+    std::int64_t m_pages = 0; ///< Pages of the run.
 };
 
 } // namespace tallyfold

@@ -16,14 +16,15 @@ namespace {
 
 constexpr std::array<int, 3> watched{SIGTERM, SIGINT, SIGHUP};
 
-/// The ends of the pipe through which the handler wakes the event loop: it may do nothing else.
+/// The pipe through which the signal handler wakes the event loop; write is async-signal-safe.
 int readEnd = -1;
 int writeEnd = -1;
 
 void wake(int)
 {
     const char byte = 0;
-    [[maybe_unused]] const ssize_t written = ::write(writeEnd, &byte, 1); // A full pipe has woken it already.
+    [[maybe_unused]] const ssize_t written =
+        ::write(writeEnd, &byte, 1); // If the pipe is full, the loop has been woken.
 }
 
 void handleWith(void (*handler)(int))
@@ -43,7 +44,7 @@ TerminationSignals::TerminationSignals(QObject *parent) : QObject(parent)
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         qCInfo(uiLog) << "no pipe for signals to end:" << std::generic_category().message(errno).c_str();
-        return; // The signals do what they do by default.
+        return; // The signals keep their default action.
     }
     readEnd = ends[0];
     writeEnd = ends[1];

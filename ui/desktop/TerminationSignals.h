@@ -7,8 +7,8 @@
 
 namespace tallyfold {
 
-/// Turns the system's request to end (SIGTERM, SIGINT, SIGHUP) into a signal of Qt's, so that a production
-/// can stop after its page. One at a time per program.
+/// Converts SIGTERM, SIGINT and SIGHUP to a Qt signal, so that a production can stop after its page. At most
+/// one instance at a time.
 class TerminationSignals final : public QObject {
     Q_OBJECT
 public:

@@ -17,11 +17,11 @@
 
 namespace tallyfold {
 
-/// A section of the form. Its controls show the model's settings, and change them at once.
+/// A section of the form. Its controls show the settings of the model and change them immediately.
 class FormSection : public CollapsibleSection {
     Q_OBJECT
 public:
-    /// `key` names the section where the windows remember whether it is open.
+    /// `key` is the name of the section in the window state, which stores whether it is open.
     FormSection(const Environment &environment, std::int64_t number, const QString &title,
                 const QString &footer, const QString &key);
 
@@ -29,27 +29,27 @@ protected:
     [[nodiscard]] const Environment &environment() const;
     [[nodiscard]] const StampSettings &stamp() const;
 
-    /// Changes the model's stamp settings.
+    /// Changes the stamp settings of the model.
     void edit(const std::function<void(StampSettings &)> &change);
 
     /// Calls `show` now and whenever the settings change.
     void follow(std::function<void()> show);
 
-    /// Binds `control` to a text: it shows what is in force, but for what is being typed in it. `text` gives
-    /// it of any settings, and `take` takes what is typed over.
+    /// Binds `control` to a text of the settings. `text` reads it and `take` writes input; the control is not
+    /// updated while it shows what the user is typing.
     void bind(TextField *control, const std::function<QString(const StampSettings &)> &text,
               const std::function<void(const QString &)> &take);
-    /// The same for the text in `field`.
+    /// As above for the text in `field`.
     void bind(TextField *control, QString StampSettings::*field);
 
-    // Rows of controls that are bound to a field of the stamp settings; `name` is the control's object name.
+    // Rows with a control that is bound to a field of the stamp settings; `name` is its object name.
 
     TextField *addText(const QString &title, const char *name, QString StampSettings::*field,
                        const QString &prompt = {});
     PositionGrid *makeGrid(const QString &title, const char *name, StampPosition StampSettings::*field);
     QCheckBox *addToggle(const QString &title, const char *name, bool StampSettings::*field);
 
-    /// A picker of the cases in `keys`, which are called by `titleOf`.
+    /// A picker of the cases in `keys`, with the titles from `titleOf`.
     template <typename Case, std::size_t count>
     Picker *addPicker(const QString &title, const char *name, Case StampSettings::*field,
                       const std::array<StoredCase<Case>, count> &keys)
@@ -66,7 +66,7 @@ protected:
     }
     Picker *makePicker(const QString &title, const char *name);
 
-    /// A row of a warning that is shown while `warning` gives one for the plan.
+    /// A row with a warning, shown while `warning` returns one for the plan.
     void addWarning(const char *name,
                     std::optional<FormWarning> (*warning)(const ProductionPlan &, const StampSettings &));
 

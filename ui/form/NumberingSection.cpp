@@ -8,7 +8,7 @@ namespace tallyfold {
 
 namespace {
 
-/// The whole number that `text` is, as the user writes numbers.
+/// The integer in `text`, in the user's locale.
 std::optional<std::int64_t> wholeNumber(const QString &text)
 {
     bool isNumber = false;

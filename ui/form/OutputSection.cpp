@@ -22,7 +22,7 @@ QString lastComponent(const std::filesystem::path &folder)
     return name.empty() ? displayPath(folder) : displayPath(name);
 }
 
-/// Where the folder lies; empty for the topmost one.
+/// The parent folder as text; empty for the root.
 QString placeOf(const std::filesystem::path &folder)
 {
     const std::filesystem::path named = folder.has_filename() ? folder : folder.parent_path();
@@ -112,7 +112,7 @@ void OutputSection::addProblem()
         const std::vector<ProductionConflict> &conflicts = environment().output.conflicts();
         const std::optional<QString> problem = firstMessageOf(conflicts);
         label->setText(problem.value_or(QString()));
-        // The bar under the form tells it as well, always in sight: the same words once are enough.
+        // The bar below the form always shows the same message; screen readers should speak it once.
         row->setVisible(problem && problem != folderMessageOf(conflicts));
         setSign(problem ? std::optional(SectionSign{QStringLiteral("exclamationmark.octagon.fill"),
                                                     Tone::blocking, *problem})

@@ -16,7 +16,7 @@ private:
     void addFirstNumber();
 };
 
-/// Where the stamp stands and what it looks like.
+/// The position and the look of the stamp.
 class PlacementSection final : public FormSection {
     Q_OBJECT
 public:
@@ -28,7 +28,7 @@ private:
     void addColor();
 };
 
-/// The further lines of the stamp.
+/// The other lines of the stamp.
 class LinesSection final : public FormSection {
     Q_OBJECT
 public:
@@ -38,14 +38,14 @@ private:
     void addWording();
 };
 
-/// How covers are treated, and in which order files are numbered.
+/// Cover pages and the order of files.
 class OrderSection final : public FormSection {
     Q_OBJECT
 public:
     explicit OrderSection(const Environment &environment);
 };
 
-/// Where the copies go and what is written beside them.
+/// The output folder, the names of copies and the tables.
 class OutputSection final : public FormSection {
     Q_OBJECT
 public:
@@ -54,7 +54,7 @@ public:
 private:
     void addFolder();
     void addProblem();
-    /// Gives the section's focus to what mends the problem that is told: `naming`, or the folder.
+    /// Moves the focus to the control that resolves the reported problem: naming or the folder.
     void leadTo(QWidget *naming);
     void addOption(const QString &title, const char *name, bool AppSettings::*field);
 };

@@ -18,7 +18,7 @@ namespace tallyfold {
 
 namespace {
 
-/// A progress bar counts in int; productions may be larger.
+/// QProgressBar counts in int, which productions may exceed.
 constexpr int progressSteps = 10'000;
 
 } // namespace
@@ -124,7 +124,7 @@ QWidget *StampBar::makeRunning()
     layout->setSpacing(spacing::wide);
     layout->addLayout(bar, 1);
     layout->addWidget(m_cancel, 0, Qt::AlignBottom);
-    // Not the button's own shortcut, which would wait for the picture of a click.
+    // Not a shortcut of the button, which would delay the action by the animation of a click.
     auto *escape = new QShortcut(Qt::Key_Escape, page);
     connect(escape, &QShortcut::activated, m_cancel, &QPushButton::click);
     return page;
@@ -133,13 +133,13 @@ QWidget *StampBar::makeRunning()
 void StampBar::showRunning()
 {
     const bool isRunning = m_environment.model.isRunning();
-    if (isRunning) { // What is listed may change while it runs; what is written does not.
+    if (isRunning) { // The list may change during the run, which does not affect it.
         m_pages = pagesToWrite(*m_environment.plan);
     }
     const bool hadFocus = isAncestorOf(QApplication::focusWidget());
     m_idle->setVisible(!isRunning);
     m_running->setVisible(isRunning);
-    if (hadFocus) { // The button that was pressed is gone; the next one to press takes its place.
+    if (hadFocus) { // The button that had the focus is hidden; the one in its place takes the focus.
         QWidget *next = isRunning ? static_cast<QWidget *>(m_cancel) : m_stamp;
         next->setFocus();
     }

@@ -14,7 +14,7 @@
 
 namespace tallyfold {
 
-/// Starts a production, follows it, and stops it.
+/// Starts a production, shows its progress, and stops it.
 class StampBar final : public QWidget {
     Q_OBJECT
 public:
@@ -41,7 +41,7 @@ private:
     QPushButton *m_cancel;
     QWidget *m_idle;
     QWidget *m_running;
-    std::int64_t m_pages = 0; ///< Of the production that runs.
+    std::int64_t m_pages = 0; ///< Pages of the running production.
 };
 
 } // namespace tallyfold

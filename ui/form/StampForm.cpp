@@ -57,7 +57,7 @@ void StampForm::showSection(const QString &name)
         return;
     }
     section->setExpanded(true);
-    // Once it has its place: what was hidden is laid out from the event loop.
+    // Deferred: Qt lays out widgets that were hidden from the event loop.
     QMetaObject::invokeMethod(
         this,
         [this, section] {
@@ -69,7 +69,7 @@ void StampForm::showSection(const QString &name)
 
 void StampForm::fitWidth()
 {
-    // It scrolls up and down only: across, everything has to have room.
+    // Scrolls only vertically: the content must fit the width.
     setMinimumWidth(
         qMax(leastWidth, widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width()));
 }

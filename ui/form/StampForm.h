@@ -6,14 +6,13 @@
 
 namespace tallyfold {
 
-/// The settings of the stamp and the production, in five sections, with the notice about password-protected
-/// files above them.
+/// The settings of stamp and production in five sections, below the notice about password-protected files.
 class StampForm final : public QScrollArea {
     Q_OBJECT
 public:
     explicit StampForm(const Environment &environment, QWidget *parent = nullptr);
 
-    /// Opens the section called `name`, scrolls to it, and gives it the focus.
+    /// Opens the section `name`, scrolls to it and gives it the focus.
     void showSection(const QString &name);
 
 protected:

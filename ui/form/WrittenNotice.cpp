@@ -37,7 +37,7 @@ WrittenNotice::WrittenNotice(const Environment &environment, QWidget *parent)
 
     const AppModel *model = &environment.model;
     connect(model, &AppModel::runningChanged, this, &WrittenNotice::follow);
-    // A summary that is like the one before is not told of; that its sheet is to be shown is.
+    // The model does not signal a summary that equals the one before, but it does signal its sheet.
     connect(model, &AppModel::summaryChanged, this, &WrittenNotice::take);
     connect(model, &AppModel::sheetChanged, this, &WrittenNotice::take);
     connect(model, &AppModel::outputFolderChanged, this, &WrittenNotice::showNotice);

@@ -11,15 +11,15 @@
 
 namespace tallyfold {
 
-/// What the last run wrote, and where, as long as what is planned now is what it wrote: the copies in the
-/// folder are then its own, and nothing went wrong. Hidden otherwise.
+/// Explains that the files in the folder are the copies of the last run, as long as the current plan is the
+/// one that it wrote. Hidden otherwise.
 class WrittenNotice final : public QWidget {
     Q_OBJECT
 public:
     explicit WrittenNotice(const Environment &environment, QWidget *parent = nullptr);
 
 private:
-    /// All that decides what a run writes.
+    /// Everything that determines what a run writes.
     struct Run {
         std::shared_ptr<const ProductionPlan> plan;
         std::optional<std::filesystem::path> folder;
@@ -33,8 +33,8 @@ private:
     void showNotice();
 
     Environment m_environment;
-    std::optional<Run> m_started; ///< The run that is going on.
-    std::optional<Run> m_written; ///< The run of the model's summary.
+    std::optional<Run> m_started; ///< The run in progress.
+    std::optional<Run> m_written; ///< The run that the summary of the model describes.
     SymbolLabel *m_label;
     ElidedLabel *m_place;
 };

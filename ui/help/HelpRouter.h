@@ -5,7 +5,7 @@
 
 namespace tallyfold {
 
-/// Which topic the help shows; remembered while its window is closed.
+/// The topic that the help shows; kept while its window is closed.
 class HelpRouter final : public QObject {
     Q_OBJECT
 public:

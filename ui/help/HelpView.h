@@ -10,7 +10,7 @@
 
 namespace tallyfold {
 
-/// The window of the help: the topics, and the chosen one's text.
+/// The help window: a list of topics and the text of the selected one.
 class HelpView final : public QWidget {
     Q_OBJECT
 public:

@@ -61,7 +61,7 @@ void CloseUp::paintEvent(QPaintEvent *)
         const QRect place(pictureFrame + left, pictureFrame, right - left, height);
         const QRect source(qRound(piece.from * inPixels), 0, qRound(piece.width * inPixels),
                            m_image.height());
-        // Not scaled by the painter, which leaves out pixels where it makes a picture much smaller.
+        // Not scaled by QPainter, which skips pixels when it reduces an image a lot.
         QImage shown = m_image.copy(source).scaled((QSizeF(place.size()) * scale).toSize(),
                                                    Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         shown.setDevicePixelRatio(scale);

@@ -7,16 +7,15 @@
 
 namespace tallyfold {
 
-/// The stamped edge of a page, larger than the page is shown. Where it is wider than its place, the ends that
-/// bear lines are shown.
+/// The stamped edge of a page, enlarged. If it does not fit, only the parts with stamp lines are shown.
 class CloseUp final : public QWidget {
     Q_OBJECT
 public:
     explicit CloseUp(QWidget *parent = nullptr);
 
-    /// Shows `image`, of whose edge `ends` bear lines; nothing for a null one.
+    /// Shows `image`, which has stamp lines at `ends`; nothing for a null image.
     void setImage(const QImage &image, const std::set<PageEnd> &ends);
-    /// How wide all of it would be, in device-independent pixels.
+    /// The full width, in device-independent pixels.
     void setWholeWidth(double width);
 
 protected:

@@ -22,7 +22,7 @@ PageEnd endOf(StampPosition position)
     return PageEnd::right;
 }
 
-/// Where a piece `width` wide begins that shows `end`.
+/// The left edge of a piece of width `width` that shows `end`.
 double startOf(PageEnd end, double whole, double width)
 {
     switch (end) {
@@ -62,7 +62,7 @@ QList<CloseUpPiece> closeUpPieces(double whole, double room, const std::set<Page
     for (const PageEnd end : ends) {
         const double from = startOf(end, whole, share);
         if (!pieces.isEmpty() && from <= pieces.last().from + share) {
-            // Neighbours that meet are one piece, from the outer end.
+            // Adjacent pieces that touch are merged.
             return {{startOf(ends.contains(PageEnd::left) ? PageEnd::left : PageEnd::right, whole, room),
                      room, 0}};
         }

@@ -8,14 +8,14 @@
 
 namespace tallyfold {
 
-/// A part of a page's width that bears lines of the stamp.
+/// A part of the page width that has stamp lines.
 enum class PageEnd { left, center, right };
 
-/// Those of the edge that bears the Bates number, in the order of the page.
+/// The parts with stamp lines at the edge with the Bates number, from left to right.
 [[nodiscard]] std::set<PageEnd> stampedEnds(const StampSettings &settings);
 
-/// A part of a close-up, and where it is shown. Lengths are of the same unit, from the left of the whole
-/// close-up and of its room.
+/// A part of a close-up and its position on the screen, in the same unit, from the left of the close-up and
+/// of the available space.
 struct CloseUpPiece {
     double from = 0;
     double width = 0;
@@ -24,8 +24,8 @@ struct CloseUpPiece {
     bool operator==(const CloseUpPiece &) const = default;
 };
 
-/// What is shown of a close-up that is `whole` wide where there is `room`: all of it, if it fits in; else its
-/// `ends`, which there is at least one of, in shares of one width and `gap` apart.
+/// The visible parts of a close-up of width `whole` in a space of width `room`: all of it if it fits;
+/// otherwise its `ends`, at least one, with equal widths and `gap` between them.
 [[nodiscard]] QList<CloseUpPiece> closeUpPieces(double whole, double room, const std::set<PageEnd> &ends,
                                                 double gap);
 

@@ -6,7 +6,7 @@ namespace tallyfold {
 
 void drawPictureFrame(QPainter &painter, const QRect &rect, const QPalette &palette)
 {
-    // Filled areas end on whole pixels and are one wide at least, where a line may fall between two.
+    // Filled rectangles align with pixels and are at least one pixel wide, unlike lines.
     const QColor color = colorOf(Tone::border, palette);
     const QRect inner = rect.adjusted(pictureFrame, pictureFrame, -pictureFrame, -pictureFrame);
     painter.fillRect(QRect(rect.left(), rect.top(), rect.width(), pictureFrame), color);

@@ -5,10 +5,10 @@
 
 namespace tallyfold {
 
-/// How thick the frame round a picture of a page is, in device-independent pixels.
+/// The width of the frame around the picture of a page, in device-independent pixels.
 inline constexpr int pictureFrame = 1;
 
-/// Draws the frame of a picture inside of `rect`. Every side is seen at every scale of a screen.
+/// Draws the frame of a picture within `rect`. All sides are visible at any device pixel ratio.
 void drawPictureFrame(QPainter &painter, const QRect &rect, const QPalette &palette);
 
 } // namespace tallyfold

@@ -6,7 +6,8 @@
 
 namespace tallyfold {
 
-/// A picture of a page, as wide as its place and as sharp as the screen. Paper stays white in every scheme.
+/// A picture of a page at the width of its container and the resolution of the screen. Paper is white in
+/// every colour scheme.
 class PreviewImage final : public QWidget {
     Q_OBJECT
 public:
@@ -23,7 +24,7 @@ private:
     void fitHeight();
 
     QImage m_image;
-    QPixmap m_scaled; ///< For the size and the screen it was last painted on.
+    QPixmap m_scaled; ///< Scaled to the size and the screen of the last paint event.
 };
 
 } // namespace tallyfold

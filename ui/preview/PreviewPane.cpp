@@ -15,16 +15,16 @@ namespace tallyfold {
 
 namespace {
 
-// The pages of the stack.
+// Indices in the stack.
 constexpr int nothing = 0;
 constexpr int pages = 1;
 constexpr int unshown = 2;
 
-/// How much larger than the pages the close-up is, at least.
+/// Minimum scale of the close-up relative to the pages.
 constexpr double closeUpScale = 1.5;
-/// How wide all of it is where the pages are small, in device-independent pixels: half its pixels.
+/// Its full width while the pages are small, in device-independent pixels: half its width in pixels.
 constexpr double closeUpWidth = static_cast<double>(PreviewImages::pageWidth) / 2;
-/// By how many pixels pictures grow with their column: they are drawn anew for each step.
+/// Step in pixels by which pictures grow with their column; each step draws them again.
 constexpr int widthStep = 400;
 
 } // namespace
@@ -109,7 +109,7 @@ QWidget *PreviewPane::makePages()
     m_scroll->setAccessibleName(words("Preview"));
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setWidgetResizable(true);
-    // The bar keeps its place, or showing it would make the pages narrower and so hide it again.
+    // Space for the scroll bar is reserved: showing it would otherwise shrink the pages and hide it again.
     m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setWidget(content);
@@ -121,7 +121,7 @@ void PreviewPane::fitColumn()
 {
     const int column = m_scroll->viewport()->width();
     const double scale = devicePixelRatioF();
-    // No wider than there are pixels to show, for the close-up as well.
+    // Not wider than the pixels of the image allow; the same for the close-up.
     const auto most = static_cast<int>(PreviewImages::mostPageWidth / (scale * closeUpScale));
     const int page = std::clamp(column - 2 * spacing::section, 1, most);
     const int margin = (column - page) / 2;
@@ -152,7 +152,7 @@ void PreviewPane::showImages()
 {
     const QList<QImage> &images = m_environment.model.previews();
     showPage();
-    // Pages that stay keep their widgets, so that nothing flickers and the scroll bar keeps its place.
+    // Existing widgets are reused, so that nothing flickers and the scroll position is kept.
     while (m_pages.size() > images.size()) {
         delete m_pages.takeLast();
     }
@@ -172,7 +172,7 @@ void PreviewPane::showImages()
 void PreviewPane::showCloseUp()
 {
     const std::optional<QImage> &closeUp = m_environment.model.closeUp();
-    // Pictures of other settings than these are not shown.
+    // Pictures of outdated settings are not shown.
     m_closeUp->setImage(closeUp.value_or(QImage()),
                         stampedEnds(m_environment.model.settings().stamp.normalized()));
     m_closeUpBox->setVisible(closeUp.has_value());

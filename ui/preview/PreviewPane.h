@@ -26,7 +26,7 @@ private:
     QWidget *makePages();
     QWidget *makeUnshown();
     void showPage();
-    /// Gives pages and close-up the sizes that the column and the screen have room and pixels for.
+    /// Sizes pages and close-up to fit the column and the resolution of the screen.
     void fitColumn();
     void showImages();
     void showCloseUp();

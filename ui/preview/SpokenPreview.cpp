@@ -9,7 +9,7 @@ namespace tallyfold {
 
 namespace {
 
-/// The file of `plan` that is previewed: the first that is selected, else the first.
+/// The previewed file of `plan`: the first selected one, else the first.
 const PlannedFile *previewed(const ProductionPlan &plan, const QSet<QUuid> &selection)
 {
     const auto selected = std::find_if(plan.files.begin(), plan.files.end(), [&](const PlannedFile &file) {

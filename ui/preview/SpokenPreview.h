@@ -7,12 +7,12 @@
 
 namespace tallyfold {
 
-/// Makes the pictures of a preview pane say what they show to those who do not see them: that they are
-/// pictures, and what the stamp on each reads.
+/// Sets the accessible role and description of the pictures in a preview pane: that they are pictures, and
+/// the text of the stamp on each.
 class SpokenPreview final : public QObject {
     Q_OBJECT
 public:
-    /// For the pictures in `pane`, which owns this: "closeUp", and "page1" and those that follow.
+    /// For the pictures in `pane`, which owns this: "closeUp", "page1" and so on.
     SpokenPreview(const Environment &environment, QWidget &pane);
 
 private:

@@ -74,8 +74,8 @@ QWidget *GeneralSettings::rowOf(const Preset &preset)
         auto *made = new QPushButton(title);
         made->setObjectName(QLatin1String(objectName));
         made->setAccessibleName(title + QStringLiteral(": ") + preset.name);
-        // A change of the presets rebuilds these rows, and must not do it while a button of theirs is
-        // pressed.
+        // Deferred: a change of the presets rebuilds these rows, which must not happen while one of their
+        // buttons is pressed.
         connect(made, &QPushButton::clicked, this, run, Qt::QueuedConnection);
         return made;
     };

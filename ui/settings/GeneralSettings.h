@@ -8,7 +8,7 @@
 
 namespace tallyfold {
 
-/// The settings that are not of the stamp: the welcome screen, the saved presets, and what is kept.
+/// The settings other than those of the stamp: welcome screen, saved presets, stored data.
 class GeneralSettings final : public QWidget {
     Q_OBJECT
 public:

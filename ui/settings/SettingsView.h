@@ -6,7 +6,7 @@
 
 namespace tallyfold {
 
-/// The window of the application's settings.
+/// The settings window of the application.
 class SettingsView final : public QDialog {
     Q_OBJECT
 public:

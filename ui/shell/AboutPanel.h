@@ -4,13 +4,13 @@
 
 namespace tallyfold {
 
-/// What the program is, its version and licence, and where to ask.
+/// The about dialog: description, version, licence and support address.
 class AboutPanel final : public QDialog {
     Q_OBJECT
 public:
     explicit AboutPanel(QWidget *parent = nullptr);
 
-    /// The paragraphs under the program's name.
+    /// The paragraphs below the name of the program.
     [[nodiscard]] static QStringList credits();
 };
 

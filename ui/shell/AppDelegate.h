@@ -7,18 +7,18 @@
 
 namespace tallyfold {
 
-/// How the application answers to being started, reopened, handed files, and asked to end.
+/// Handles the start, reactivation, opening of files, and quitting of the application.
 class AppDelegate final {
 public:
     explicit AppDelegate(const Environment &environment);
 
-    /// Greets a first launch.
+    /// Shows the welcome sheet at the first launch.
     void didFinishLaunching();
-    /// Opens the main window when none is visible, and brings the application to the front. Always true.
+    /// Opens the main window if none is visible, and raises the application. Always true.
     bool shouldHandleReopen(bool hasVisibleWindows);
-    /// Opens the main window and adds `files`, as if they had been dropped on it.
+    /// Opens the main window and adds `files`, as if dropped on it.
     void open(std::span<const std::filesystem::path> files);
-    /// Lets a running production stop after its current page. Always true: nothing waits for it.
+    /// Stops a running production after its current page. Always true: quitting does not wait.
     bool shouldTerminate();
 
 private:

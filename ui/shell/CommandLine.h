@@ -7,24 +7,24 @@
 
 namespace tallyfold {
 
-/// What the program is started with.
+/// The parsed command line.
 struct CommandLine {
     enum class Task {
         window,  ///< Opens the window, with `files`.
-        service, ///< Waits for the session to ask for a window.
+        service, ///< Waits for a request over D-Bus.
         help,
         version,
-        usage, ///< There is no such option as `unknown`.
+        usage, ///< The option `unknown` does not exist.
     };
     Task task = Task::window;
-    /// Absolute. Names are bytes, so they are taken as they come.
+    /// Absolute paths. Names are bytes and are not decoded.
     std::vector<std::filesystem::path> files;
     std::string unknown;
 
-    /// Of the arguments after the program's name. Help and version are given whatever else is there.
+    /// Parses the arguments after the program name. Help and version take precedence over other arguments.
     [[nodiscard]] static CommandLine of(std::span<const char *const> arguments);
 
-    /// What can be given, a line each.
+    /// The description of all options, one per line.
     [[nodiscard]] static const char *help();
 };
 

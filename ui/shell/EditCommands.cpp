@@ -17,13 +17,13 @@ namespace tallyfold {
 
 namespace {
 
-/// A menu that is opened with the keyboard has the focus itself, and is not what its commands are for.
+/// A menu opened with the keyboard takes the focus; its commands act on the widget focused before.
 bool isMenu(const QWidget *widget)
 {
     return qobject_cast<const QMenuBar *>(widget) || qobject_cast<const QMenu *>(widget);
 }
 
-/// "Undo" with what it takes back.
+/// "Undo" with the name of the command.
 QString named(const QString &command, const QString &action)
 {
     return action.isEmpty() ? command : command + QLatin1Char(' ') + action;
@@ -81,7 +81,7 @@ void EditCommands::addTo(QMenu &menu)
     menu.addSeparator();
     menu.addActions({m_cut, m_copy, m_paste, m_delete, m_selectAll});
     connect(&menu, &QMenu::aboutToShow, this, &EditCommands::update);
-    // What was disabled for a focus that is gone must not swallow its keys afterwards.
+    // Actions disabled for an earlier focus must not block its shortcuts later.
     connect(&menu, &QMenu::aboutToHide, this, &EditCommands::update);
 }
 
@@ -133,7 +133,7 @@ void EditCommands::update()
     const bool hasSelectedText = (field && field->hasSelectedText()) || (label && label->hasSelectedText());
     const QMimeData *clip = QApplication::clipboard()->mimeData();
     m_cut->setEnabled(field && field->hasSelectedText());
-    // What is chosen in the list changes without a word to us: there the commands do nothing for nothing.
+    // The selection of the list changes without notice; the commands do nothing if it is empty.
     m_copy->setEnabled(hasSelectedText || list);
     m_paste->setEnabled((field && clip && clip->hasText()) || list);
     m_selectAll->setEnabled(field || list);

@@ -10,17 +10,17 @@
 
 namespace tallyfold {
 
-/// The commands of the Edit menu. They act on what has the focus: a text that is typed, or the list of files;
-/// Undo and Redo go to the list's changes when there is nothing typed to take back.
+/// The commands of the Edit menu. They act on the focused widget, a text or the list of files. Undo and Redo
+/// act on the list if the text has nothing to undo or redo.
 class EditCommands final : public QObject {
     Q_OBJECT
 public:
-    /// `remove` takes the chosen files out of the list.
+    /// `remove` removes the selected files from the list.
     EditCommands(QUndoStack &undo, std::function<void()> remove, QObject *parent = nullptr);
 
     void addTo(QMenu &menu);
 
-    /// Finds out anew what can be done now.
+    /// Updates which commands are enabled.
     void update();
 
 private:
@@ -28,7 +28,7 @@ private:
     void undo();
     void redo();
     void send(const char *slot);
-    /// What has the focus, or had it before a menu did, if it is a `Widget`.
+    /// The focused widget, or the one focused before a menu was opened; null if it is not a `Widget`.
     template <typename Widget> [[nodiscard]] Widget *target() const;
 
     QUndoStack *m_undoStack;

@@ -6,8 +6,8 @@
 
 namespace tallyfold {
 
-FirstPaint::FirstPaint(QWidget &widget, std::function<void()> then)
-    : QObject(&widget), m_then(std::move(then))
+FirstPaint::FirstPaint(QWidget &widget, std::function<void()> action)
+    : QObject(&widget), m_action(std::move(action))
 {
     widget.installEventFilter(this);
 }
@@ -16,11 +16,11 @@ bool FirstPaint::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() == QEvent::Paint) {
         object->removeEventFilter(this);
-        // What is painted reaches the screen when the event loop goes on.
+        // Deferred: the paint event reaches the screen when control returns to the event loop.
         QMetaObject::invokeMethod(
             this,
             [this] {
-                m_then();
+                m_action();
                 deleteLater();
             },
             Qt::QueuedConnection);

@@ -7,19 +7,19 @@
 
 namespace tallyfold {
 
-/// Does something once a widget has been painted for the first time, so that a window is seen before long
-/// work begins.
+/// Runs an action after the first paint event of a widget, so that a window is visible before long work
+/// begins.
 class FirstPaint final : public QObject {
     Q_OBJECT
 public:
-    /// Calls `then` once, from the event loop, after the first painting of `widget`, which owns this.
-    FirstPaint(QWidget &widget, std::function<void()> then);
+    /// Calls `action` once, from the event loop, after the first paint event of `widget`, which owns this.
+    FirstPaint(QWidget &widget, std::function<void()> action);
 
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
-    std::function<void()> m_then;
+    std::function<void()> m_action;
 };
 
 } // namespace tallyfold

@@ -8,7 +8,7 @@ namespace tallyfold {
 
 namespace {
 
-/// The letter that `title` marks as its mnemonic; nothing when it marks none.
+/// The mnemonic in `title`; nothing if there is none.
 std::optional<QChar> mnemonicOf(const QString &title)
 {
     for (qsizetype at = 0; at + 1 < title.size(); ++at) {
@@ -16,13 +16,13 @@ std::optional<QChar> mnemonicOf(const QString &title)
             if (title[at + 1] != u'&') {
                 return title[at + 1].toLower();
             }
-            ++at; // Two of them are the character itself.
+            ++at; // "&&" is a literal ampersand.
         }
     }
     return std::nullopt;
 }
 
-/// Where in `title` a letter stands that is not in `taken`; -1 for nowhere.
+/// The index in `title` of a letter that is not in `taken`; -1 if there is none.
 qsizetype freeLetter(const QString &title, const QSet<QChar> &taken, bool isFirstOfWord)
 {
     for (qsizetype at = 0; at < title.size(); ++at) {

@@ -4,8 +4,8 @@
 
 namespace tallyfold {
 
-/// Gives every entry of `menu` a letter that chooses it while the menu is open: the first of one of its words
-/// that no other entry has, or any other letter of its. Entries that have one keep it.
+/// Assigns a mnemonic to every entry of `menu`: the first letter of one of its words that no other entry
+/// uses, else any of its letters. Existing mnemonics are kept.
 void giveMnemonics(QMenu &menu);
 
 } // namespace tallyfold

@@ -9,16 +9,16 @@ namespace tallyfold {
 
 class Alert;
 
-/// The built-in and the saved presets, and how to save another.
+/// The menu of built-in and saved presets, with a command to save another.
 class PresetMenu final : public QMenu {
     Q_OBJECT
 public:
     explicit PresetMenu(const Environment &environment, QWidget *parent = nullptr);
 
-    /// Asks for a name, and saves the stamp settings under it.
+    /// Asks for a name and saves the stamp settings under it.
     void askForName();
 
-    /// The prompt, while it is shown.
+    /// The prompt while it is shown, else null.
     [[nodiscard]] Alert *prompt() const;
 
 private:

@@ -36,15 +36,15 @@ void bringForward(QWidget &window)
         window.show();
     }
     window.raise();
-    // A window that waits for an answer takes no keys: those are for what asks.
+    // A window blocked by a modal dialog gets no keys; the dialog does.
     QWidget *const asking = QApplication::activeModalWidget();
     QWidget &front = isOver(window, asking) ? *asking : window;
     front.raise();
     front.activateWindow();
 }
 
-/// To the window that is brought forward next: Qt takes the token from there. An earlier one is worth
-/// nothing.
+/// Sets the activation token for the next window that is raised: Qt reads it from the environment. Replaces
+/// an earlier token.
 void passOn(const QString &token)
 {
     if (token.isEmpty()) {
@@ -109,7 +109,7 @@ void TallyfoldApp::launch(const std::vector<std::filesystem::path> &files)
     m_isLaunched = true;
     openWindow(WindowId::main);
     m_delegate.didFinishLaunching();
-    if (!files.empty()) { // Reading many takes a while; the window is there before.
+    if (!files.empty()) { // Reading many files takes a while; the window is shown first.
         new FirstPaint(*m_mainView, [this, files] { m_delegate.open(files); });
     }
     m_updater->checkQuietlyIfDue();
@@ -118,7 +118,7 @@ void TallyfoldApp::launch(const std::vector<std::filesystem::path> &files)
 void TallyfoldApp::awaitRequest(std::chrono::milliseconds longest)
 {
     QTimer::singleShot(longest, this, [this] {
-        if (!m_isLaunched) { // Nobody would see that it is there, nor could end it.
+        if (!m_isLaunched) { // Without a window the user could not see or quit the program.
             QCoreApplication::quit();
         }
     });
@@ -141,7 +141,7 @@ void TallyfoldApp::quit()
     m_delegate.shouldTerminate();
     CloseGuard::shared().shouldClose = [] { return true; };
     if (m_mainView) {
-        m_mainView->close(); // It remembers its place.
+        m_mainView->close(); // Saves its geometry.
     }
     QCoreApplication::quit();
 }
@@ -191,7 +191,7 @@ void TallyfoldApp::makeMainView()
 
 void TallyfoldApp::showAbout()
 {
-    if (!m_about || !m_about->isVisible()) { // One that was closed is about to go.
+    if (!m_about || !m_about->isVisible()) { // A closed panel is about to be deleted.
         m_about = new AboutPanel(m_mainView.get());
     }
     bringForward(*m_about);

@@ -27,46 +27,44 @@ namespace tallyfold {
 
 class Alert;
 
-/// The application: its one model, and the windows on it. Closing the main window leaves the model as it is;
-/// the next start brings both back.
+/// The application: the model and its windows. Closing the main window keeps the model; starting the program
+/// again shows the window again.
 class TallyfoldApp final : public QObject {
     Q_OBJECT
 public:
-    /// What the application stands on. Tests bring their own.
+    /// The dependencies of the application, which tests replace.
     struct Parts {
         std::unique_ptr<SettingsStore> settings;
         std::unique_ptr<WindowState> windowState;
         std::unique_ptr<Desktop> desktop;
         std::unique_ptr<Updater> updater;
-        /// Null for panels over the main window.
+        /// Null for the panels of the main window.
         std::unique_ptr<Panels> panels;
         AppModel::Writer writer = AppModel::systemWriter();
         SourceReading::Read reader = KnownSources::read;
         /// How long files are read before that is shown.
         std::chrono::milliseconds patience = WindowReadingPanel::usualPatience;
     };
-    /// Those of a real session.
+    /// The dependencies in a real session.
     [[nodiscard]] static Parts systemParts();
 
     explicit TallyfoldApp(Parts parts, QObject *parent = nullptr);
     ~TallyfoldApp() override;
 
-    /// Opens the main window with `files`, if there are any.
+    /// Opens the main window and adds `files`.
     void launch(const std::vector<std::filesystem::path> &files);
-    /// Opens nothing yet: the first `reopen` is the launch. Ends the program when none comes within
-    /// `longest`.
+    /// Starts without a window: the first `reopen` is the launch. Quits if there is none within `longest`.
     void awaitRequest(std::chrono::milliseconds longest);
-    /// Another start asks for the windows, perhaps with files. `token` lets a window come to the front (XDG
+    /// Handles another start of the program, with or without files. `token` permits raising a window (XDG
     /// activation).
     void reopen(const std::vector<std::filesystem::path> &files, const QString &token = {});
-    /// Ends the program; a running production stops after its page.
+    /// Quits; a running production stops after its page.
     void quit();
 
-    /// Whether another start can bring a closed window back. Where none can, closing it quits.
+    /// Whether another start can reopen a closed window. If not, closing the window quits.
     void setReachable(bool isReachable);
 
-    /// Asks, and waits for the answer, whether the production that is written may be stopped for the session
-    /// to end.
+    /// Asks the user whether to stop the production so that the session can end. Blocks until answered.
     [[nodiscard]] bool askToStopForSession();
 
     void openWindow(WindowId window);
@@ -74,7 +72,7 @@ public:
     [[nodiscard]] AppModel &model();
     [[nodiscard]] const Environment &environment() const;
     [[nodiscard]] MainView &mainView();
-    /// The window, once it was opened; null before.
+    /// The main window; null before it is opened.
     [[nodiscard]] HelpView *help() const;
     [[nodiscard]] SettingsView *settings() const;
 
@@ -103,7 +101,7 @@ private:
     std::unique_ptr<HelpView> m_help;
     std::unique_ptr<SettingsView> m_settings;
     QPointer<AboutPanel> m_about;
-    std::unique_ptr<AppCommands> m_commands; ///< Before the window whose stack they use.
+    std::unique_ptr<AppCommands> m_commands; ///< Declared before the window whose undo stack they use.
     bool m_isReachable = true;
     bool m_isLaunched = false;
 };

@@ -10,20 +10,20 @@
 
 namespace tallyfold {
 
-/// A warning of the form, and the change of the settings that mends it.
+/// A warning of the form, with the change of the settings that resolves it.
 struct FormWarning {
     QString text;
-    QString action; ///< Title of the button that mends it.
+    QString action; ///< Title of the button that applies it.
     std::function<void(StampSettings &)> mend;
 };
 
-/// Numbers that outgrow their digits.
+/// Numbers that exceed the number of digits.
 [[nodiscard]] std::optional<FormWarning> digitsWarning(const ProductionPlan &plan,
                                                        const StampSettings &settings);
 /// Earlier numbers that the white box would cover.
 [[nodiscard]] std::optional<FormWarning> earlierNumberWarning(const ProductionPlan &plan,
                                                               const StampSettings &settings);
-/// Files of a single page, which is their cover.
+/// Files whose only page is the cover.
 [[nodiscard]] std::optional<FormWarning> singlePageWarning(const ProductionPlan &plan,
                                                            const StampSettings &settings);
 

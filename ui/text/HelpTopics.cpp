@@ -11,7 +11,7 @@ namespace tallyfold {
 
 namespace {
 
-/// A topic from the keys of its texts, with the program's name and the support address put in.
+/// A topic from the keys of its texts, with the program name and the support address inserted.
 HelpTopic topic(const char *id, const char *title, const char *symbol,
                 std::initializer_list<const char *> paragraphs)
 {

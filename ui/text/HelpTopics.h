@@ -8,21 +8,21 @@ namespace tallyfold {
 
 /// A topic of the help.
 struct HelpTopic {
-    QString id; ///< Stable, in no language.
+    QString id; ///< Stable and not translated.
     QString title;
-    QString symbol; ///< Name of the symbol beside the title.
+    QString symbol; ///< Name of the symbol next to the title.
     QStringList paragraphs;
 };
 
-/// All topics, in their order; built once, when help is first shown.
+/// All topics in order; created when help is first shown.
 [[nodiscard]] const QList<HelpTopic> &helpTopics();
 
-/// The product's addresses.
+/// The addresses of the product.
 struct ProductLinks {
     QString webPage;
     QString supportAddress; ///< An e-mail address.
 
-    /// A link that begins a message to the support address, its subject naming the program.
+    /// A mailto link to the support address, with the program name in the subject.
     [[nodiscard]] QString supportMail() const;
 
     [[nodiscard]] static ProductLinks ours();

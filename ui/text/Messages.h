@@ -11,26 +11,26 @@
 
 namespace tallyfold {
 
-/// What is said of a reason why a production cannot be written.
+/// The message for a reason why a production cannot be written.
 [[nodiscard]] QString messageOf(const ProductionConflict &conflict);
 
-/// What is said of the first of `conflicts`; nothing when there are none.
+/// The message for the first of `conflicts`; nothing if there are none.
 [[nodiscard]] std::optional<QString> firstMessageOf(const std::vector<ProductionConflict> &conflicts);
 
-/// What is said of the folder that has `conflicts`, with what to do; nothing when there are none, and when
-/// there is only nothing to stamp, which is not the folder's fault.
+/// The message about the folder with `conflicts`, with what to do; nothing if there are none, or if there
+/// only is nothing to stamp, which does not concern the folder.
 [[nodiscard]] std::optional<QString> folderMessageOf(const std::vector<ProductionConflict> &conflicts);
 
-/// What is said of the password-protected files of a plan: at most four by name.
+/// The message about the password-protected files of a plan; names at most four.
 [[nodiscard]] QString messageOf(const PasswordNotice &notice);
 
-/// The question before a production that leaves those files out.
+/// The question before a production that omits those files.
 [[nodiscard]] QString confirmationOf(const PasswordNotice &notice);
 
-/// The title of the button that takes them out of the list.
+/// The title of the button that removes them from the list.
 [[nodiscard]] QString removalTitleOf(const PasswordNotice &notice);
 
-/// A word or two on why a source cannot be stamped, and all there is to say about it.
+/// A short and a long text on why a source cannot be stamped.
 [[nodiscard]] QString shortDescriptionOf(SourceProblem problem);
 [[nodiscard]] QString messageOf(SourceProblem problem);
 

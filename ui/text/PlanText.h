@@ -8,7 +8,7 @@
 
 namespace tallyfold {
 
-/// The totals under the list.
+/// The totals below the list.
 struct PlanSummary {
     QString totals;                 ///< "3 files, 120 pages".
     std::optional<QString> range;   ///< First to last number of the production.
@@ -19,13 +19,13 @@ struct PlanSummary {
 
 [[nodiscard]] PlanSummary summaryOf(const ProductionPlan &plan);
 
-/// The status line of the stamp bar while nothing runs.
+/// The status line of the stamp bar while no production runs.
 [[nodiscard]] QString statusOf(const ProductionPlan &plan);
 
 /// "Stamping… 12 of 340 pages".
 [[nodiscard]] QString progressText(std::int64_t done, std::int64_t total);
 
-/// How many pages a production of `plan` writes.
+/// The number of pages that a production of `plan` writes.
 [[nodiscard]] std::int64_t pagesToWrite(const ProductionPlan &plan);
 
 } // namespace tallyfold

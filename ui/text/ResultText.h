@@ -6,10 +6,10 @@
 
 namespace tallyfold {
 
-/// What a run left in its folder, in one line.
+/// One line on what a run wrote.
 [[nodiscard]] QString writtenText(const RunSummary &summary);
 
-/// What starting the next production does.
+/// An explanation of starting the next production.
 [[nodiscard]] QString nextProductionHelp(const RunSummary &summary);
 
 } // namespace tallyfold

@@ -28,7 +28,7 @@ RowText problemRow(RowText row, SourceProblem problem)
     return row;
 }
 
-/// "ABC000001 – ABC000003", or the one number there is.
+/// "ABC000001 – ABC000003", or a single number.
 QString rangeOf(const PlannedFile &file, const StampSettings &settings)
 {
     const std::int64_t first = *file.firstNumber();

@@ -10,39 +10,39 @@
 
 namespace tallyfold {
 
-/// The symbol that leads a row of the list.
+/// The symbol at the start of a row of the list.
 enum class RowSymbol { none, locked, problem };
 
-/// A line of a row under the file's name.
+/// A line of a row below the file name.
 struct RowLine {
-    /// What a line is, and so how it looks.
+    /// The kind of line, which determines its look.
     enum class Kind {
-        pages,         ///< How many pages the file has.
-        range,         ///< Its numbers; digits of one width.
+        pages,         ///< The number of pages.
+        range,         ///< Its numbers, in digits of equal width.
         notStamped,    ///< It is password-protected.
         skipped,       ///< It cannot be read, or is empty.
-        coverOnly,     ///< There is nothing to be seen of a stamp, or no copy at all.
-        earlierNumber, ///< It bears a number already.
+        coverOnly,     ///< No page is stamped, or there is no copy.
+        earlierNumber, ///< It already has a number.
     };
     Kind kind = Kind::pages;
     QString text;
-    QString help; ///< More about it; may be empty.
+    QString help; ///< Details; may be empty.
 
     bool operator==(const RowLine &) const = default;
 };
 
-/// All that a row of the list says of a file.
+/// All texts of a row of the list.
 struct RowText {
     RowSymbol symbol = RowSymbol::none;
     QString name;
     QList<RowLine> lines;
     bool hasPasswordHelp = false; ///< Whether it has the button "How to Remove a Password".
 
-    /// The row as one sentence, for those who listen to it.
+    /// The row as one sentence, for screen readers.
     [[nodiscard]] QString spoken() const;
 };
 
-/// What is said of `file` of a plan with `settings` (normalised).
+/// The row of `file` in a plan with `settings`, which must be normalized.
 [[nodiscard]] RowText rowTextOf(const PlannedFile &file, const StampSettings &settings);
 
 } // namespace tallyfold

@@ -17,7 +17,7 @@ QString spokenStamp(const PlannedFile &file, const NormalizedSettings &settings,
     for (const Stamper::Line &line :
          Stamper::lines(file.pages[page], settings, static_cast<std::int64_t>(page),
                         static_cast<std::int64_t>(file.pages.size()))) {
-        //: A line of the stamp, and where on the page it stands.
+        //: A line of the stamp, and its position on the page.
         lines.append(words(QT_TRANSLATE_NOOP("Words", "%1 (%2)")).arg(line.text, titleOf(line.position)));
     }
     return lines.isEmpty()

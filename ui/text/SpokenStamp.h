@@ -8,8 +8,8 @@
 
 namespace tallyfold {
 
-/// What a page's stamp reads, for those who do not see it: its lines from the legend on, or that there is
-/// none. `page` is counted from 0; a page that is not planned has nothing to be told.
+/// The text of the stamp on a page, for screen readers: its lines from the legend on, or that there is none.
+/// `page` is 0-based; empty for a page that is not planned.
 [[nodiscard]] QString spokenStamp(const PlannedFile &file, const NormalizedSettings &settings,
                                   std::size_t page);
 

@@ -8,19 +8,19 @@
 
 namespace tallyfold {
 
-/// What pickers call the cases of the settings.
+/// The titles of the cases of the settings in pickers.
 [[nodiscard]] QString titleOf(StampPosition position);
 [[nodiscard]] QString titleOf(CoverOption cover);
 [[nodiscard]] QString titleOf(FileOrder order);
 [[nodiscard]] QString titleOf(OutputNaming naming);
 
-/// A font that the form offers: what is stored, and what is shown.
+/// A font in the form: its stored name and its title.
 struct FontChoice {
     const char *name; ///< PostScript name.
     const char *title;
 };
 
-/// The fonts of the form, in their order. Their titles are names and the same in every language.
+/// The fonts of the form, in order. Titles are proper names and not translated.
 inline constexpr std::array<FontChoice, 8> fontChoices{{{"Helvetica", "Helvetica"},
                                                         {"Helvetica-Bold", "Helvetica Bold"},
                                                         {"ArialMT", "Arial"},
@@ -30,7 +30,7 @@ inline constexpr std::array<FontChoice, 8> fontChoices{{{"Helvetica", "Helvetica
                                                         {"Courier", "Courier"},
                                                         {"Courier-Bold", "Courier Bold"}}};
 
-/// "18 pt (0.25 in)": points as a whole number, inches with two decimals as the user writes numbers.
+/// "18 pt (0.25 in)": points as an integer, inches with two decimals in the user's locale.
 [[nodiscard]] QString marginText(double points);
 /// "10 pt".
 [[nodiscard]] QString fontSizeText(double points);

@@ -7,12 +7,12 @@
 
 namespace tallyfold {
 
-/// What is said of a check for updates.
+/// The message about the result of a check for updates.
 struct UpdateMessage {
     QString title;
-    QString text;      ///< Plain text, partly from the feed: to be shown as such.
-    QUrl link;         ///< Empty when there is none.
-    QString linkTitle; ///< Of the button that opens it; empty when there is none.
+    QString text;      ///< Plain text, partly from the feed; must not be shown as markup.
+    QUrl link;         ///< Empty if there is none.
+    QString linkTitle; ///< Title of the button that opens it; empty if there is none.
 
     bool operator==(const UpdateMessage &) const = default;
 };

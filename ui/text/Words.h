@@ -5,7 +5,7 @@
 
 namespace tallyfold {
 
-/// The text for the key `text` in the user's words; the key is the English text.
+/// The translation of `text`, which is the English text, into the user's language.
 inline QString words(const char *text)
 {
     return QCoreApplication::translate("Words", text);

@@ -23,8 +23,8 @@ void drawBox(QPainter &painter, const QRectF &rectangle, const QColor &ground, c
 
 void drawChevron(QPainter &painter, const QRectF &place, Qt::ArrowType direction, const QColor &ink)
 {
-    constexpr double reach = 3.5; // To either side.
-    constexpr double tip = 1.7;   // Forward and back.
+    constexpr double reach = 3.5; // Half the width.
+    constexpr double tip = 1.7;   // Half the height.
     const double turn = direction == Qt::UpArrow      ? 180
                         : direction == Qt::LeftArrow  ? 90
                         : direction == Qt::RightArrow ? -90

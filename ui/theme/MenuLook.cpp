@@ -11,7 +11,7 @@ namespace {
 
 constexpr double radius = 5;
 
-/// A ground to the very corners, as a window of its own has them.
+/// Fills the whole rectangle, since a menu is a window of its own.
 void drawPanel(QPainter &painter, const QStyleOption &option, const QColor &ground)
 {
     painter.fillRect(option.rect, colorOf(Tone::edge, option.palette));

@@ -5,20 +5,20 @@
 
 namespace tallyfold {
 
-/// The ground of a menu, with its edge.
+/// The background of a menu, with its border.
 void drawMenuPanel(QPainter &painter, const QStyleOption &option);
 
-/// The ground of an entry of a menu that is pointed to; and the entry as it is to be drawn upon it, by a
-/// style that knows of no such ground.
+/// The background of a highlighted menu entry, and the option with which the base style draws the entry on
+/// it.
 [[nodiscard]] QStyleOptionMenuItem drawMenuGround(QPainter &painter, const QStyleOptionMenuItem &entry);
 
-/// The ground of a menu's title in the bar, where it is pointed to or open.
+/// The background of a menu title in the menu bar while it is highlighted or open.
 void drawMenuTitleGround(QPainter &painter, const QStyleOptionMenuItem &title);
 
-/// The ground of a help text, with its edge.
+/// The background of a tooltip, with its border.
 void drawHelpPanel(QPainter &painter, const QStyleOption &option);
 
-/// The frame of what the tabs of `option` stand over.
+/// The frame of the tab widget with `option`.
 void drawTabFrame(QPainter &painter, const QStyleOption &option);
 
 /// The shape of one tab.

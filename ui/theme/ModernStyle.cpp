@@ -31,7 +31,7 @@ bool has(const QStyleOption &option, QStyle::StateFlag flag)
     return option.state.testFlag(flag);
 }
 
-/// The ground of a button and of what works like one.
+/// The background of buttons and controls that act like buttons.
 void drawButton(QPainter &painter, const QStyleOption &option)
 {
     QColor ground = option.palette.color(QPalette::Button);
@@ -49,7 +49,7 @@ void drawButton(QPainter &painter, const QStyleOption &option)
     drawBox(painter, option.rect, ground, edge, radius);
 }
 
-/// The ground of a field that text is typed in.
+/// The background of text fields.
 void drawField(QPainter &painter, const QStyleOption &option)
 {
     const QPen edge = has(option, QStyle::State_HasFocus) ? QPen(colorOf(Tone::accent, option.palette), 2)
@@ -90,7 +90,7 @@ void drawCheckBox(QPainter &painter, const QStyleOption &option)
     painter.restore();
 }
 
-/// The option of a tool button that opens a menu when it is pressed; null for any other control.
+/// The option of a tool button with a popup menu; null for any other control.
 const QStyleOptionToolButton *menuButton(const QStyleOption *option)
 {
     const auto *button = qstyleoption_cast<const QStyleOptionToolButton *>(option);
@@ -151,7 +151,7 @@ void ModernStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
         drawCheckBox(*painter, *option);
         break;
     case PE_FrameDefaultButton:
-    case PE_FrameMenu: // Its panel has the edge.
+    case PE_FrameMenu: // The panel draws the border.
     case PE_FrameTabBarBase:
         break;
     case PE_PanelMenu:
@@ -308,7 +308,7 @@ QRect ModernStyle::subControlRect(ComplexControl control, const QStyleOptionComp
         }
     }
     if (control == CC_ScrollBar) {
-        // No arrows at the ends: the wheel and the keys do what they did.
+        // No arrow buttons; wheel and keys suffice.
         const auto *slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
         switch (part) {
         case SC_ScrollBarAddLine:
@@ -359,7 +359,7 @@ QSize ModernStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
         size.rwidth() += menuButton(option) ? menuArrowWidth : 0;
         break;
     case CT_SpinBox:
-        size.rwidth() += arrowWidth - 8; // Ours take more room than those that were counted on.
+        size.rwidth() += arrowWidth - 8; // The arrows are wider than those of the base style.
         size.setHeight(qMax(size.height(), 28));
         break;
     case CT_MenuItem:

@@ -4,8 +4,8 @@
 
 namespace tallyfold {
 
-/// Draws the controls of desktops that bring no style of their own: flat, with round corners, in the
-/// palette's colours. All that it does not draw is Fusion's.
+/// The style for desktops without a platform style: flat, with rounded corners, in the colours of the
+/// palette. Based on Fusion, which draws everything else.
 class ModernStyle final : public QProxyStyle {
     Q_OBJECT
 public:

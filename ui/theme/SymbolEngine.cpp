@@ -56,7 +56,7 @@ QPixmap SymbolEngine::scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::S
 
 QIconEngine *SymbolEngine::clone() const
 {
-    return std::make_unique<SymbolEngine>(*this).release(); // The caller takes it over.
+    return std::make_unique<SymbolEngine>(*this).release(); // The caller takes ownership.
 }
 
 bool SymbolEngine::isNull()

@@ -7,7 +7,7 @@
 
 namespace tallyfold {
 
-/// Draws a symbol anew for every size, scale and palette that it is wanted in.
+/// Renders a symbol for every requested size, device pixel ratio and palette.
 class SymbolEngine final : public QIconEngine {
 public:
     SymbolEngine(const QString &name, Tone tone);

@@ -9,7 +9,7 @@
 #include <array>
 #include <memory>
 
-/// A static library's resources are not there by themselves. The macro asks for the global namespace.
+/// Resources of a static library must be initialized. The macro requires the global namespace.
 static void initSymbols()
 {
     Q_INIT_RESOURCE(tallyfold_symbols);
@@ -19,7 +19,7 @@ namespace tallyfold {
 
 namespace {
 
-/// A symbol's name and its drawing in the bundled family.
+/// The name of a symbol and its file in the bundled icon family.
 struct Symbol {
     const char *name;
     const char *drawing;
@@ -85,7 +85,8 @@ QPixmap symbolPixmap(const QString &name, int size, const QColor &color, double 
     QPainter painter(&pixmap);
     const QRectF place(0, 0, size, size);
     drawing.render(&painter, place);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn); // The drawing's shape in our colour.
+    painter.setCompositionMode(
+        QPainter::CompositionMode_SourceIn); // The shape of the drawing in the given colour.
     painter.fillRect(place, color);
     return pixmap;
 }

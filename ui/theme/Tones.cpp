@@ -11,7 +11,7 @@ QColor mixed(const QColor &first, const QColor &second, double share)
             part(first.blue(), second.blue())};
 }
 
-/// The colours that a scheme is made of.
+/// The colours of a scheme.
 struct Scheme {
     QColor window;
     QColor base;

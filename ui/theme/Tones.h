@@ -5,33 +5,33 @@
 
 namespace tallyfold {
 
-/// What a colour says. Every colour of the windows that is not a role of the palette is one of these.
+/// The meaning of a colour. Every colour in the windows is one of these or a role of the palette.
 enum class Tone {
     text,
     secondary, ///< Explanations.
-    accent,    ///< What is chosen, and the one button that matters.
-    onAccent,  ///< Upon the accent.
-    warning,   ///< To be looked at.
-    blocking,  ///< In the way of a production.
+    accent,    ///< Selection, and the primary button.
+    onAccent,  ///< Text and symbols on the accent.
+    warning,   ///< Needs attention.
+    blocking,  ///< Prevents a production.
     success,
-    card,   ///< Ground of a group of controls.
-    border, ///< Of a card, and between rows.
-    edge,   ///< Of what is typed in or chosen: seen upon any ground.
+    card,   ///< Background of a group of controls.
+    border, ///< Of cards, and between rows.
+    edge,   ///< Of input fields and options; visible on any background.
 };
 
-/// How far colours are apart.
+/// The contrast between colours.
 enum class Contrast { normal, high };
 
-/// Whether `palette` is that of a dark scheme.
+/// Whether `palette` belongs to a dark scheme.
 [[nodiscard]] bool isDark(const QPalette &palette);
 
-/// The contrast of `palette`: high where its text is black on white or white on black.
+/// The contrast of `palette`: high if its text is black on white or white on black.
 [[nodiscard]] Contrast contrastOf(const QPalette &palette);
 
 /// The colour of `tone` for widgets of `palette`.
 [[nodiscard]] QColor colorOf(Tone tone, const QPalette &palette);
 
-/// The palettes of the light and the dark scheme, for desktops that give none of their own.
+/// The palettes of the light and the dark scheme, for desktops without a palette of their own.
 [[nodiscard]] QPalette lightPalette(Contrast contrast = Contrast::normal);
 [[nodiscard]] QPalette darkPalette(Contrast contrast = Contrast::normal);
 

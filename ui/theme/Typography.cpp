@@ -44,7 +44,7 @@ QFont fontOf(TextStyle style)
     QFont font = QGuiApplication::font();
     if (font.pointSizeF() > 0) {
         font.setPointSizeF(font.pointSizeF() * scale.size);
-    } else { // The system's font is given in pixels.
+    } else { // The system font has a pixel size.
         font.setPixelSize(qRound(font.pixelSize() * scale.size));
     }
     font.setWeight(scale.weight);
@@ -53,8 +53,8 @@ QFont fontOf(TextStyle style)
 
 QFont withTabularDigits(const QFont &font)
 {
-    // Qt 6.4 cannot ask a font for its tabular figures; most interface fonts have no others. A font that
-    // tells its digits apart by width gives way to the system's fixed one.
+    // Qt 6.4 cannot enable tabular figures, which most interface fonts use by default. A font with digits of
+    // different widths is replaced by the fixed-width system font.
     const QFontMetricsF metrics(font);
     const double width = metrics.horizontalAdvance(QLatin1Char('0'));
     for (char digit = '1'; digit <= '9'; ++digit) {

@@ -4,22 +4,22 @@
 
 namespace tallyfold {
 
-/// The sizes and weights of text, all taken from the system's font.
+/// Text styles: sizes and weights relative to the system font.
 enum class TextStyle {
     largeTitle, ///< Of a sheet.
-    title,      ///< Of a page of the help, or of an empty pane.
-    headline,   ///< A name, a section's title.
+    title,      ///< Of help pages and empty panes.
+    headline,   ///< Names and section titles.
     body,
-    callout, ///< What is said about a thing.
+    callout, ///< Descriptions of an item.
     calloutStrong,
     caption, ///< Explanations.
     captionStrong,
 };
 
-/// The font of `style`, from the application's font.
+/// The font for `style`, derived from the application font.
 [[nodiscard]] QFont fontOf(TextStyle style);
 
-/// `font` with digits of one width where it has them, so that numbers under one another line up.
+/// `font` with digits of equal width, if available, so that numbers in columns align.
 [[nodiscard]] QFont withTabularDigits(const QFont &font);
 
 } // namespace tallyfold

@@ -30,7 +30,7 @@ std::strong_ordering AppVersion::operator<=>(const AppVersion &other) const
     if (order == 0) {
         order = int{m_suffix.isEmpty()} - int{other.m_suffix.isEmpty()};
     }
-    if (order == 0) { // As people read them: "beta2" before "beta10", and "beta.2" is "Beta2".
+    if (order == 0) { // Natural order: "beta2" before "beta10", and "beta.2" equals "Beta2".
         QCollator collator{QLocale(QLocale::English)};
         collator.setNumericMode(true);
         collator.setIgnorePunctuation(true);

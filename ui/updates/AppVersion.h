@@ -9,19 +9,19 @@
 
 namespace tallyfold {
 
-/// A version such as "1.10.2" or "v2.0-beta2". Compared by what it means: missing parts are 0, and what has a
-/// suffix after a hyphen comes before the release.
+/// A version such as "1.10.2" or "v2.0-beta2". In comparisons, missing parts are 0, and a version with a
+/// suffix after a hyphen precedes the release.
 class AppVersion {
 public:
     /// Version 0.
     AppVersion() = default;
 
-    /// The version that `text` writes in at most 100 characters: numbers of 31 bits with dots between them,
-    /// perhaps a "v" before them, perhaps a hyphen with letters, digits, dots and hyphens after them. Nothing
-    /// when it is no such text.
+    /// The version in `text`, which has at most 100 characters: an optional "v", 31-bit numbers separated by
+    /// dots, and optionally a hyphen followed by letters, digits, dots and hyphens. Nothing for any other
+    /// text.
     [[nodiscard]] static std::optional<AppVersion> parse(QStringView text);
 
-    /// As it was written, without the "v" and space around it.
+    /// The original text without the "v" and surrounding spaces.
     [[nodiscard]] const QString &text() const
     {
         return m_text;
@@ -35,7 +35,7 @@ public:
 
 private:
     QString m_text = QStringLiteral("0");
-    QVersionNumber m_numbers; ///< The last one is not 0.
+    QVersionNumber m_numbers; ///< Without trailing zeros.
     QString m_suffix;         ///< Empty for a release.
 };
 

@@ -12,10 +12,11 @@ namespace tallyfold {
 
 namespace {
 
-/// The texts of an item by the names of their elements, and by "enclosure " with the names of its attributes.
+/// The texts of an item by element name, and by "enclosure " and attribute name.
 using Texts = std::map<QString, QString>;
 
-/// The name of an element or attribute, such as "link" or, whatever prefix the feed uses, "sparkle:version".
+/// The name of an element or attribute, such as "link" or "sparkle:version", regardless of the prefix in the
+/// feed.
 template <typename Named> QString nameOf(const Named &named)
 {
     const QStringView space = named.namespaceUri();
@@ -24,7 +25,7 @@ template <typename Named> QString nameOf(const Named &named)
     return prefix + named.name().toString();
 }
 
-/// Whether `bytes` are XML without a document type and not too deep for what recurses.
+/// Whether `bytes` are XML without a document type and not nested too deeply for recursion.
 bool isPlainXml(const QByteArray &bytes)
 {
     QXmlStreamReader xml(bytes);
@@ -39,7 +40,7 @@ bool isPlainXml(const QByteArray &bytes)
     return xml.atEnd() && !xml.hasError();
 }
 
-/// Goes on to the next element called `name` of the one that `xml` is in; false at the end of that.
+/// Advances to the next child element `name` of the current element of `xml`; false at its end.
 bool readNext(QXmlStreamReader &xml, QStringView name)
 {
     while (xml.readNextStartElement() && nameOf(xml) != name) {
@@ -48,7 +49,7 @@ bool readNext(QXmlStreamReader &xml, QStringView name)
     return xml.isStartElement();
 }
 
-/// Reads the item that `xml` stands at. The first text of a name counts.
+/// Reads the current item of `xml`. The first text with a name counts.
 Texts textsOfItem(QXmlStreamReader &xml)
 {
     Texts texts;

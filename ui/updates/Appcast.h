@@ -12,29 +12,29 @@
 
 namespace tallyfold {
 
-/// A release as an appcast announces it. What is not told is empty.
+/// A release in an appcast. Missing values are empty.
 struct AppcastItem {
-    /// What users call it, else what the feed compares, which is often the number of a build.
+    /// The version shown to users, else the version for comparisons, which often is a build number.
     std::optional<AppVersion> version;
-    QUrl link;     ///< Where to read of it or to get it: https, with a host, without a user name.
-    QString notes; ///< HTML, cut at `maxAppcastNotes`.
-    QString os;    ///< What it runs on, such as "linux".
+    QUrl link;     ///< Its web page or download: https, with a host, without user information.
+    QString notes; ///< HTML, truncated to `maxAppcastNotes`.
+    QString os;    ///< The operating system, such as "linux".
     bool operator==(const AppcastItem &) const = default;
 };
 
 inline constexpr std::size_t maxAppcastItems = 500;
-inline constexpr int maxAppcastDepth = 32;           ///< Of elements in one another.
-inline constexpr qsizetype maxAppcastNotes = 10'000; ///< UTF-16 units.
+inline constexpr int maxAppcastDepth = 32;           ///< Nesting depth of elements.
+inline constexpr qsizetype maxAppcastNotes = 10'000; ///< UTF-16 code units.
 
-/// The releases in the feed `bytes`, in its order: RSS 2.0 with what Sparkle adds to it. Where an item has no
-/// element for a text, the attribute of its first enclosure is taken. Releases of a channel that users have
-/// to ask for are left out. Nothing when `bytes` are no such feed, declare a document type, which could
-/// define entities, or have more elements or deeper ones than the limits above allow.
+/// The releases in the feed `bytes`, in order: RSS 2.0 with the extensions of Sparkle. A missing element is
+/// replaced by the attribute of the first enclosure. Releases in optional channels are omitted. Nothing if
+/// `bytes` are not such a feed, declare a document type, which could define entities, or exceed the limits
+/// above.
 [[nodiscard]] std::optional<std::vector<AppcastItem>> parseAppcast(const QByteArray &bytes);
 
-/// What the feed `bytes` means to a program of the version `current`: the newest release for this system
-/// counts, wherever it stands. A feed without releases for it is up to date; one whose releases for it all
-/// have versions that cannot be read is a bad feed, as is one that is no appcast.
+/// The outcome of the feed `bytes` for the version `current`. The newest release for this system counts,
+/// regardless of its position. A feed without such releases means up to date; a feed in which none of them
+/// has a valid version, or which is not an appcast, is a bad feed.
 [[nodiscard]] UpdateOutcome evaluateFeed(const QByteArray &bytes, const AppVersion &current);
 
 } // namespace tallyfold

@@ -24,7 +24,7 @@ bool mayAsk(const QUrl &url, Transport transport)
            (url.scheme() == QStringLiteral("https") || isPlainLocal);
 }
 
-/// One fetch. Its parent owns it until it has told what came of it; it owns its connections.
+/// A request in progress. Owned by its parent until it has reported its result; owns its connections.
 class Fetch final : public QObject {
 public:
     Fetch(FeedRequest request, std::function<void(const FeedAnswer &)> finished, QObject &parent)
@@ -44,9 +44,9 @@ private:
         QNetworkRequest request(url);
         request.setHeader(QNetworkRequest::UserAgentHeader,
                           QString(QStringLiteral("Tallyfold/") + m_request.version));
-        // What is not packed cannot grow when it is unpacked.
+        // Uncompressed, so that the answer cannot grow when it is decoded.
         request.setRawHeader(QByteArrayLiteral("Accept-Encoding"), QByteArrayLiteral("identity"));
-        // Qt 6.4 asks again over a connection that the server has closed after a redirect.
+        // After a redirect Qt 6.4 reuses a connection that the server has closed.
         request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
         request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
         QNetworkReply *const reply = m_network.get(request);
@@ -68,7 +68,7 @@ private:
             qCInfo(uiLog) << "asking for updates failed:" << reply.error() << "status" << status;
         }
         if (status == 0 || (status == ok && reply.error() != QNetworkReply::NoError)) {
-            fail(Reason::noConnection); // Never made, or broken off in the middle.
+            fail(Reason::noConnection); // Not established, or interrupted.
         } else if (status == 301 || status == 302 || status == 303 || status == 307 || status == 308) {
             follow(reply.url(), reply.attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl());
         } else if (status != ok) {
@@ -103,7 +103,7 @@ private:
     }
 
     FeedRequest m_request;
-    std::function<void(const FeedAnswer &)> m_finished; ///< Empty once it was called.
+    std::function<void(const FeedAnswer &)> m_finished; ///< Empty after the call.
     int m_redirects = 0;
     QNetworkAccessManager m_network;
 };

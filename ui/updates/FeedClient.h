@@ -13,35 +13,35 @@
 
 namespace tallyfold {
 
-/// How a feed may travel.
+/// The transports allowed for a feed.
 enum class Transport {
     httpsOnly,
-    alsoPlainLocal, ///< Also unencrypted from this very computer, which is for tests.
+    alsoPlainLocal, ///< Also unencrypted from the local host, for tests.
 };
 
-/// What a server may take of us before we leave.
+/// The limits of a request.
 struct FeedLimits {
-    std::chrono::milliseconds time{15'000}; ///< For everything, redirects included.
-    /// Of the feed. The XML reader compares each attribute of a tag with every other: of so many bytes in
-    /// less than a second.
+    std::chrono::milliseconds time{15'000}; ///< In total, including redirects.
+    /// Size of the feed. The XML reader compares each attribute of a tag with every other, which takes less
+    /// than a second for this size.
     qsizetype bytes = 131'072;
     int redirects = 3;
 };
 
-/// Where a feed is, and how it may be fetched.
+/// A feed and the conditions of fetching it.
 struct FeedRequest {
-    QUrl feed;       ///< Empty: nowhere.
-    QString version; ///< Of this program, which servers are told.
+    QUrl feed;       ///< Empty for none.
+    QString version; ///< Version of this program, sent in the User-Agent header.
     Transport transport = Transport::httpsOnly;
     FeedLimits limits;
 };
 
-/// The feed, or why there is none.
+/// The feed, or why it is not available.
 using FeedAnswer = std::variant<QByteArray, UpdateCheckFailed>;
 
-/// Fetches a feed without making the caller wait: `finished` is called once and never before this returns, or
-/// not at all when `parent` goes before. No cookies are sent, nothing is kept, and redirects are followed
-/// only to where the request may ask.
+/// Fetches a feed asynchronously: `finished` is called once, never before this returns, and not at all if
+/// `parent` is destroyed before. Sends no cookies, stores nothing, and follows redirects only to addresses
+/// that the request allows.
 void fetchFeed(const FeedRequest &request, QObject &parent, std::function<void(const FeedAnswer &)> finished);
 
 } // namespace tallyfold

@@ -13,7 +13,7 @@ QRegularExpression pattern(const QString &text)
                                         QRegularExpression::DotMatchesEverythingOption);
 }
 
-/// Whether `character` changes the direction of text, steers a terminal, or stands for a picture.
+/// Whether `character` is a bidirectional control, another control character, or an object replacement.
 bool isUnwanted(QChar character)
 {
     const char16_t code = character.unicode();
@@ -26,15 +26,15 @@ bool isUnwanted(QChar character)
 
 QString plainTextOfHtml(QString html)
 {
-    // Attributes and styles are what can load files, and what takes Qt's reader minutes: a cell may span
-    // 20,480 columns, and selectors are matched anew for each element. Heads and links hide text after them.
+    // Attributes and styles may load files, or keep Qt's HTML reader busy for minutes: a cell may span 20,480
+    // columns, and selectors are matched for each element. Heads and links would hide the text after them.
     static const QRegularExpression unseen = pattern(QStringLiteral(
         "<!--.*?(?:-->|\\z)|<style.*?(?:</style[^>]*>?|\\z)|<(?:[!?]|/?(?:head|link))[^>]*>?"));
     static const QRegularExpression noTag = pattern(QStringLiteral("<(?!/?[a-z])"));
     static const QRegularExpression tag = pattern(QStringLiteral("<(/?[a-z][a-z0-9]*)[^>]*>?"));
     static const QRegularExpression entry = pattern(QStringLiteral("<li>\\s*(?:<p>)?"));
 
-    html = QString::fromUtf8(html.toUtf8()); // No pattern matches in UTF-16 that is not valid.
+    html = QString::fromUtf8(html.toUtf8()); // Regular expressions do not match in invalid UTF-16.
     html.replace(unseen, QStringLiteral(" "));
     html.replace(noTag, QStringLiteral("&lt;"));
     if (!html.contains(tag)) {

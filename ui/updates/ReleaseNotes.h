@@ -4,10 +4,10 @@
 
 namespace tallyfold {
 
-/// What `html` says, without its markup: paragraphs, lines and list entries stay apart, scripts and styles
-/// are left out, and nothing is ever loaded. Text without any tag keeps its lines. The result is plain text
-/// and to be shown as such, even where it looks like markup. Cut what is not trusted first: elements within
-/// elements take time that grows with the square of their number.
+/// The text of `html` without markup: paragraphs, lines and list items remain separate, scripts and styles
+/// are omitted, and nothing is loaded. Text without tags keeps its lines. The result is plain text and must
+/// be shown as such, even if it looks like markup. Truncate untrusted input before: nested elements take
+/// quadratic time.
 [[nodiscard]] QString plainTextOfHtml(QString html);
 
 } // namespace tallyfold

@@ -7,35 +7,35 @@
 
 namespace tallyfold {
 
-/// There is nothing newer.
+/// There is no newer version.
 struct UpToDate {
     bool operator==(const UpToDate &) const = default;
 };
 
-/// There is something newer.
+/// There is a newer version.
 struct NewerVersion {
     QString version;
-    QString notes; ///< Plain text, to be shown as such; may be empty.
-    QUrl link;     ///< Where to get it: https, or empty.
+    QString notes; ///< Plain text, must not be shown as markup; may be empty.
+    QUrl link;     ///< Its address: https, or empty.
     bool operator==(const NewerVersion &) const = default;
 };
 
-/// It could not be found out.
+/// The check failed.
 struct UpdateCheckFailed {
     enum class Reason {
-        noFeed,          ///< There is no address to ask, or none that may be asked.
-        noConnection,    ///< No server answered there, or it broke off.
-        refusedRedirect, ///< The server sent us somewhere we do not go, or round and round.
-        tooLarge,        ///< The answer is longer than any feed.
-        tooSlow,         ///< The answer was not there in time.
-        badFeed,         ///< The answer cannot be read.
-        serverError,     ///< The server has no feed for us.
+        noFeed,          ///< There is no feed address, or it is not allowed.
+        noConnection,    ///< The server did not answer, or the connection broke.
+        refusedRedirect, ///< The redirect is not allowed, or there are too many.
+        tooLarge,        ///< The answer exceeds the size limit.
+        tooSlow,         ///< The answer did not arrive in time.
+        badFeed,         ///< The answer is not a valid feed.
+        serverError,     ///< The server returned an error status.
     };
     Reason reason = Reason::noFeed;
     bool operator==(const UpdateCheckFailed &) const = default;
 };
 
-/// What came of a check for updates.
+/// The result of a check for updates.
 using UpdateOutcome = std::variant<UpToDate, NewerVersion, UpdateCheckFailed>;
 
 } // namespace tallyfold

@@ -27,7 +27,7 @@ void Updater::checkForUpdates()
     if (std::exchange(m_isChecking, true)) {
         return;
     }
-    fetch(); // A quiet check that is under way becomes the user's.
+    fetch(); // An automatic check in progress becomes that of the user.
     Q_EMIT checkingChanged();
 }
 
@@ -37,7 +37,7 @@ void Updater::checkQuietlyIfDue()
     if (m_settings.feed.isEmpty() || m_isFetching || !isCheckDue(now)) {
         return;
     }
-    // Already now: a server in trouble is not asked more often for it.
+    // Before the request, so that errors do not lead to more frequent requests.
     m_memory.setValue(lastCheckKey, now.toUTC().toString(Qt::ISODate));
     fetch();
 }
@@ -46,7 +46,7 @@ bool Updater::isCheckDue(const QDateTime &now) const
 {
     constexpr qint64 day = 86'400; // Seconds.
     const QDateTime last = QDateTime::fromString(m_memory.value(lastCheckKey).toString(), Qt::ISODate);
-    // A clock that was wrong once does not put an end to checks.
+    // A date in the future, from a wrong clock, does not prevent checks.
     return !last.isValid() || last > now || last.secsTo(now) >= day;
 }
 

@@ -13,26 +13,25 @@
 
 namespace tallyfold {
 
-/// Where newer versions are told of, and what they have to be newer than.
+/// The feed address and the version of this program.
 struct FeedSettings {
-    QUrl feed; ///< Empty: nowhere.
+    QUrl feed; ///< Empty for none.
     AppVersion current;
 
-    /// Those this program was built with.
+    /// The settings of this build.
     [[nodiscard]] static FeedSettings ours();
 };
 
-/// How an updater goes about it. Tests bring their own.
+/// The environment of an updater, which tests replace.
 struct UpdaterOptions {
     Transport transport = Transport::httpsOnly;
     FeedLimits limits;
-    /// Where the time of the last quiet check is kept; in the user's settings file unless told otherwise.
+    /// The file that stores the time of the last automatic check; by default the user's settings file.
     std::optional<QString> settingsPath;
     std::function<QDateTime()> now = [] { return QDateTime::currentDateTimeUtc(); };
 };
 
-/// Finds out whether there is a newer version, and tells. It installs nothing. Lives on the main thread and
-/// never makes it wait.
+/// Checks for newer versions. Does not install them. Lives on the main thread and never blocks it.
 class Updater final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool checking READ isChecking NOTIFY checkingChanged)
@@ -40,30 +39,30 @@ public:
     explicit Updater(const FeedSettings &settings, const UpdaterOptions &options = {},
                      QObject *parent = nullptr);
 
-    /// Whether a check that the user started is under way.
+    /// Whether a check started by the user is in progress.
     [[nodiscard]] bool isChecking() const
     {
         return m_isChecking;
     }
-    /// Whether one that nobody asked for is.
+    /// Whether an automatic check is in progress.
     [[nodiscard]] bool isCheckingQuietly() const
     {
         return m_isFetching && !m_isChecking;
     }
 
-    /// Checks because the user wants to know: `finished` tells what came of it, whatever it is, and never
-    /// before this returns. Does nothing while such a check is under way.
+    /// Checks on request of the user: `finished` reports any result, never before this returns. No effect
+    /// while such a check is in progress.
     void checkForUpdates();
 
-    /// Checks by itself, at most once a day, and says something only when there is a newer version. Does
-    /// nothing without a feed, or while any check is under way.
+    /// Checks automatically, at most once a day, and reports only a newer version. No effect without a feed
+    /// or while any check is in progress.
     void checkQuietlyIfDue();
 
 Q_SIGNALS:
     void checkingChanged();
-    /// The user's check came to its end; it is not under way any more.
+    /// The check started by the user has ended.
     void finished(const tallyfold::UpdateOutcome &outcome);
-    /// A check that nobody asked for found something.
+    /// An automatic check found a newer version.
     void newerFound(const tallyfold::NewerVersion &version);
 
 private:
@@ -72,7 +71,7 @@ private:
     void take(const FeedAnswer &answer);
 
     FeedSettings m_settings;
-    UserSettings m_memory; ///< Of the last quiet check.
+    UserSettings m_memory; ///< Stores the time of the last automatic check.
     UpdaterOptions m_options;
     bool m_isChecking = false;
     bool m_isFetching = false;
