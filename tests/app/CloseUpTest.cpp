@@ -6,7 +6,7 @@ namespace tallyfold {
 
 namespace {
 
-/// A letter page at two pixels to the point, red at the top and blue at the bottom.
+/// A page of letter size at two pixels per point, red at the top and blue at the bottom.
 QImage letterPage()
 {
     QImage page(1224, 1584, QImage::Format_RGBA8888_Premultiplied);

@@ -5,7 +5,7 @@
 
 namespace tallyfold::tests {
 
-/// Where a run on its thread waits until the test lets it go on.
+/// Blocks a run on its thread until the test opens the gate.
 class Gate {
 public:
     void pass()

@@ -18,19 +18,19 @@
 
 namespace tallyfold::tests {
 
-/// How often each signal of a model was told since the last look.
+/// Counts the signals that a model emits.
 class SignalCounts {
 public:
     explicit SignalCounts(AppModel &model);
 
-    /// Signals told since the last call, by name; those not told are left out.
+    /// The number of emissions since the last call, by signal name; without signals that were not emitted.
     std::map<std::string, int> take();
 
 private:
     std::map<std::string, std::unique_ptr<QSignalSpy>> m_spies;
 };
 
-/// A model with a settings file, panels and an undo stack of its own.
+/// A model with its own settings file, panels and undo stack.
 class ModelFixture : public testing::Test {
 protected:
     ModelFixture();
@@ -38,25 +38,25 @@ protected:
     /// A new model on the same settings file.
     [[nodiscard]] std::unique_ptr<AppModel> anotherModel();
 
-    /// The path of a PDF of `pages` pages called `name` in the fixture's folder.
+    /// Creates a PDF `name` with `pages` pages in the folder of the fixture; returns its path.
     std::filesystem::path pdf(const std::string &name, int pages = 1);
 
-    /// Adds such PDFs to the list.
+    /// Creates such PDFs and adds them to the list.
     void addPdfs(const std::vector<std::string> &names, int pages = 1);
 
     /// The names in the list, joined by spaces.
     [[nodiscard]] std::string listed() const;
 
-    /// The identifier of the source called `name`.
+    /// The identifier of the source `name`.
     [[nodiscard]] QUuid idOf(const std::string &name) const;
 
-    /// Lets events happen until `condition` holds; false when it does not come to hold.
+    /// Processes events until `condition` holds; false on timeout.
     static bool waitUntil(const std::function<bool()> &condition);
 
     /// Runs a production to its end.
     void stampAndWait(bool confirmed = false);
 
-    /// Names of everything in the output folder, hidden files as well, in order.
+    /// The sorted names of all files in the output folder, including hidden ones.
     [[nodiscard]] std::vector<std::string> written() const;
 
     TemporaryFolder folder;

@@ -181,7 +181,7 @@ TEST_F(Presets, ALongNameIsComparedAsItIsKept)
 
 namespace {
 
-/// Settings of which no field is as it is in the defaults.
+/// Settings in which no field has its default.
 StampSettings allOthers()
 {
     StampSettings stamp;
@@ -275,11 +275,11 @@ TEST_F(Presets, OneThatChangesNothingIsNoStep)
 
 TEST_F(Presets, TheStepsOfOnesThatWereAppliedGoAtTheNextProduction)
 {
-    model->applyPresetUndoably(presetOf(allOthers())); // Below a step that stays.
+    model->applyPresetUndoably(presetOf(allOthers())); // Below a command that remains.
     addPdfs({"a.pdf"}, 3);
     model->applyPresetUndoably(AppModel::builtInPresets()[2]);
     model->applyPresetUndoably(AppModel::builtInPresets()[1]);
-    undo.undo(); // What could be redone is outdated as well.
+    undo.undo(); // The command to redo is obsolete as well.
     stampAndWait();
     ASSERT_EQ(model->summary()->nextNumber, 4);
     model->startNextProduction();

@@ -145,7 +145,7 @@ TEST_F(PreviewsOfModel, AResultThatIsOutdatedIsNotShown)
     QStringList shown;
     QObject::connect(model.get(), &AppModel::previewFileNameChanged, model.get(),
                      [&] { shown.append(model->previewFileName().value_or(QString())); });
-    // Whenever drawing may have begun, another file is asked for.
+    // Requests another file at any time after drawing may have begun.
     for (const char *name : {"b.pdf", "a.pdf", "b.pdf"}) {
         model->setSelection({idOf(name)});
         QElapsedTimer timer;
@@ -167,10 +167,10 @@ TEST_F(PreviewsOfModel, AModelThatGoesTakesItsRefreshWithIt)
 
 namespace {
 
-/// Drawings that take as long as a test wants, on whatever threads.
+/// Drawings whose duration the test controls, on any threads.
 class SlowDrawings {
 public:
-    /// Draws a page of nothing once `letEnd` was called for the file, or it was given up.
+    /// Draws an empty page after `letEnd` for the file or a stop request.
     PreviewImages draw(const QString &name, const std::stop_token &givenUp)
     {
         std::unique_lock lock(m_lock);
@@ -194,7 +194,7 @@ public:
         m_changed.notify_all();
     }
 
-    /// From now on only `letEnd` ends a drawing, as where a disk does not answer.
+    /// From now on drawings ignore stop requests, as if a disk did not respond.
     void beDeaf()
     {
         const std::lock_guard lock(m_lock);
@@ -228,7 +228,7 @@ private:
     bool m_isDeaf = false;
 };
 
-/// Previews of files that are only names.
+/// Previews of files that do not exist.
 class PreviewsOfSlowFiles : public testing::Test {
 protected:
     PreviewsOfSlowFiles()
@@ -248,19 +248,19 @@ protected:
         EXPECT_TRUE(tests::waitUntil([] { return !LooseTask::isAnyLeft(); }));
     }
 
-    /// Wants the file `name`; an empty one for none.
+    /// Requests the file `name`; empty for none.
     void want(const QString &name)
     {
         wanted = name;
         previews->refresh();
     }
-    /// The same, and waits until it is drawn.
+    /// As above, and waits until it is drawn.
     void wantAndSeeBegun(const QString &name)
     {
         want(name);
         EXPECT_TRUE(tests::waitUntil([&] { return drawings->begun().contains(name); }));
     }
-    /// Waits until nothing more is to be expected.
+    /// Waits until no refresh is pending.
     void settle()
     {
         EXPECT_TRUE(tests::waitUntil([this] { return !previews->isRefreshing(); }));

@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// What the list should be: names alone, with undo as whole lists.
+/// The expected list: only names, with whole lists as undo steps.
 struct Reference {
     std::vector<std::string> names;
     std::vector<std::vector<std::string>> undo;
@@ -50,13 +50,13 @@ constexpr int fileCount = 8;
 
 } // namespace
 
-/// Two hundred random sequences of what a user can do, against a list that is too simple to be wrong.
+/// Compares 200 random sequences of user actions with a trivially correct list.
 TEST_F(RandomList, AddRemoveMoveUndoAndRedoFollowTheReference)
 {
     std::vector<fs::path> files;
     for (int file = 0; file < fileCount; ++file) {
         files.push_back(folder / "sources" / (std::to_string(file) + ".pdf"));
-        tests::writeFile(files.back(), "no PDF"); // Read in no time; what is in it does not matter here.
+        tests::writeFile(files.back(), "no PDF"); // Read quickly; the contents do not matter here.
     }
     StampSettings stamp = model->settings().stamp;
     stamp.order = FileOrder::manual;

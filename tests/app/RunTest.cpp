@@ -24,10 +24,10 @@ namespace {
 
 using tests::Gate;
 
-/// A model whose writer calls what a test puts in the way.
+/// A model with a writer that the test controls.
 class Run : public tests::ModelFixture {
 protected:
-    /// Makes the model anew with `writer`.
+    /// Replaces the model by one with `writer`.
     void writeWith(AppModel::Writer writer)
     {
         counts.reset();
@@ -38,7 +38,7 @@ protected:
         counts = std::make_unique<tests::SignalCounts>(*model);
     }
 
-    /// The writer that calls `atPage` after every page, on the thread of the run.
+    /// A writer that calls `atPage` after every page, on the thread of the run.
     static AppModel::Writer writerWith(std::function<void(std::int64_t)> atPage)
     {
         return
@@ -51,7 +51,7 @@ protected:
             };
     }
 
-    /// The writer before whom the sources called `names` went away.
+    /// A writer that deletes the sources `names` first.
     AppModel::Writer writerAfterRemoving(const Names &names)
     {
         return [this, names](const ProductionPlan &plan, const fs::path &into,
@@ -107,7 +107,7 @@ TEST_F(Run, AProductionIsWrittenAndSummedUp)
     EXPECT_FALSE(model->problem());
     Counts told = counts->take();
     for (const char *preview : {"previews", "closeUp", "previewFileName"}) {
-        told.erase(preview); // In their own time.
+        told.erase(preview); // Emitted at any time.
     }
     EXPECT_EQ(told, (Counts{{"outputFolder", 1}, {"running", 2}, {"summary", 1}, {"sheet", 1}}));
 }
@@ -329,7 +329,9 @@ TEST_F(Run, CanBeStoppedAfterEveryPage)
         }));
         model->add(std::vector{pdf("a.pdf", 2), pdf("b.pdf", 2), pdf("c.pdf", 3)});
         stampAndWait();
-        const std::int64_t finished = last <= 2 ? 0 : last <= 4 ? 1 : 2; // The one in progress never is.
+        const std::int64_t finished = last <= 2   ? 0
+                                      : last <= 4 ? 1
+                                                  : 2; // The file in progress is never finished.
         ASSERT_TRUE(model->summary()) << last;
         EXPECT_TRUE(model->summary()->cancelled) << last;
         EXPECT_EQ(model->summary()->files, finished) << last;
@@ -432,7 +434,7 @@ TEST_F(Run, IsStoppedByAModelThatGoesAndByQuitting)
         bool isStopped = false;
         writeWith([&isStopped](const ProductionPlan &, const fs::path &, const ProductionOptions &,
                                const Production::OnPage &onPage) -> ProductionResult {
-            constexpr int most = 2000; // So that it ends, too, where nothing stops it.
+            constexpr int most = 2000; // Limits the test if nothing stops the run.
             for (int page = 1; page <= most && !isStopped; ++page) {
                 isStopped = !onPage(page);
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));

@@ -23,7 +23,7 @@ namespace {
 constexpr std::array<const char *, 5> keys{"onboardingDone", "stamp", "writeIndex", "writePrivilegeLog",
                                            "presets"};
 
-/// Settings of which nothing is at its default, in the stamp, in the five keys and in the presets.
+/// Settings in which nothing has its default: neither the stamp nor the five keys nor the presets.
 AppSettings nothingAtItsDefault()
 {
     AppSettings settings;
@@ -45,7 +45,7 @@ QJsonObject recordOf(const AppSettings &settings)
 
 class SettingsRoundTrip : public tests::ModelFixture {
 protected:
-    /// What another program reads that starts on what is on the disk now: no cache of this one's helps it.
+    /// The settings that another process would read from the disk, without caches of this one.
     AppSettings onDisk()
     {
         const fs::path copy = folder / ("copy" + std::to_string(m_copies++) + ".ini");
@@ -53,7 +53,7 @@ protected:
         return AppModel(std::make_unique<SettingsStore>(QString::fromStdString(copy)), panels).settings();
     }
 
-    /// What is read of a settings file that holds `record`.
+    /// The settings read from a file that contains `record`.
     AppSettings read(const QJsonObject &record)
     {
         const QString path =
@@ -87,7 +87,7 @@ TEST_F(SettingsRoundTrip, EachFieldIsStoredWhenItAloneChanges)
         field.change(settings.stamp);
         model->setStamp(settings.stamp);
         EXPECT_EQ(counts->take(), (std::map<std::string, int>{{"settings", 1}})) << field.key;
-        model.reset(); // Its end brings to the disk what it stored.
+        model.reset(); // The destructor writes pending changes.
         EXPECT_EQ(onDisk(), settings) << field.key;
         model = anotherModel();
         counts = std::make_unique<tests::SignalCounts>(*model);
@@ -124,7 +124,7 @@ TEST_F(SettingsRoundTrip, AKeyThatIsMissingOrNullIsAtItsDefaultAndAllOthersComeB
         ASSERT_TRUE(record.contains(QLatin1StringView(key))) << key;
         for (const QJsonValue &nothing : {QJsonValue(QJsonValue::Undefined), QJsonValue(QJsonValue::Null)}) {
             const AppSettings settings = read(withKey(record, key, nothing));
-            // As they are written, all other keys are there and this one is as in the defaults.
+            // When written again, all other keys are present and this one has its default.
             EXPECT_EQ(recordOf(settings),
                       withKey(record, key, recordOf(defaults).value(QLatin1StringView(key))))
                 << key;

@@ -96,7 +96,7 @@ TEST_F(Settings, ATruncatedFileGivesTheDefaults)
 
 TEST_F(Settings, AFileThatCannotBeWrittenStopsNothing)
 {
-    // A folder in its place refuses both reading and writing, whoever asks.
+    // A folder in its place prevents reading and writing, even for root.
     std::filesystem::create_directory(folder / "settings.ini");
     const std::unique_ptr<AppModel> other = anotherModel();
     AppSettings settings = other->settings();
@@ -118,7 +118,7 @@ TEST_F(Settings, AFullDiskKeepsTheSettingsAsTheyWere)
     };
     const std::string kept = change(QStringLiteral("KEPT"));
     EXPECT_NE(kept.find("KEPT"), std::string::npos);
-    // No file may become longer than this: what a full disk looks like to whoever writes.
+    // A limit of the file size has the effect of a full disk.
     rlimit before{};
     ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
     const rlimit full{16, before.rlim_max};

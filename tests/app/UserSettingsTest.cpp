@@ -10,7 +10,7 @@ namespace {
 
 const QString key = QStringLiteral("someKey");
 
-/// Takes the places of the user's and of the system's settings for the folder's own, as long as it lives.
+/// Redirects the settings of user and system to the temporary folder.
 class UserSettingsPlace : public testing::Test {
 protected:
     UserSettingsPlace()
@@ -20,7 +20,7 @@ protected:
     }
     ~UserSettingsPlace() override
     {
-        // There is no taking back; but no other test uses them.
+        // The paths cannot be reset, but no other test uses them.
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/nowhere"));
         QSettings::setPath(QSettings::NativeFormat, QSettings::SystemScope, QStringLiteral("/nowhere"));
     }

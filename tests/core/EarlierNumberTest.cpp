@@ -53,8 +53,8 @@ TEST(EarlierNumber, OneSeparatorMayStandInANumber)
 
 TEST(EarlierNumber, ACharacterIsNotDivided)
 {
-    // The sign of a number in Arabic and what follows are one character, though a word begins between them;
-    // so are a digit and a Thai vowel after it.
+    // An Arabic number sign and the digit after it form one grapheme cluster despite the word boundary
+    // between them; so do a digit and a Thai vowel after it.
     const QString before = QStringLiteral("\u0600ABC000123");
     const QString after = QStringLiteral("ABC000123\u0E33");
     EXPECT_EQ(earlierNumberIn(before), std::nullopt);
@@ -66,7 +66,7 @@ TEST(EarlierNumber, ACharacterIsNotDivided)
 
 TEST(EarlierNumber, WordsEndWhereUnicodeEndsThem)
 {
-    // A full stop or a comma between digits ends no word, nor does an apostrophe between letters.
+    // There is no word boundary at a full stop or comma between digits, or an apostrophe between letters.
     for (const char *text : {"ABC000123.5", "ABC000123,4", "X'ABC000123", "1_ABC000123", "ABC000123_"}) {
         EXPECT_EQ(earlierNumberIn(QString::fromLatin1(text)), std::nullopt) << text;
     }

@@ -11,11 +11,11 @@ namespace {
 
 template <typename Value> using Member = Value StampSettings::*;
 
-/// What a stored text is read as.
+/// Stored texts and the values they are read as.
 template <typename Value> using Readings = std::vector<std::pair<QByteArray, Value>>;
 
-/// The field `member` with `changed` in place of its default. A key that is missing, null, or anything of
-/// `wrong` gives the default, and what is stored in `odd` the values there.
+/// The field `member`, with the valid value `changed` other than its default. A missing key, null and the
+/// values in `wrong` are read as the default; the stored texts in `odd` as the values given there.
 template <typename Value>
 SettingsField field(const char *key, Member<Value> member, Value changed,
                     const std::vector<QByteArray> &wrong, const Readings<Value> &odd = {})

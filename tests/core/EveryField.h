@@ -12,33 +12,33 @@
 
 namespace tallyfold::tests {
 
-/// One of the fields of the stamp settings, for tests that must forget none.
+/// A field of the stamp settings, for tests that cover all fields.
 struct SettingsField {
-    /// Something stored under the key of the field, and what is read where it stands.
+    /// A stored value of the field and its effect when read.
     struct Reading {
         QJsonValue stored; ///< Undefined where there is no such key.
         std::function<void(StampSettings &)> apply;
     };
 
     std::string key; ///< In a stored record.
-    /// Gives the field of the settings a valid value that is not its default.
+    /// Sets the field to a valid value other than its default.
     std::function<void(StampSettings &)> change;
-    /// Gives the field its default.
+    /// Sets the field to its default.
     std::function<void(StampSettings &)> reset;
-    /// The key missing, null, of other types, and with values that make no sense.
+    /// Missing key, null, wrong types and invalid values.
     std::vector<Reading> readings;
 };
 
-/// All fields, in their order.
+/// All fields, in order.
 [[nodiscard]] const std::vector<SettingsField> &everyField();
 
-/// Settings that `change` made of every field: none has its default.
+/// Settings with every field changed, so that none has its default.
 [[nodiscard]] StampSettings settingsWithoutDefaults();
 
-/// The value that the JSON text `json` is.
+/// The value of the JSON text `json`.
 [[nodiscard]] QJsonValue jsonValue(const QByteArray &json);
 
-/// `record`, a JSON object, with `value` under `key`, or without it where `value` is undefined.
+/// The JSON object `record` with `value` under `key`, or without the key if `value` is undefined.
 [[nodiscard]] QJsonObject withKey(QJsonObject record, const std::string &key, const QJsonValue &value);
 
 } // namespace tallyfold::tests

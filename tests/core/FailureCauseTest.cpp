@@ -39,10 +39,10 @@ int nothingFails(const FileCall &)
     return 0;
 }
 
-/// One source of two pages, and why it gets no copy.
+/// A source of two pages, and the cause of its failed copy.
 class Source {
 public:
-    /// The pages say `text`.
+    /// With the text `text` on its pages.
     explicit Source(const std::string &text = "Original")
     {
         tests::writeSample(path(), 2, text);
@@ -63,8 +63,7 @@ public:
         return {{m_file}, {}};
     }
 
-    /// The cause of the copy's failure, when the file calls of the run fail by `rule` and `onPage` is done
-    /// after each page.
+    /// The cause of failure if file calls fail by `rule` and `onPage` is called after each page.
     [[nodiscard]] StampError::Cause causeOfFailure(const std::function<int(const FileCall &)> &rule,
                                                    const std::function<void()> &onPage = {}) const
     {
@@ -157,7 +156,7 @@ TEST(FailureCause, ASourceWrittenToWhileItIsReadHasChanged)
 
 TEST(FailureCause, ASourceThatCannotBeReadOnGivesNoCopyAndTheSystemsReason)
 {
-    const Source source(std::string(3'000'000, 'x')); // More than what has been read of it is kept.
+    const Source source(std::string(3'000'000, 'x')); // More than the parser keeps in memory.
     const ProductionPlan plan = source.plan();
     const auto document = Stamper::open(plan.files.front().source);
     const files::Descriptor unreadable(::open(source.path().c_str(), O_WRONLY | O_CLOEXEC));

@@ -12,7 +12,7 @@ namespace {
 /// A change of one field.
 template <typename Value> using Change = std::function<void(Value &)>;
 
-/// Holds that equal values hash alike, and that each change alone gives another value and another hash.
+/// Expects equal values to have equal hashes, and each single change to give another value and another hash.
 template <typename Value> void expectEachCounts(const Value &value, const std::vector<Change<Value>> &changes)
 {
     const Value copy = value;

@@ -18,7 +18,7 @@ using tests::reference;
 
 namespace {
 
-/// `number` in so many bytes, the highest first.
+/// `number` in big-endian order, in the given number of bytes.
 std::string bigEndian(std::size_t number, int bytes)
 {
     std::string text;
@@ -28,7 +28,7 @@ std::string bigEndian(std::size_t number, int bytes)
     return text;
 }
 
-/// A file that begins with `objects` and ends with the stream of cross-references `rows`.
+/// A file that begins with `objects` and ends with a cross-reference stream with the data `rows`.
 std::string withCrossReferences(const std::string &objects, std::string_view entries, std::string_view rows)
 {
     std::string file = objects;
@@ -44,7 +44,7 @@ std::string packed(std::size_t size)
     return std::string(deflater.compress(std::string(size, '\0')));
 }
 
-/// The most memory this process had since this was made.
+/// Measures the peak memory of this process since construction.
 class PeakOfMemory {
 public:
     PeakOfMemory()
@@ -53,11 +53,11 @@ public:
         m_before = megabytesOf("VmRSS:");
     }
 
-    /// How much more that was than at the beginning.
+    /// The increase since construction.
     [[nodiscard]] long megabytes() const
     {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-        return 0; // The sanitizers need much more than they are asked for.
+        return 0; // Sanitizers need much more memory.
 #else
         return megabytesOf("VmHWM:") - m_before;
 #endif
@@ -80,7 +80,7 @@ private:
     long m_before = 0;
 };
 
-/// A document with one page, and then so many times `line`.
+/// A document with one page, followed by repetitions of `line`.
 std::string followedBy(std::string_view line, int times)
 {
     PdfBuilder builder;
@@ -108,7 +108,7 @@ TEST(HostileBombs, AnObjectStreamThatExpandsWithoutEndIsRefused)
                              std::string(14, '\0') + '\1' + bigEndian(place, 4) + bigEndian(0, 2);
     const std::string file = withCrossReferences(objects, "/Size 5/W[1 4 2]", rows);
     const PeakOfMemory peak;
-    // Under a sanitizer the limit is higher, and may let one through that has no pages.
+    // Under a sanitizer the limit is higher, so that a document without pages may be opened.
     const std::optional<SourceProblem> problem = outcomeOf(file).problem;
     EXPECT_TRUE(problem == SourceProblem::unreadable ||
                 (isUnderSanitizer && problem == SourceProblem::empty));
@@ -117,7 +117,7 @@ TEST(HostileBombs, AnObjectStreamThatExpandsWithoutEndIsRefused)
 
 TEST(HostileBombs, CrossReferencesThatExpandWithoutEndAreRefused)
 {
-    constexpr std::size_t rows = 20'000'000; // Each wants many times its three bytes.
+    constexpr std::size_t rows = 20'000'000; // Each takes many times its three bytes.
     const std::string file =
         withCrossReferences("%PDF-1.7\n1 0 obj\n<</Type/Catalog>>\nendobj\n",
                             "/Size 20000000/W[1 1 1]/Filter/FlateDecode", packed(3 * rows));

@@ -11,7 +11,7 @@
 
 #include <string>
 
-// What the streams of a file hold, say of themselves, and lead to.
+// Streams with hostile data, dictionaries and references.
 
 namespace tallyfold {
 
@@ -25,7 +25,7 @@ namespace {
 
 const std::string letter = "/MediaBox[0 0 612 792]";
 
-/// Codes of `width` bits, the highest bit first.
+/// Codes of `width` bits, most significant bit first.
 class Codes {
 public:
     void add(unsigned code, int width)
@@ -54,7 +54,7 @@ private:
     int m_bits = 0;
 };
 
-/// LZW data of spaces, as dense as it can be: each code stands for one space more than the one before.
+/// LZW data of spaces at maximum compression: each code stands for one space more than the one before.
 std::string packedByLzw(int tables)
 {
     constexpr unsigned clear = 256;
@@ -87,7 +87,8 @@ std::string deflated(std::size_t size)
     return std::string(deflater.compress(std::string(size, ' ')));
 }
 
-/// What comes of a page whose content is several streams, which so have to be unpacked, with these entries.
+/// The outcome for a page whose content consists of several streams with these entries, which forces
+/// decoding.
 tests::StampOutcome outcomeOfContents(const std::string &entries, const std::string &data)
 {
     PdfBuilder builder;
@@ -96,7 +97,7 @@ tests::StampOutcome outcomeOfContents(const std::string &entries, const std::str
     return outcomeOf(builder.file());
 }
 
-/// Whether no copy is made of such a page. Nobody looks at its text first, which would take long.
+/// Whether no copy is made of such a page. Skips the search for an earlier number, which would take long.
 bool isTooMuch(const std::string &entries, const std::string &data)
 {
     PdfBuilder builder;
@@ -115,7 +116,7 @@ bool isTooMuch(const std::string &entries, const std::string &data)
     return false;
 }
 
-/// The copy of a file of these bytes with nothing packed, as text.
+/// The copy of a file with these bytes, uncompressed, as text.
 std::string copyOf(const std::string &bytes)
 {
     const TemporaryFolder folder;
@@ -129,7 +130,7 @@ std::string copyOf(const std::string &bytes)
 
 TEST(HostileData, NoFilterExpandsWithoutEnd)
 {
-    // Each is little data, and more than a page may have.
+    // Each is small but decodes to more than a page may have.
     EXPECT_TRUE(isTooMuch("/Filter/LZWDecode", packedByLzw(40)));
     EXPECT_TRUE(isTooMuch("/Filter/RunLengthDecode", packedByRuns(3'000'000)));
     pdf::Deflater deflater;

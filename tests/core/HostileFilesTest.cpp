@@ -21,7 +21,7 @@ using tests::writeHostile;
 
 namespace {
 
-/// A page of letter size with a line of text, in the catalog's tree.
+/// A page of letter size with a line of text, in the page tree of the catalog.
 std::string ordinaryFile()
 {
     PdfBuilder builder;
@@ -62,7 +62,7 @@ TEST(HostileFiles, DamagedBytesAreRepairedOrRefused)
         for (int damage = 0; damage < 5; ++damage) {
             bytes[random() % bytes.size()] = static_cast<char>(random() & 0xffU);
         }
-        (void)outcomeOf(bytes); // Whatever comes of it is clear.
+        (void)outcomeOf(bytes); // Any definite outcome is fine.
     }
 }
 
@@ -74,7 +74,7 @@ TEST(HostileFiles, ATreeThatLoopsEnds)
     builder.set(tree, "<</Type/Pages/Count 3/Kids[" + reference(page) + ' ' + reference(tree) + ' ' +
                           reference(page) + "]/Parent " + reference(tree) + ">>");
     builder.addToCatalog("/Pages " + reference(tree));
-    EXPECT_EQ(outcomeOf(builder.file()).pages, 2); // The page that is listed twice, without what loops.
+    EXPECT_EQ(outcomeOf(builder.file()).pages, 2); // The page that is listed twice, without the cycle.
 }
 
 TEST(HostileFiles, ATreeAsDeepAsTheFileIsLongIsWalked)
@@ -98,7 +98,7 @@ TEST(HostileFiles, WhatATreeSaysOfItsSizeIsNotBelieved)
         const std::size_t place = file.find("/Count 1");
         ASSERT_NE(place, std::string::npos);
         file.replace(place, 8, std::string("/Count ") + count);
-        EXPECT_EQ(outcomeOf(file).pages, 1) << count; // The offsets behind it are wrong now, and repaired.
+        EXPECT_EQ(outcomeOf(file).pages, 1) << count; // The offsets after it are wrong and get repaired.
     }
 }
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-// Objects that refer to themselves, are there more than once, or lie where no number can say it.
+// Objects that refer to themselves, exist more than once, or have offsets that are out of range.
 
 namespace tallyfold {
 
@@ -23,8 +23,8 @@ namespace {
 
 const std::string letter = "/MediaBox[0 0 612 792]";
 
-/// A file of these objects, each with its number, generation and syntax, in their order. Its table of places
-/// knows the last of each number, with the generation `generation`.
+/// A file of these objects, each with number, generation and syntax, in order. Its cross-reference table has
+/// the last object with each number, with the generation `generation`.
 std::string fileOf(const std::vector<std::pair<std::string, std::string>> &objects,
                    const std::string &generation = "00000")
 {
@@ -44,7 +44,7 @@ std::string fileOf(const std::vector<std::pair<std::string, std::string>> &objec
     return file + "trailer\n<</Size 10/Root 1 0 R>>\nstartxref\n" + start + "\n%%EOF\n";
 }
 
-/// `number` in eight bytes, the highest first.
+/// `number` in eight bytes, in big-endian order.
 std::string eightBytes(std::uint64_t number)
 {
     std::string bytes;
@@ -66,7 +66,7 @@ TEST(HostileObjects, OfObjectsWithOneNumberTheTablesCounts)
                                 {"2 0", tree}}))
                   .pages,
               1);
-    // Other generations than the table's, and references to those that are not there.
+    // Generations other than those in the table, and references to generations that do not exist.
     for (const char *generation : {"00000", "00001", "65535", "99999"}) {
         for (const char *own : {"0", "1", "65535", "99999"}) {
             const tests::StampOutcome outcome =
@@ -80,9 +80,9 @@ TEST(HostileObjects, OfObjectsWithOneNumberTheTablesCounts)
     }
 }
 
-TEST(HostileObjects, WhatOnlyTheSecondTableOfAFileOfTwoKindsKnowsIsFound)
+TEST(HostileObjects, ObjectsOnlyInTheStreamOfAHybridReferenceFileAreFound)
 {
-    // In the table the page is not there; the stream beside it has it.
+    // The page is missing in the table but present in the hybrid cross-reference stream.
     std::string file = "%PDF-1.5\n1 0 obj\n<</Type/Catalog/Pages 2 0 R>>\nendobj\n";
     const std::string tree = std::to_string(file.size());
     file += "2 0 obj\n<</Type/Pages/Kids[3 0 R]/Count 1>>\nendobj\n";
@@ -195,7 +195,7 @@ TEST(HostileObjects, OffsetsOfElevenDigitsAreFollowed)
     const TemporaryFolder folder;
     std::ofstream file(folder / "a.pdf", std::ios::binary);
     file << "%PDF-1.7\n1 0 obj\n<</Type/Catalog/Pages 2 0 R>>\nendobj\n";
-    file.seekp(static_cast<std::streamoff>(12'000'000'000)); // A hole, which takes no room.
+    file.seekp(static_cast<std::streamoff>(12'000'000'000)); // A hole, which takes no disk space.
     std::string rows = '\0' + eightBytes(0) + '\1' + eightBytes(9);
     const auto add = [&](const std::string &object) {
         rows += '\1' + eightBytes(static_cast<std::uint64_t>(file.tellp()));

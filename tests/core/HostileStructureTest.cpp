@@ -27,7 +27,7 @@ std::string ordinaryFile()
     return builder.file();
 }
 
-/// A document of one page whose tree is `tree`, in which "PAGE" stands for that page.
+/// A document of one page with the page tree `tree`, in which "PAGE" is replaced by that page.
 std::string withTree(std::string tree)
 {
     PdfBuilder builder;
@@ -39,7 +39,7 @@ std::string withTree(std::string tree)
     return builder.file();
 }
 
-/// What comes of a page with these entries.
+/// The outcome for a page with these entries.
 tests::StampOutcome outcomeOfPage(const std::string &entries)
 {
     PdfBuilder builder;
@@ -69,7 +69,7 @@ TEST(HostileStructure, OffsetsBeyondTwoAndFourGigabytesAreFollowed)
         const TemporaryFolder folder;
         std::ofstream file(folder / "a.pdf", std::ios::binary);
         file << "%PDF-1.7\n1 0 obj\n<</Type/Catalog/Pages 2 0 R>>\nendobj\n";
-        file.seekp(static_cast<std::streamoff>(gigabytes << 30U)); // A hole, which takes no room.
+        file.seekp(static_cast<std::streamoff>(gigabytes << 30U)); // A hole, which takes no disk space.
         std::string table = "xref\n0 4\n0000000000 65535 f \n0000000009 00000 n \n";
         const auto add = [&](const std::string &object) {
             const std::string place = std::to_string(file.tellp());
@@ -100,7 +100,7 @@ TEST(HostileStructure, CrossReferencesThatLoopOrLieAreRepaired)
     EXPECT_EQ(outcomeOf(with("/Root", "/XRefStm " + place + "/Root")).pages, 1);
     EXPECT_EQ(outcomeOf(with("xref\n0 ", "xref\n0 999999999")).pages, 1);
     EXPECT_EQ(outcomeOf(with("startxref\n", "startxref\n999999999")).pages, 1);
-    // The parser takes what is no number on this machine for no damage that it can repair.
+    // The parser does not repair numbers that are out of range on this platform.
     EXPECT_TRUE(outcomeOf(with("startxref\n", "startxref\n99999999999999999999")).isRefused());
     EXPECT_EQ(outcomeOf(with("/Size ", "/Size -")).pages, 1);
 }

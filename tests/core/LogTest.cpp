@@ -11,7 +11,7 @@ namespace tallyfold {
 
 namespace {
 
-/// A production of one file, which is no PDF any more when its turn comes.
+/// Runs a production of one file that is overwritten before it is stamped.
 void runWithBrokenSource()
 {
     const tests::TemporaryFolder folder;

@@ -20,7 +20,7 @@ using tests::TemporaryFolder;
 
 namespace {
 
-/// As many files may be open at a time, while this lives.
+/// Limits the number of open files during its lifetime.
 class OpenFilesLimit {
 public:
     explicit OpenFilesLimit(rlim_t count)
@@ -40,7 +40,7 @@ private:
     rlimit m_before{};
 };
 
-/// Nothing is brought to the disk: the order of that has tests of its own, and ten thousand waits are long.
+/// Omits flushing, which takes long for ten thousand files and is tested elsewhere.
 class WithoutWaiting final : public files::FileCalls {
 public:
     int syncData(int) override
@@ -75,7 +75,7 @@ TEST(ManySources, TenThousandAreProducedWithFewOpenFiles)
     tests::writeSample(folder / "original.pdf", 1);
     fs::create_directory(folder / "out");
     fs::path inner = folder / "in";
-    // Deeper than so many files may be open.
+    // Deeper than the limit of open files.
     for (int level = 0; level < levels; ++level) {
         fs::create_directory(inner);
         for (int file = 1; file <= filesInAFolder; ++file) {

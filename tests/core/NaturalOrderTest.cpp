@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::array<const char *, 4> localeVariables{"LC_ALL", "LC_COLLATE", "LC_MESSAGES", "LANG"};
 
-/// An environment without a locale, until it goes.
+/// An environment without a locale during its lifetime.
 class NoLocale {
 public:
     NoLocale()
@@ -42,7 +42,7 @@ private:
     std::map<std::string, std::string> m_before;
 };
 
-/// Whether names are ordered as in Swedish, where "ä" is the last letter but one, under these values of
+/// Whether names are ordered as in Swedish, where "ä" is the second to last letter, with these values of
 /// LC_ALL, LC_COLLATE, LC_MESSAGES and LANG.
 bool isSwedish(const std::array<const char *, 4> &values)
 {
@@ -75,7 +75,7 @@ TEST(NaturalOrder, TheLocaleIsThatOfCollation)
     EXPECT_FALSE(isSwedish({unset, unset, swedish, german}));
 }
 
-TEST(NaturalOrder, TheLanguageOfMenusDoesNotCountAndNeitherDoesAnEmptySetting)
+TEST(NaturalOrder, IgnoresTheLanguageOfMessagesAndEmptyVariables)
 {
     EXPECT_FALSE(isSwedish({unset, unset, swedish, unset}));
     EXPECT_TRUE(isSwedish({"", swedish, german, german}));
@@ -106,8 +106,7 @@ TEST(NaturalOrder, TheScriptOfALocaleCounts)
 {
     const NoLocale none;
     const QString c = QStringLiteral("cz");
-    const QString caron =
-        QStringLiteral("\u010Da"); // A letter of its own in Serbian written in Latin letters.
+    const QString caron = QStringLiteral("\u010Da"); // A separate letter in Serbian in Latin script.
     ::setenv("LC_ALL", "sr_RS.UTF-8@latin", 1);
     EXPECT_LT(NaturalOrder().compare(c, caron), 0);
     ::setenv("LC_ALL", "en_US.UTF-8", 1);

@@ -16,7 +16,7 @@ using tests::TemporaryFolder;
 
 namespace {
 
-/// The name of a source, what it is shown as, and the name of its copy.
+/// The name of a source, its displayed form, and the name of its copy.
 struct OddName {
     std::string bytes;
     std::string shown;
@@ -130,8 +130,7 @@ TEST(OddNames, ANameThatANumberMakesTooLongFailsAloneAndLeavesNothing)
     const TemporaryFolder folder;
     fs::create_directory(folder / "in");
     fs::create_directory(folder / "out");
-    // With its number and a space before it, the first is as long as names may be, and the second longer by a
-    // byte.
+    // With a number and a space as prefix, the first has the maximum length, and the second is a byte longer.
     const std::string longest = std::string(255 - 10 - 4, 'a') + ".pdf";
     const std::string tooLong = std::string(255 - 10 - 3, 'b') + ".pdf";
     const std::string asLongAsNamesMayBe = std::string(255 - 4, 'c') + ".pdf";

@@ -6,7 +6,7 @@ namespace tallyfold {
 
 TEST(OuterSpaces, SpacesOfEveryWidthAndTabsGoFromBothEnds)
 {
-    // The tab, and every character of the category Zs.
+    // Tab, and every character of the general category Zs.
     const QString spaces =
         QStringLiteral("\t \u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008"
                        "\u2009\u200A\u202F\u205F\u3000");

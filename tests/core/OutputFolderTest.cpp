@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::string_view contents = "A copy.";
 
-/// An output folder and what is in it.
+/// An output folder and its contents.
 struct Output {
     TemporaryFolder path;
     FaultyCalls calls;
@@ -50,7 +50,7 @@ struct Output {
         return isWritten && !file.publish(name);
     }
 
-    /// What `writeNewFile` threw.
+    /// The error thrown by `writeNewFile`.
     std::optional<FileError> errorOfWriting(const QString &name)
     {
         try {
@@ -92,7 +92,7 @@ TEST(OutputFolder, WhatIsNoFolderIsNotOpened)
 
 TEST(OutputFolder, TheLowestDescriptorIsOneLikeAnyOther)
 {
-    /// Calls of a program that was started without its three standard files.
+    /// File calls of a program started with its standard streams closed.
     class WithoutStandardFiles final : public files::FileCalls {
     public:
         int openAt(int, const char *, int, mode_t) override
@@ -268,7 +268,7 @@ TEST(OutputFolder, ATableThatFailsIsRemovedAndTheReasonTold)
     }
 }
 
-TEST(OutputFolder, AFolderThatCannotBeFlushedAtAllIsNoFailureButAFailedFlushIs)
+TEST(OutputFolder, AFileSystemWithoutFlushingOfFoldersIsNoFailureButAFailedFlushIs)
 {
     Output output;
     for (const int error : {EINVAL, ENOTSUP}) {

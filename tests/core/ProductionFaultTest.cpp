@@ -32,14 +32,14 @@ namespace {
 
 using Rule = std::function<int(const FileCall &)>;
 using Names = std::set<std::string>;
-/// What a production gave or threw.
+/// The result of a production, or the error that it threw.
 using Outcome = std::variant<ProductionResult, ProductionError, FileError>;
 
 const Production::OnPage goOn = [](std::int64_t) { return true; };
 constexpr const char *indexName = "Production Index.csv";
 tests::Count faultsMade("faults made");
 
-/// The file systems a production may meet: what each refuses to do whatever else goes wrong.
+/// File systems, with the calls that each does not support.
 const std::map<std::string, Rule> fileSystems{
     {"renames", [](const FileCall &) { return 0; }},
     {"renames, copies nothing by itself",
@@ -49,7 +49,7 @@ const std::map<std::string, Rule> fileSystems{
          return call.kind == "rename" ? EINVAL : call.kind == "link" ? EPERM : 0;
      }}};
 
-/// Three sources of two pages, their plan, and what their copies are when nothing goes wrong.
+/// Three sources of two pages, their plan, and their copies without faults.
 class Sources {
 public:
     Sources() : m_plan(planned())
@@ -72,7 +72,7 @@ public:
     {
         return m_folder / "in";
     }
-    /// Expects the sources to be as they were.
+    /// Expects the sources to be unchanged.
     void expectUntouched() const
     {
         for (const auto &[name, bytes] : m_sources) {
@@ -91,7 +91,7 @@ private:
         fs::create_directory(m_folder / "in");
         std::vector<SourceFile> sources;
         for (const char *name : {"a.pdf", "b.pdf", "c.pdf"}) {
-            // A page of one is so large that the system is asked to copy it.
+            // One page is large enough to be copied by copy_file_range.
             const std::string padding(std::string_view(name) == "b.pdf" ? 100'000 : 0, ' ');
             writeSample(m_folder / "in" / name, 2, std::string("Original ") + name + ") Tj" + padding + "(");
             sources.push_back(classify(m_folder / "in" / name));
@@ -127,8 +127,8 @@ Names namesIn(const fs::path &folder)
     return names;
 }
 
-/// Expects what must hold after every production: only whole copies, each under its own name, nothing
-/// hidden, the stranger's file as it was, and an outcome and an index that say what is there.
+/// Expects the invariants of every production: only complete copies under their own names, no hidden files,
+/// files of others unchanged, and a result and an index that match the folder.
 void expectHonest(const Sources &sources, const fs::path &out, const Outcome &outcome)
 {
     sources.expectUntouched();
@@ -179,7 +179,8 @@ int openDescriptors()
     return static_cast<int>(std::distance(begin(list), end(list)));
 }
 
-/// Runs the production with the faults of `rule` on top of what the file system refuses; the number of calls.
+/// Runs the production with the faults of `rule` in addition to those of the file system. Returns the number
+/// of calls.
 int runWith(const Sources &sources, const Rule &fileSystem, const Rule &rule)
 {
     const TemporaryFolder folder;
@@ -233,7 +234,7 @@ TEST(ProductionFault, WhereverTheDiskFillsUpForGoodTheFolderTellsTheTruth)
         for (const int error : {ENOSPC, EIO}) {
             for (int place = 0; place < count; ++place) {
                 SCOPED_TRACE(name + ", call " + std::to_string(place) + ", error " + std::to_string(error));
-                // A full or broken disk still lets go of files.
+                // Files can be deleted even from a full or faulty disk.
                 runWith(sources, fileSystem, [&](const FileCall &call) {
                     return call.place >= place && call.kind != "unlink" ? error : 0;
                 });
@@ -336,7 +337,7 @@ TEST(ProductionFault, ACopyThatCannotBeReadBackFailsAlone)
 
 TEST(ProductionFault, AReadOnlyFolderFailsEveryFileAndTheIndex)
 {
-    // Read-only by the seam: a test run by root may write anywhere.
+    // Simulated, since root may write to read-only folders.
     const Sources sources;
     const TemporaryFolder folder;
     FaultyCalls calls;
@@ -420,7 +421,7 @@ TEST(ProductionFault, AFolderThatVanishesRightAfterTheCheckIsToldAsSuch)
     EXPECT_EQ(namesIn(folder.path()), Names());
 }
 
-TEST(ProductionFault, ASourceThatCannotBeOpenedIsToldAsSuchWhateverTheFolderRefuses)
+TEST(ProductionFault, ASourceThatCannotBeOpenedIsReportedEvenIfTheFolderFailsToo)
 {
     const Sources sources;
     fs::remove(sources.folder() / "b.pdf");

@@ -60,7 +60,7 @@ struct ThreeFiles {
     }
 };
 
-/// Makes `folder` the working folder as long as it lives.
+/// Changes the working directory to `folder` during its lifetime.
 class WorkingFolder {
 public:
     explicit WorkingFolder(const fs::path &folder)
@@ -69,7 +69,7 @@ public:
     }
     ~WorkingFolder()
     {
-        std::error_code error; // Where that is gone, the tests that follow do not need it.
+        std::error_code error; // It may have been deleted; later tests do not need it.
         fs::current_path(m_before, error);
     }
     WorkingFolder(const WorkingFolder &) = delete;
@@ -196,7 +196,7 @@ TEST(Production, ACopyMayNotLandOnASourceWhateverItsLetterCase)
 TEST(Production, ACopyMayNotLandOnASourceWhateverTheLetterCaseOfItsFolders)
 {
     const TemporaryFolder folder;
-    // One of the two is the same folder where letter case does not count.
+    // One of them is the same folder on a case-insensitive file system.
     fs::create_directories(folder / "CaSe" / "In");
     fs::create_directories(folder / "case" / "in");
     writeSample(folder / "CaSe" / "In" / "a.pdf", 1);
@@ -217,7 +217,7 @@ TEST(Production, ACopyMayNotLandOnASourceThatIsSkipped)
     StampSettings settings;
     settings.cover = CoverOption::skipNoNumber;
     for (const char *name : {"cover.pdf", "broken.pdf", "empty.pdf", "locked.pdf", "restricted.pdf"}) {
-        // The copy of another source gets its name.
+        // The copy of another source has its name.
         SourceFile other = classify(files.folder / "in/a.pdf");
         other.name = QString::fromLatin1(name).toUpper();
         const ProductionPlan plan({other, classify(files.out / name)}, settings);
@@ -373,7 +373,7 @@ TEST(Production, AFolderThatIsReplacedMeanwhileStillGetsItsCopies)
     (void)Production::write(files.plan(), files.out, {}, [&files](std::int64_t pages) {
         if (pages == 1) {
             fs::rename(files.out, files.folder / "moved");
-            fs::create_directory(files.out); // Another one, which gets nothing.
+            fs::create_directory(files.out); // Another folder, which stays empty.
         }
         return true;
     });

@@ -21,7 +21,7 @@ using tests::writeSample;
 
 namespace {
 
-/// A one-page document that shows `text` at `x`, `y` in a page with these entries.
+/// A document of one page with these entries, with `text` at `x`, `y`.
 std::string pageShowing(const std::string &text, int x, int y, const std::string &entries)
 {
     PdfBuilder builder;
@@ -65,7 +65,7 @@ TEST(SourceClassifier, TheDateIsThatOfTheContentToTheNanosecond)
                                  {1'234'567'890, 123'456'790},
                                  {-86'400, 999'999'999},
                                  {1, 0}}) {
-        // When it was last read is another date.
+        // The access time differs.
         const std::array<timespec, 2> times{{{1'000'000'000, 0}, {date.seconds, date.nanoseconds}}};
         ASSERT_EQ(::utimensat(AT_FDCWD, (folder / "a.pdf").c_str(), times.data(), 0), 0);
         EXPECT_EQ(classify(folder / "a.pdf").modified, date);
@@ -111,7 +111,7 @@ TEST(SourceClassifier, AnyOfThreeRestrictionsMakesAFileEncrypted)
     }
 }
 
-TEST(SourceClassifier, AnEarlierNumberIsLookedForWhereAFileCanBeStampedAlone)
+TEST(SourceClassifier, AnEarlierNumberIsSearchedOnlyInFilesThatCanBeStamped)
 {
     const TemporaryFolder folder;
     writeFile(folder / "a.pdf", pageShowing("ABC000045", 400, 20, letter));
@@ -145,7 +145,7 @@ TEST(SourceClassifier, AFileWithoutPagesIsEmpty)
 TEST(SourceClassifier, WhatIsCutShortWhileItsPagesAreCountedIsUnreadable)
 {
     PdfBuilder builder;
-    constexpr int depth = 20'000; // Lengths that need each other, as deep as no stack is.
+    constexpr int depth = 20'000; // Lengths that refer to each other, deeper than any stack.
     const std::string letterPage = "<</Type/Page/MediaBox[0 0 612 792]>>";
     const int tree = builder.reserve();
     builder.set(tree, "<</Type/Pages/Count 2/Kids[" + reference(builder.add(letterPage)) + ' ' +
@@ -180,9 +180,9 @@ TEST(SourceClassifier, AnEarlierNumberIsFoundNearEveryEdge)
     EXPECT_EQ(earlierNumber(pageShowing("EX-0002", 550, 400, letter)), QStringLiteral("EX-0002"));
 }
 
-TEST(SourceClassifier, TheBottomComesBeforeTheTopTheTopBeforeTheLeftAndTheLeftBeforeTheRight)
+TEST(SourceClassifier, EdgesAreSearchedInTheOrderBottomTopLeftRight)
 {
-    // Each well inside of its strip and of no other; the last of them is the longest.
+    // Each is within its strip and no other; the last is the longest.
     std::vector<tests::SmallPage> page{{""}};
     const std::vector<std::pair<std::string, std::string>> numbers{
         {tests::showText(530, 400, "RIGHT000000004"), "RIGHT000000004"},

@@ -129,7 +129,7 @@ TEST(SourceCollector, NamesThatReadTheSameComeInTheOrderOfTheirBytes)
     }
     fs::create_directory(folder / "in");
     const std::vector<fs::path> items{folder / "in"};
-    for (const bool isReversed : {false, true}) { // Folders are read in no particular order.
+    for (const bool isReversed : {false, true}) { // Directory entries come in any order.
         const CollectedPdfs found =
             collectPdfs(items, [&](const fs::path &, std::vector<FolderEntry> &entries) {
                 for (const std::string &name : expected) {
@@ -188,7 +188,7 @@ TEST(SourceCollector, OfAFolderThatBreaksOffWhatWasReadIsTaken)
     }
 }
 
-TEST(SourceCollector, AFolderDeeperThanPathsMayBeIsToldAndTheOthersAreSearched)
+TEST(SourceCollector, AFolderBeyondTheLongestPathIsReportedAndTheOthersAreSearched)
 {
     const TemporaryFolder folder;
     touch(folder / "in/a.pdf");
@@ -200,7 +200,7 @@ TEST(SourceCollector, AFolderDeeperThanPathsMayBeIsToldAndTheOthersAreSearched)
     EXPECT_TRUE(found.unreadableFolders.front().native().starts_with((folder / "in/m/ddd").native()));
 }
 
-TEST(SourceCollector, AFolderThatVanishesOnTheWayIsToldAndTheOthersAreSearched)
+TEST(SourceCollector, AFolderThatVanishesDuringTheSearchIsReportedAndTheOthersAreSearched)
 {
     const TemporaryFolder folder;
     touch(folder / "in/a/a.pdf");

@@ -8,7 +8,7 @@ namespace tallyfold {
 
 namespace {
 
-/// What each problem is known by.
+/// Each problem with its stored name.
 struct Known {
     QString key;
     QString status;
@@ -35,7 +35,7 @@ TEST(SourceFile, EveryProblemHasItsKeyAndItsStatus)
     }
 }
 
-TEST(SourceFile, ThePathShownIsWholeWithReplacementCharactersForWhatIsNoText)
+TEST(SourceFile, TheShownPathIsCompleteWithReplacementCharactersForInvalidBytes)
 {
     EXPECT_EQ(displayPath("/a/b.pdf"), QStringLiteral("/a/b.pdf"));
     EXPECT_EQ(displayPath("/a\xff/b.pdf"), QStringLiteral("/a\uFFFD/b.pdf"));

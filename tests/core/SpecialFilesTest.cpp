@@ -9,7 +9,7 @@
 
 #include <string>
 
-// Files of kinds that have led other tools astray, though nobody meant harm.
+// Unusual but harmless files that other tools are known to handle wrongly.
 
 namespace tallyfold {
 
@@ -23,7 +23,7 @@ namespace {
 
 const std::string letter = "/MediaBox[0 0 612 792]";
 
-/// The stamped copy of a file of these bytes, in `folder`.
+/// The stamped copy of a file with these bytes, in `folder`.
 fs::path stamped(const TemporaryFolder &folder, const std::string &bytes, const StampSettings &settings = {})
 {
     tests::writeFile(folder / "a.pdf", bytes);
@@ -41,7 +41,7 @@ std::string objectsOf(const fs::path &file)
     return tests::runTool({"qpdf", "--qdf", "--object-streams=disable", file, "-"}).output;
 }
 
-/// Where the words of a page stand: from the left and from the top.
+/// The positions of the words of a page, from the left and from the top.
 std::pair<double, double> placeOf(const fs::path &file, const std::string &word, int page)
 {
     const std::string number = std::to_string(page);
@@ -202,7 +202,7 @@ TEST(SpecialFiles, WhatPagesShareIsInTheCopyOnce)
 TEST(SpecialFiles, WhatPagesInheritAndShareIsDrawnOnEachOfThem)
 {
     PdfBuilder builder;
-    // The names are those that the copy itself gives to what it adds.
+    // The names are those that a copy uses for its own resources.
     const std::string fonts =
         reference(builder.add("<</F0 7 0 R/F1<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>"));
     const std::string image = reference(builder.addStream(

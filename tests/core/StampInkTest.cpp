@@ -15,7 +15,7 @@ using tests::TemporaryFolder;
 
 namespace {
 
-/// The copy of a page that is stamped in `color`, with everything in it readable.
+/// The uncompressed copy of a page that is stamped in `color`.
 std::string stampedIn(const StampColor &color, const QString &legend = {})
 {
     const TemporaryFolder folder;
@@ -53,7 +53,7 @@ TEST(StampInk, BeforeEachLineStandsABreakBelowThePageFurtherDownThanTheLast)
     ASSERT_TRUE(
         std::regex_search(copy, box, std::regex("/BBox \\[\\s+0\\s+-32001\\s+([0-9.]+)\\s+-31999\\s+\\]")))
         << copy;
-    const double spaces = 2 * 0.278; // Of Helvetica, one unit high.
+    const double spaces = 2 * 0.278; // In Helvetica at a font size of 1.
     EXPECT_NEAR(std::stod(box[1]), spaces + 1, 0.01) << "nothing of them is cut off";
     EXPECT_TRUE(has(copy, "/Span <</ActualText()>>BDC\n") || has(copy, "/Span<</ActualText()>>BDC\n"));
 }

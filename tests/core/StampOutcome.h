@@ -8,7 +8,7 @@
 
 namespace tallyfold::tests {
 
-/// What came of a file: it was found unfit, or failed, or so many sound pages were written.
+/// The outcome for a file: rejected, failed, or a number of valid pages written.
 struct StampOutcome {
     std::optional<SourceProblem> problem;
     bool hasFailed = false;
@@ -20,13 +20,13 @@ struct StampOutcome {
     }
 };
 
-/// Classifies and stamps the file at `path`, whose copy then lies beside it as "copy.pdf". An error of the
-/// test where a copy is neither refused nor sound. Adds to the count of hostile files.
+/// Classifies and stamps the file at `path`; the copy is "copy.pdf" in the same folder. Fails the test if the
+/// copy is neither refused nor valid. Counts the hostile file.
 [[nodiscard]] StampOutcome outcomeOfFile(const std::filesystem::path &path);
-/// The same for a file of these bytes.
+/// As above for a file with these bytes.
 [[nodiscard]] StampOutcome outcomeOf(std::string_view bytes);
 
-/// Writes a file that is meant to do harm, and counts it.
+/// Writes a hostile file, and counts it.
 void writeHostile(const std::filesystem::path &path, std::string_view bytes);
 
 } // namespace tallyfold::tests

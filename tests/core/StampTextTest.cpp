@@ -21,7 +21,7 @@ using tests::TemporaryFolder;
 
 namespace {
 
-/// A legend, and whether it runs from the right.
+/// A legend and its direction.
 struct Legend {
     const char *name;
     QString text;
@@ -49,7 +49,7 @@ fs::path stampedWith(const TemporaryFolder &folder, const QString &legend, int p
     return stampedWith(folder, settings, pages);
 }
 
-/// The lines that a tool prints, without the marks of direction that it sets around text from the right.
+/// The lines that a tool prints, without the bidirectional controls that it adds.
 std::set<std::string> linesOf(const std::string &printed)
 {
     const std::string marks = "\u202a|\u202b|\u202c|\u202d|\u202e";
@@ -61,7 +61,7 @@ std::set<std::string> linesOf(const std::string &printed)
     return found;
 }
 
-/// What a text operator shows, and how high.
+/// The text shown by an operator, and its height on the page.
 struct ShownText {
     std::string text;
     double y = 0;
@@ -74,7 +74,7 @@ std::vector<ShownText> shownTexts(const fs::path &path)
     std::vector<ShownText> shown;
     const std::regex glyph("<g unicode=\"([^\"]*)\".* y=\"([^\"]+)\"");
     const std::regex begin("<fill_text .*transform=\"1 0 0 -1 0 ([^\"]+)\"");
-    double top = 0; // Of the page, from where the text has its zero.
+    double top = 0; // Of the page, relative to the origin of text space.
     bool isFirst = false;
     for (std::string line; std::getline(lines, line);) {
         std::smatch match;
@@ -92,7 +92,7 @@ std::vector<ShownText> shownTexts(const fs::path &path)
     return shown;
 }
 
-/// A page whose text at the height of the stamp runs from right to left, in letters from `first` on.
+/// A page with right-to-left text at the height of the stamp, with letters from `first` on.
 fs::path pageFromTheRight(const TemporaryFolder &folder, char16_t first)
 {
     tests::PdfBuilder builder;
@@ -113,7 +113,7 @@ class LegendText : public testing::TestWithParam<Legend> {};
 
 } // namespace
 
-// With whatever fonts are installed: boxes stand for the text of characters that none has.
+// Independent of the installed fonts: missing glyphs are boxes with the right text.
 TEST_P(LegendText, IsFoundByReaders)
 {
     const Legend &legend = GetParam();
@@ -123,7 +123,7 @@ TEST_P(LegendText, IsFoundByReaders)
     EXPECT_EQ(tests::soundPages(copy), 1);
     const std::string poppler = tests::runTool({"pdftotext", copy.string(), "-"}).output;
     EXPECT_TRUE(linesOf(poppler).contains(expected)) << poppler;
-    if (!legend.isRightToLeft) { // mupdf gives such lines as they run on the page.
+    if (!legend.isRightToLeft) { // mupdf extracts such lines in visual order.
         const std::string mupdf = tests::runTool({"mutool", "draw", "-q", "-F", "txt", copy.string()}).output;
         EXPECT_TRUE(linesOf(mupdf).contains(expected)) << mupdf;
     }
@@ -188,8 +188,7 @@ TEST(StampText, IsNoPartOfAnActualTextThatThePageLeavesOpen)
     }
 }
 
-// Readers that put a line together of what is drawn at one height, one after the other, need something
-// between.
+// Readers that join consecutive text on one baseline into a line need a separator.
 TEST(StampText, NoLineOfTheStampFollowsTextOfItsOwnHeight)
 {
     const TemporaryFolder folder;

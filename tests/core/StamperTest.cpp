@@ -35,7 +35,7 @@ PlannedFile planned(const fs::path &path, const StampSettings &settings)
     return ProductionPlan({classify(path)}, settings).files.front();
 }
 
-/// Stamps `source` into the folder and gives the copy.
+/// Stamps `source` to a file in the folder; returns the copy.
 fs::path stamped(const TemporaryFolder &folder, const fs::path &source, const StampSettings &settings = {})
 {
     const fs::path copy = folder / "copy.pdf";
@@ -44,7 +44,7 @@ fs::path stamped(const TemporaryFolder &folder, const fs::path &source, const St
     return copy;
 }
 
-/// A document of one page with these entries, and nothing on it.
+/// A document of one empty page with these entries.
 fs::path emptyPage(const TemporaryFolder &folder, const std::string &entries)
 {
     PdfBuilder builder;
@@ -61,7 +61,7 @@ std::string pageSize(const fs::path &path)
                                                                                          : "";
 }
 
-/// The numbers before every operator `name` of `content`.
+/// The operands of every operator `name` in `content`.
 std::vector<std::vector<double>> operands(const std::string &content, const std::string &name)
 {
     std::vector<std::vector<double>> found;
@@ -78,7 +78,7 @@ std::vector<std::vector<double>> operands(const std::string &content, const std:
     return found;
 }
 
-/// Where the lines of the stamp begin, without the white space below the page that keeps them apart.
+/// The start points of the stamp lines, without the separators below the page.
 std::vector<std::vector<double>> placesOfLines(const std::string &content)
 {
     auto places = operands(content, "Td");
@@ -380,7 +380,7 @@ TEST(Stamper, TheOpacityOfTheTextIsNotThatOfTheWhiteBox)
             EXPECT_TRUE(picture.at(std::max(box[0], 0.0) + 1, y).isPaper());
         }
         EXPECT_FALSE(picture.at(150, 150).isPaper());
-        // Red at 0.3 over white is no darker than this, whatever lies below the box.
+        // The lower limit of red with opacity 0.3 on white, whatever is below the box.
         const std::vector<double> &box = boxes.front();
         for (double x = box[0]; x < box[0] + box[2]; x += 1) {
             EXPECT_GT(picture.at(x, box[1] + box[3] / 2).green, 160) << x;
@@ -417,7 +417,7 @@ TEST(Stamper, ASourceThatCannotBeOpenedIsToldBeforeAnyFileIsMade)
 
 TEST(Stamper, WhatIsLostWhenTheFileEndsIsTold)
 {
-    /// Takes all bytes and then cannot hand them on, whatever else happens.
+    /// Accepts all bytes and fails at the end.
     class LosingSink final : public files::ByteSink {
     public:
         explicit LosingSink(std::function<void()> meanwhile) : m_meanwhile(std::move(meanwhile)) {}
@@ -466,7 +466,7 @@ TEST(Stamper, ASourceThatChangesMeanwhileIsNotTrusted)
 
 TEST(Stamper, HoweverASourceChangesMeanwhileNoCopyIsTrusted)
 {
-    const std::string padding(200'000, ' '); // More than is read at once, so that something is left to read.
+    const std::string padding(200'000, ' '); // More than one read, so that some of it is read later.
     const std::map<std::string, std::function<void(const fs::path &)>> changes{
         {"emptied", [](const fs::path &path) { fs::resize_file(path, 0); }},
         {"cut", [](const fs::path &path) { fs::resize_file(path, fs::file_size(path) / 2); }},

@@ -1,4 +1,4 @@
-// Folders of file systems that do not tell what their entries are, so that each has to be asked.
+// Folders on file systems whose directory entries have no type (DT_UNKNOWN), so that stat is needed.
 #include "core/SourceCollector.h"
 
 #include "tests/support/PdfBuilder.h"
@@ -13,12 +13,12 @@
 namespace {
 
 bool isKindTold = true;
-/// Removed as soon as it was listed.
+/// Deleted right after it was listed.
 std::filesystem::path vanishing;
 
 } // namespace
 
-/// Takes the place of the C library's for the whole program, the standard library's calls among them.
+/// Replaces the function of the C library for the whole program, including the C++ standard library.
 extern "C" dirent *readdir(DIR *folder)
 {
     using Function = dirent *(*)(DIR *);
