@@ -176,9 +176,9 @@ TEST_F(FileListTest, TheMenuOfARowRevealsAndRemovesThatFile)
     addPdfs({"a.pdf", "b.pdf"});
     const auto menu = find<FileList>("fileList")->menuOf(rows()->index(1, 0));
     ASSERT_EQ(menu->actions().size(), 3);
-    EXPECT_EQ(menu->actions()[0]->text(), QStringLiteral("Show Original in File Manager"));
+    EXPECT_EQ(menu->actions()[0]->text(), QStringLiteral("&Show Original in File Manager"));
     EXPECT_TRUE(menu->actions()[1]->isSeparator());
-    EXPECT_EQ(menu->actions()[2]->text(), QStringLiteral("Remove from List"));
+    EXPECT_EQ(menu->actions()[2]->text(), QStringLiteral("&Remove from List"));
     menu->actions()[0]->trigger();
     EXPECT_EQ(desktop->revealed, std::vector{folder / "sources" / "b.pdf"});
     menu->actions()[2]->trigger();
@@ -282,6 +282,30 @@ TEST_F(FileListTest, AltAndTheArrowsMoveTheChosenRows)
     EXPECT_EQ(numbered(), "c.pdf a.pdf b.pdf");
     QTest::keyClick(view(), Qt::Key_Down, Qt::AltModifier);
     EXPECT_EQ(numbered(), "a.pdf c.pdf b.pdf");
+}
+
+TEST_F(FileListTest, AltAndTheArrowsMoveTheCurrentRowWhereOthersOrNoneAreChosen)
+{
+    addPdfs({"a.pdf", "b.pdf", "c.pdf"});
+    setOrder(FileOrder::manual);
+    for (const bool areOthersChosen : {false, true}) {
+        view()->clearSelection();
+        if (areOthersChosen) {
+            select({0});
+        }
+        view()->setCurrentIndex(rows()->index(0, 0));
+        view()->clearSelection();
+        if (areOthersChosen) {
+            view()->selectionModel()->select(rows()->index(2, 0), QItemSelectionModel::Select);
+        }
+        const std::string first = rows()->index(0, 0).data().toString().toStdString();
+        view()->setFocus();
+        QTest::keyClick(view(), Qt::Key_Down, Qt::AltModifier);
+        EXPECT_EQ(rows()->index(1, 0).data().toString().toStdString(), first);
+        ASSERT_EQ(model().selection().size(), 1) << "what was moved is what is chosen now";
+        EXPECT_EQ(view()->selectionModel()->selectedIndexes(), QModelIndexList{rows()->index(1, 0)});
+        EXPECT_EQ(view()->currentIndex().row(), 1);
+    }
 }
 
 TEST_F(FileListTest, TheLinkOfAProtectedRowAnswersToTheMouse)

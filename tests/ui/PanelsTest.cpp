@@ -5,7 +5,9 @@
 #include "ui/panels/FolderContents.h"
 
 #include <QApplication>
+#include <QScrollBar>
 #include <QTest>
+#include <QTextDocument>
 
 #include <gtest/gtest.h>
 
@@ -155,6 +157,40 @@ TEST_F(FilePanelTest, APathThatLeadsNowhereStaysToBeMended)
     EXPECT_TRUE(panel->isVisible());
     EXPECT_EQ(panel->findChild<QLineEdit *>(QStringLiteral("path"))->selectedText(),
               QStringLiteral("no such file"));
+}
+
+TEST_F(FilePanelTest, ALongNameIsCutInItsMiddleAndWidensNothing)
+{
+    const std::string name = std::string(195, 'W') + " <b>2.pdf";
+    for (int number = 0; number < 60; ++number) { // Enough for a scroll bar as well.
+        std::ofstream(folder / ("file " + std::to_string(number) + ".pdf")) << "x";
+    }
+    const auto before = open();
+    const int width = list(*before)->columnWidth(FolderContents::nameColumn);
+    const QSize size = before->size();
+    std::ofstream(folder / name) << "x";
+    const auto panel = open();
+    EXPECT_EQ(panel->size(), size);
+    EXPECT_EQ(list(*panel)->columnWidth(FolderContents::nameColumn), width);
+    EXPECT_FALSE(list(*panel)->horizontalScrollBar()->isVisible());
+    EXPECT_EQ(list(*panel)->textElideMode(), Qt::ElideMiddle);
+    const QAbstractItemModel *model = list(*panel)->model();
+    const QModelIndex index = model->match(model->index(0, 0), Qt::DisplayRole, QStringLiteral("WWW")).at(0);
+    QTextDocument help;
+    help.setHtml(index.data(Qt::ToolTipRole).toString());
+    EXPECT_EQ(help.toPlainText().remove(QChar(0x200b)).toStdString(), name);
+}
+
+TEST_F(FilePanelTest, TypingGoesToTheNameThatBeginsSo)
+{
+    const auto panel = open();
+    QTest::keyClicks(list(*panel), QStringLiteral("b"));
+    EXPECT_EQ(list(*panel)->currentIndex().data().toString(), QStringLiteral("b.pdf"));
+    QTest::qWait(QApplication::keyboardInputInterval() + 100);
+    QTest::keyClicks(list(*panel), QStringLiteral("case 1"));
+    EXPECT_EQ(list(*panel)->currentIndex().data().toString(), QStringLiteral("case 10"));
+    QTest::keyClick(list(*panel), Qt::Key_Return);
+    EXPECT_EQ(panel->folder(), folder / "." / "case 10") << "and Return opens it";
 }
 
 TEST_F(FilePanelTest, EscapeChoosesNothing)

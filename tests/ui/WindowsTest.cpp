@@ -161,6 +161,24 @@ TEST_F(Windows, EveryEntryOfAMenuHasALetterOfItsOwn)
     }
 }
 
+TEST_F(Windows, EveryPresetHasALetterOfItsOwnAndItsNameStaysAsItIs)
+{
+    model().savePreset(QStringLiteral("Smith & Jones"));
+    Q_EMIT app->mainView().presetMenu().aboutToShow();
+    QSet<QChar> letters;
+    for (const QAction *action : app->mainView().presetMenu().actions()) {
+        if (action->isSeparator()) {
+            continue;
+        }
+        QString text = action->text();
+        text.replace(QStringLiteral("&&"), QStringLiteral("+"));
+        ASSERT_EQ(text.count(u'&'), 1) << text.toStdString();
+        letters.insert(text[text.indexOf(u'&') + 1].toLower());
+    }
+    EXPECT_EQ(letters.size(), 5) << "three to start with, one saved, and the entry that saves";
+    EXPECT_EQ(app->mainView().presetMenu().actions()[5]->text().remove(u'&'), QStringLiteral("Smith  Jones"));
+}
+
 TEST_F(Windows, CommandsAnswerToTheirKeys)
 {
     const auto keys = [&](const QString &where, const char *title) {

@@ -3,6 +3,7 @@
 #include "app/UriList.h"
 #include "ui/controls/Buttons.h"
 #include "ui/controls/EmptyState.h"
+#include "ui/controls/Mnemonics.h"
 #include "ui/controls/Separator.h"
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
@@ -165,6 +166,7 @@ std::unique_ptr<QMenu> FileList::menuOf(const QModelIndex &index)
     menu->addSeparator();
     menu->addAction(words(QT_TRANSLATE_NOOP("Words", "Remove from List")), this,
                     [this, id = source.id] { m_environment.model.remove({id}); });
+    giveMnemonics(*menu);
     return menu;
 }
 
@@ -178,8 +180,20 @@ void FileList::showMenu(const QPoint &point)
 
 void FileList::moveCurrent(int step)
 {
+    const QModelIndex current = m_view->currentIndex();
+    QItemSelectionModel &selection = *m_view->selectionModel();
+    if (!m_files.canMoveRows()) {
+        if (current.isValid() || selection.hasSelection()) {
+            m_view->tellHowToMove(current.isValid() ? current : selection.selectedIndexes().constFirst());
+        }
+        return;
+    }
+    // The current row is meant. Where it is not chosen it is chosen first, alone, as by a drag of it.
+    if (current.isValid() && !selection.isSelected(current)) {
+        selection.select(current, QItemSelectionModel::ClearAndSelect);
+    }
     std::set<std::int64_t> rows;
-    for (const QModelIndex &index : m_view->selectionModel()->selectedIndexes()) {
+    for (const QModelIndex &index : selection.selectedIndexes()) {
         rows.insert(index.row());
     }
     if (rows.empty()) {
@@ -187,10 +201,6 @@ void FileList::moveCurrent(int step)
     }
     // Up goes before the row above the first, down behind the row below the last; the chosen rows come
     // together.
-    if (!m_files.canMoveRows()) {
-        m_view->tellHowToMove(m_files.index(static_cast<int>(*rows.begin()), 0));
-        return;
-    }
     const std::int64_t target = step < 0 ? *rows.begin() - 1 : *rows.rbegin() + 2;
     if (target >= 0 && target <= m_files.rowCount()) {
         m_environment.model.move(rows, target);

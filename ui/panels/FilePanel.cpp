@@ -64,6 +64,7 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
     m_list->setModel(&m_contents);
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
+    m_list->setTextElideMode(Qt::ElideMiddle); // Names of documents differ at their ends.
     m_list->setSortingEnabled(true);
     m_list->sortByColumn(FolderContents::nameColumn, Qt::AscendingOrder);
     m_list->setSelectionMode(panel.allowsMultipleSelection ? QAbstractItemView::ExtendedSelection

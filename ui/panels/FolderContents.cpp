@@ -3,6 +3,7 @@
 #include "core/NaturalOrder.h"
 #include "core/PdfEnding.h"
 #include "core/SourceFile.h"
+#include "ui/controls/WrappedText.h"
 #include "ui/text/Words.h"
 
 #include <QLocale>
@@ -99,6 +100,9 @@ QVariant FolderContents::data(const QModelIndex &index, int role) const
     }
     if (role == Qt::TextAlignmentRole && index.column() == sizeColumn) {
         return QVariant::fromValue(Qt::AlignTrailing | Qt::AlignVCenter);
+    }
+    if (role == Qt::ToolTipRole && index.column() == nameColumn) {
+        return helpTextOf(entry.name);
     }
     if (role != Qt::DisplayRole) {
         return {};

@@ -2,7 +2,7 @@
 
 #include "app/RunMessages.h"
 #include "app/Translations.h"
-#include "ui/shell/Mnemonics.h"
+#include "ui/controls/Mnemonics.h"
 #include "ui/text/Words.h"
 #include "window_support/LocalizedTitle.h"
 #include "window_support/MenuBaseline.h"

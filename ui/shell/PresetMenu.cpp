@@ -1,6 +1,7 @@
 #include "ui/shell/PresetMenu.h"
 
 #include "ui/controls/LengthLimit.h"
+#include "ui/controls/Mnemonics.h"
 #include "ui/controls/StyledLabel.h"
 #include "ui/controls/TextField.h"
 #include "ui/controls/WrappedText.h"
@@ -32,7 +33,10 @@ PresetMenu::PresetMenu(const Environment &environment, QWidget *parent)
             fill();
         }
     });
-    connect(this, &QMenu::aboutToShow, this, &PresetMenu::fill);
+    connect(this, &QMenu::aboutToShow, this, [this] {
+        fill();
+        giveMnemonics(*this);
+    });
     fill();
 }
 

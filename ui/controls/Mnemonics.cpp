@@ -1,4 +1,4 @@
-#include "ui/shell/Mnemonics.h"
+#include "ui/controls/Mnemonics.h"
 
 #include <QSet>
 
