@@ -5,7 +5,9 @@
 #include "ui/controls/SymbolLabel.h"
 #include "ui/sheets/ResultView.h"
 
+#include <QDialogButtonBox>
 #include <QLabel>
+#include <QProxyStyle>
 
 #include <cerrno>
 #include <fstream>
@@ -15,6 +17,21 @@ namespace tallyfold {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// A style of a desktop with an order of buttons of its own.
+class OrderStyle final : public QProxyStyle {
+public:
+    explicit OrderStyle(QDialogButtonBox::ButtonLayout layout) : m_layout(layout) {}
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *data) const override
+    {
+        return hint == SH_DialogButtonLayout ? m_layout : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+
+private:
+    QDialogButtonBox::ButtonLayout m_layout;
+};
 
 class SheetsTest : public tests::WindowFixture {
 protected:
@@ -26,6 +43,21 @@ protected:
     bool isFree()
     {
         return waitUntil([this] { return app->mainView().sheets().current() == nullptr; });
+    }
+
+    /// The titles of the buttons of `dialog` from left to right, where the desktop orders them by `layout`.
+    QString ordered(QDialog *dialog, QDialogButtonBox::ButtonLayout layout)
+    {
+        OrderStyle style(layout);
+        auto *box = dialog->findChild<QDialogButtonBox *>();
+        if (!box) {
+            return QStringLiteral("no order");
+        }
+        box->setStyle(&style);
+        box->layout()->activate();
+        const QString titles = buttonTitles(dialog).join(u'|');
+        box->setStyle(nullptr);
+        return titles;
     }
 
     /// Runs a production of what is listed, and waits for its sheet.
@@ -73,6 +105,28 @@ TEST_F(SheetsTest, ProtectedFilesAreAskedAboutInTheOrderOfTheButtons)
     EXPECT_EQ(buttonTitles(alert),
               QStringList({QStringLiteral("Stamp the Other Files"),
                            QStringLiteral("How to Remove a Password"), QStringLiteral("Cancel")}));
+}
+
+TEST_F(SheetsTest, ButtonsStandInTheOrderOfTheDesktop)
+{
+    addPdfs({"a.pdf"});
+    addSamples({"Sealed letter.pdf"});
+    model().setConfirmingProtected(true);
+    EXPECT_EQ(ordered(current(), QDialogButtonBox::GnomeLayout),
+              QStringLiteral("How to Remove a Password|Cancel|Stamp the Other Files"));
+    EXPECT_EQ(ordered(current(), QDialogButtonBox::KdeLayout),
+              QStringLiteral("How to Remove a Password|Stamp the Other Files|Cancel"));
+    model().setConfirmingProtected(false);
+    model().setSheet(Sheet::welcome);
+    EXPECT_EQ(ordered(current(), QDialogButtonBox::GnomeLayout), QStringLiteral("Help|Get Started"));
+    EXPECT_EQ(ordered(current(), QDialogButtonBox::KdeLayout), QStringLiteral("Help|Get Started"));
+    EXPECT_EQ(ordered(current(), QDialogButtonBox::WinLayout), QStringLiteral("Get Started|Help"));
+    model().setSheet(std::nullopt);
+    QDialog *result = produce();
+    for (const auto layout :
+         {QDialogButtonBox::GnomeLayout, QDialogButtonBox::KdeLayout, QDialogButtonBox::WinLayout}) {
+        EXPECT_EQ(ordered(result, layout), QStringLiteral("Show in File Manager|Start Next Production|Done"));
+    }
 }
 
 TEST_F(SheetsTest, ReturnStampsTheOtherFiles)
@@ -341,7 +395,7 @@ TEST_F(SheetsTest, TheWelcomeIsShownUntilItIsAnswered)
     QDialog *welcome = current();
     ASSERT_NE(welcome, nullptr);
     EXPECT_EQ(welcome->objectName(), QStringLiteral("welcomeView"));
-    EXPECT_EQ(buttonTitles(welcome), QStringList({QStringLiteral("Help"), QStringLiteral("Get Started")}));
+    EXPECT_EQ(buttonTitles(welcome), QStringList({QStringLiteral("Get Started"), QStringLiteral("Help")}));
     click("welcomeHelp");
     ASSERT_NE(app->help(), nullptr);
     QTest::keyClick(welcome, Qt::Key_Escape);

@@ -4,7 +4,7 @@
 #include "ui/controls/StyledLabel.h"
 #include "ui/theme/Spacing.h"
 
-#include <QHBoxLayout>
+#include <QDialogButtonBox>
 
 #include <algorithm>
 
@@ -13,6 +13,19 @@ namespace tallyfold {
 namespace {
 
 constexpr int alertWidth = 440;
+
+QDialogButtonBox::ButtonRole roleOf(Alert::Role role)
+{
+    switch (role) {
+    case Alert::Role::normal:
+        return QDialogButtonBox::ActionRole;
+    case Alert::Role::prominent:
+        return QDialogButtonBox::AcceptRole;
+    case Alert::Role::cancel:
+        return QDialogButtonBox::RejectRole;
+    }
+    Q_UNREACHABLE();
+}
 
 } // namespace
 
@@ -31,9 +44,7 @@ Alert::Alert(const QString &title, const QString &text, const QList<Button> &but
     setAccessibleName(title);
     setAccessibleDescription(text);
 
-    auto *row = new QHBoxLayout;
-    row->setSpacing(spacing::normal);
-    row->addStretch(1);
+    auto *row = new QDialogButtonBox;
     QPushButton *prominent = nullptr;
     for (const Button &button : m_buttons) {
         QPushButton *made = button.role == Role::prominent ? new ProminentButton(button.title)
@@ -44,7 +55,7 @@ Alert::Alert(const QString &title, const QString &text, const QList<Button> &but
             prominent = made;
         }
         connect(made, &QPushButton::clicked, this, [this, button] { press(button); });
-        row->addWidget(made);
+        row->addButton(made, roleOf(button.role));
     }
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(spacing::sheet, spacing::sheet, spacing::sheet, spacing::section);
@@ -53,7 +64,7 @@ Alert::Alert(const QString &title, const QString &text, const QList<Button> &but
     layout->addWidget(message);
     layout->addLayout(m_content);
     layout->addSpacing(spacing::tight);
-    layout->addLayout(row);
+    layout->addWidget(row);
     if (prominent) {
         prominent->setFocus(); // Now that it belongs to the alert.
     }

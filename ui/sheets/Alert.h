@@ -9,8 +9,7 @@
 
 namespace tallyfold {
 
-/// A message that has to be answered, over its window. Its buttons stand in the order in which they are
-/// given.
+/// A message that has to be answered, over its window. Its buttons stand in the order of the desktop.
 class Alert final : public QDialog {
     Q_OBJECT
 public:

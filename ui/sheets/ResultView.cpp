@@ -12,6 +12,7 @@
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
+#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QScrollArea>
 
@@ -184,13 +185,11 @@ void ResultView::addReasons(QVBoxLayout &layout)
 
 void ResultView::addButtons(QVBoxLayout &layout)
 {
-    auto *row = new QHBoxLayout;
-    row->setSpacing(spacing::normal);
+    auto *buttons = new QDialogButtonBox;
     auto *reveal = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Show in Finder")));
     reveal->setObjectName(QStringLiteral("showInFinder"));
     connect(reveal, &QPushButton::clicked, this, [this] { m_environment.desktop.reveal(m_summary.folder); });
-    row->addWidget(reveal);
-    row->addStretch(1);
+    buttons->addButton(reveal, QDialogButtonBox::ActionRole);
     QPushButton *next = nullptr;
     if (!m_summary.cancelled) {
         next = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Start Next Production")));
@@ -200,12 +199,12 @@ void ResultView::addButtons(QVBoxLayout &layout)
             m_environment.model.startNextProduction();
             accept();
         });
-        row->addWidget(next);
+        buttons->addButton(next, QDialogButtonBox::ActionRole);
     }
     auto *done = new ProminentButton(words(QT_TRANSLATE_NOOP("Words", "Done")));
     done->setObjectName(QStringLiteral("done"));
     connect(done, &QPushButton::clicked, this, &QDialog::accept);
-    row->addWidget(done);
+    buttons->addButton(done, QDialogButtonBox::RejectRole); // It closes, and takes back nothing.
     for (QPushButton *button : {reveal, next}) {
         if (button) {
             button->setAutoDefault(false);
@@ -213,7 +212,7 @@ void ResultView::addButtons(QVBoxLayout &layout)
     }
     done->setDefault(true);
     layout.addSpacing(spacing::tight);
-    layout.addLayout(row);
+    layout.addWidget(buttons);
     done->setFocus(); // Now that it belongs to the sheet.
 }
 

@@ -7,6 +7,7 @@
 #include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
+#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -61,10 +62,9 @@ WelcomeView::WelcomeView(const Environment &environment, QWidget *parent)
         rememberSeen();
         accept();
     });
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(help);
-    buttons->addStretch(1);
-    buttons->addWidget(start);
+    auto *buttons = new QDialogButtonBox;
+    buttons->addButton(help, QDialogButtonBox::HelpRole);
+    buttons->addButton(start, QDialogButtonBox::AcceptRole);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(spacing::sheet + 8, spacing::sheet + 8, spacing::sheet + 8, spacing::sheet);
@@ -88,7 +88,7 @@ WelcomeView::WelcomeView(const Environment &environment, QWidget *parent)
                                 "is replaced, and nothing leaves this Mac."))));
     layout->addSpacing(spacing::normal);
     layout->addStretch(1);
-    layout->addLayout(buttons);
+    layout->addWidget(buttons);
     start->setFocus(); // Now that it belongs to the sheet.
 }
 

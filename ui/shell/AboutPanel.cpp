@@ -8,6 +8,7 @@
 #include "ui/theme/Spacing.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QIcon>
 #include <QStringList>
 #include <QVBoxLayout>
@@ -54,7 +55,10 @@ AboutPanel::AboutPanel(QWidget *parent) : QDialog(parent)
     close->setDefault(true);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     layout->addSpacing(spacing::normal);
-    layout->addWidget(close, 0, Qt::AlignHCenter);
+    auto *buttons = new QDialogButtonBox;
+    buttons->addButton(close, QDialogButtonBox::AcceptRole);
+    buttons->setCenterButtons(true);
+    layout->addWidget(buttons);
     setFixedWidth(420);
 }
 
