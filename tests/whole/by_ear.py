@@ -9,6 +9,7 @@ Exits 77 where there is no X server or no accessibility bus to be had.
 """
 import os
 import shutil
+import subprocess
 import sys
 import tempfile
 import time
@@ -16,6 +17,7 @@ import time
 from whole_program import Failed, Session, add_folder, choose_output, expect, text_of, wait_until
 
 MOST_STEPS = 60  # Of the Tab key; there are fewer controls.
+REPEATS = 4000  # Of three pages, in a production that takes long enough to be followed.
 
 
 class Reader:
@@ -29,7 +31,10 @@ class Reader:
         self.pyatspi = pyatspi
         self.session = session
         self.heard = []  # Texts that appeared as notifications, and names of windows.
+        self.chosen = []  # Names of the rows that were told to be chosen.
+        self.progress = []  # Shares of the work that were told to be done, as a reader asks for them then.
         pyatspi.Registry.registerEventListener(self.hear, "object:state-changed:showing", "window:activate",
+                                               "object:state-changed:selected", "object:selection-changed",
                                                "object:property-change:accessible-value")
         self.program = wait_until(self.find_program, "the program on the accessibility bus")
 
@@ -44,8 +49,12 @@ class Reader:
                 self.heard.append(event.source.name)
             elif event.type.startswith("window"):
                 self.heard.append(f"{event.source.name}: {event.source.description}")
+            elif event.type.startswith("object:state-changed:selected") and event.detail1:
+                self.chosen.append(event.source.name)
+            elif event.type.startswith("object:selection-changed"):
+                self.chosen += [item.name for item in self.selected(event.source)]
             elif role == "progress bar":
-                self.heard.append(event.source.name)
+                self.progress.append(self.share(event.source))
         except Exception:  # pylint: disable=broad-except
             pass  # What it told of is gone already.
 
@@ -70,6 +79,15 @@ class Reader:
 
     def describe(self, item):
         return f"{item.getRoleName()} {item.name!r}" if item else "nothing"
+
+    def selected(self, container):
+        """What is chosen in a list: its chosen children, or itself where it is one of them."""
+        return [item for item in [container, *container] if item and self.is_in(item, self.pyatspi.STATE_SELECTED)]
+
+    def share(self, bar):
+        """How far a progress bar is, from 0 to 1."""
+        value = bar.queryValue()
+        return (value.currentValue - value.minimumValue) / (value.maximumValue - value.minimumValue)
 
     def is_in(self, item, state):
         return item.getState().contains(state)
@@ -151,7 +169,14 @@ def reorder(session, reader):
     reader.tab_to("list item", "a.pdf", key="shift+Tab")
     session.key("Home")
     reader.wait_for_focus("list item", "a.pdf, 3 pages, ABC000001")
-    session.key("space", "alt+Down")
+    reader.chosen.clear()
+    session.key("space")
+    reader.wait(lambda: any(name.startswith("a.pdf") for name in reader.chosen), "the chosen row to be told")
+    row = reader.focus()
+    expect(reader.is_in(row, reader.pyatspi.STATE_SELECTED), f"{row.name!r} does not say that it is chosen")
+    other = next(item for item in reader.items("list item") if item.name.startswith("b.pdf"))
+    expect(not reader.is_in(other, reader.pyatspi.STATE_SELECTED), "b.pdf says that it is chosen")
+    session.key("alt+Down")
     reader.wait(lambda: [name[:5] for name in rows(reader)] == ["b.pdf", "a.pdf"], "a.pdf behind b.pdf")
     reader.wait_for_focus("list item", "a.pdf")
 
@@ -208,6 +233,29 @@ def start_next(session, reader):
     expect(text.getText(0, -1) == "5", f"the next production starts at {text.getText(0, -1)}")
 
 
+def stamp_next(session, reader, work, sample):
+    """The next production of the series, long enough for its progress to be followed."""
+    sources, output = os.path.join(work, "more"), os.path.join(work, "next")
+    os.makedirs(sources)
+    os.makedirs(output)
+    subprocess.run(["qpdf", "--empty", "--pages", sample, ",".join(["1-z"] * REPEATS), "--",
+                    os.path.join(sources, "long.pdf")], check=True)
+    pages = REPEATS * 3
+    add_folder(session, sources)
+    reader.wait(lambda: len(rows(reader)) == 1, "the long file in the list")
+    choose_output(session, output)
+    reader.progress.clear()
+    session.key("ctrl+Return")
+    reader.wait(lambda: any(0 < share < 1 for share in reader.progress), "the progress to be told on the way")
+    session.wait_for("Production written")
+    reader.wait_to_hear("Production written: 1 stamped copy")
+    told = [share for share in reader.progress if share]  # None where it was asked for too late, or before the first page.
+    expect(told == sorted(told), f"the progress goes back: {told}")
+    reader.wait(lambda: reader.find("label", f"Bates range: ABC000005 – ABC{pages + 4:06}"), "the range that goes on")
+    session.key("Return")
+    session.wait_for("Tallyfold")
+
+
 def help_pages(session, reader):
     session.open_with("F1", "Help")
     reader.wait(lambda: any(item.getRoleName() == "heading" for item in reader.all()), "a heading in the help")
@@ -225,12 +273,13 @@ def use(session, reader, work, samples):
     outgrow(session, reader)
     stamp(session, reader, output)
     start_next(session, reader)
+    stamp_next(session, reader, work, samples[0])
     help_pages(session, reader)
 
 
 def missing():
     """What is not there to run this with; empty for nothing."""
-    for tool in ("Xvfb", "openbox", "xdotool", "dbus-daemon"):
+    for tool in ("Xvfb", "openbox", "xdotool", "dbus-daemon", "qpdf"):
         if not shutil.which(tool):
             return f"{tool} is not installed"
     if not os.path.exists("/usr/share/dbus-1/services/org.a11y.Bus.service"):
