@@ -1,5 +1,7 @@
 #include "app/AppModel.h"
 
+#include "app/SourceMessages.h"
+
 #include <QGuiApplication>
 
 #include <utility>
@@ -65,10 +67,12 @@ void AppModel::setOutputFolder(const std::optional<std::filesystem::path> &folde
 
 void AppModel::chooseOutputFolder()
 {
-    const std::vector<std::filesystem::path> chosen = m_panels->run(OpenPanel::forOutputFolder());
-    if (!chosen.empty()) {
-        setOutputFolder(chosen.front());
+    const PanelAnswer answer = m_panels->run(OpenPanel::forOutputFolder());
+    if (!answer.chosen.empty()) {
+        setOutputFolder(answer.chosen.front());
         checkFolderAgain();
+    } else if (!answer.lost.isEmpty()) {
+        setProblem(lostFolderMessage(answer.lost.front()));
     }
 }
 

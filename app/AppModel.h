@@ -101,6 +101,8 @@ public:
 
     /// Asks for files and folders, and adds them.
     void chooseFiles();
+    /// Asks for a folder, and adds the files in it.
+    void chooseFolder();
     /// Adds PDFs and those in folders that are not in the list yet, undoably. Reads each once and returns
     /// when they are in the list: all of them, or those before the first that was not read when the reading
     /// was stopped. While others are read already, they are put off until those are in the list.
@@ -190,6 +192,7 @@ private:
     }
 
     void checkFolderAgain();
+    void addChosen(const PanelAnswer &answer);
     void setPresets(const std::vector<Preset> &presets);
     void registerUndo(const QString &actionName, std::function<void()> swap);
     void setSources(const std::vector<SourceFile> &sources);

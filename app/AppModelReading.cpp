@@ -60,7 +60,20 @@ std::vector<KnownSources::Reading> AppModel::await(SourceReading &reading)
 
 void AppModel::chooseFiles()
 {
-    add(m_panels->run(OpenPanel::forFiles()));
+    addChosen(m_panels->run(OpenPanel::forFiles()));
+}
+
+void AppModel::chooseFolder()
+{
+    addChosen(m_panels->run(OpenPanel::forFolder()));
+}
+
+void AppModel::addChosen(const PanelAnswer &answer)
+{
+    add(answer.chosen);
+    if (!answer.lost.isEmpty()) {
+        setProblem(lostFilesMessage(answer.lost));
+    }
 }
 
 void AppModel::add(std::span<const fs::path> urls)

@@ -18,18 +18,23 @@ QString translated(const char *text)
 }
 
 /// The first names, and how many there are besides.
-QString namesOf(const std::vector<SourceChange> &changes)
+QString firstOf(const QStringList &names)
 {
-    constexpr std::size_t mostNames = 4;
-    QStringList names;
-    for (std::size_t index = 0; index < std::min(changes.size(), mostNames); ++index) {
-        names.append(changes[index].name);
-    }
-    QString list = names.join(QStringLiteral(", "));
-    if (changes.size() > mostNames) {
-        list += translated(QT_TRANSLATE_NOOP("AppModel", " and %1 more")).arg(changes.size() - mostNames);
+    constexpr qsizetype mostNames = 4;
+    QString list = names.first(std::min(names.size(), mostNames)).join(QStringLiteral(", "));
+    if (names.size() > mostNames) {
+        list += translated(QT_TRANSLATE_NOOP("AppModel", " and %1 more")).arg(names.size() - mostNames);
     }
     return list;
+}
+
+QString namesOf(const std::vector<SourceChange> &changes)
+{
+    QStringList names;
+    for (const SourceChange &change : changes) {
+        names.append(change.name);
+    }
+    return firstOf(names);
 }
 
 QString goneMessage(const std::vector<SourceChange> &gone)
@@ -94,6 +99,36 @@ QString changedSourcesMessage(const std::vector<SourceChange> &changes)
     sentences.append(translated(
         QT_TRANSLATE_NOOP("AppModel", "Nothing was written: look at the list, then stamp again.")));
     return sentences.join(u' ');
+}
+
+QString lostFilesMessage(const QStringList &names)
+{
+    if (names.size() == 1) {
+        return translated(
+                   QT_TRANSLATE_NOOP(
+                       "AppModel",
+                       "“%1” can’t be found by the name that the desktop’s dialog gives it, as happens "
+                       "with names that aren’t valid text. Add the folder it is in (File › Add "
+                       "Folder…), or drop it on the list."))
+            .arg(names.front());
+    }
+    return translated(QT_TRANSLATE_NOOP(
+                          "AppModel",
+                          "%1 items can’t be found by the names that the desktop’s dialog gives them, as "
+                          "happens with names that aren’t valid text: %2. Add the folder they are in (File › "
+                          "Add Folder…), or drop them on the list."))
+        .arg(QString::number(names.size()), firstOf(names));
+}
+
+QString lostFolderMessage(const QString &name)
+{
+    return translated(
+               QT_TRANSLATE_NOOP(
+                   "AppModel",
+                   "“%1” can’t be found by the name that the desktop’s dialog gives it, as happens with "
+                   "names that aren’t valid text. Choose another folder, or give this one another "
+                   "name."))
+        .arg(name);
 }
 
 } // namespace tallyfold

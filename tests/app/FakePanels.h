@@ -11,12 +11,13 @@ namespace tallyfold::tests {
 class FakePanels final : public Panels {
 public:
     std::vector<std::filesystem::path> answer; ///< Empty: cancelled.
+    QStringList lost;                          ///< What cannot be found besides.
     std::vector<OpenPanel> asked;
 
-    std::vector<std::filesystem::path> run(const OpenPanel &panel) override
+    PanelAnswer run(const OpenPanel &panel) override
     {
         asked.push_back(panel);
-        return answer;
+        return {answer, lost};
     }
 };
 

@@ -89,12 +89,60 @@ TEST_F(SourceList, TheFilePanelIsAskedForWhatIsAdded)
     EXPECT_EQ(listed(), "a.pdf b.pdf");
     ASSERT_EQ(panels.asked.size(), 2U);
     const OpenPanel &panel = panels.asked[0];
+    EXPECT_EQ(panel.title, QStringLiteral("Add PDFs"));
     EXPECT_EQ(panel.message,
               QStringLiteral("Choose PDFs or folders of PDFs to number. They’re only read, never changed."));
     EXPECT_EQ(panel.prompt, QStringLiteral("Add"));
     EXPECT_EQ(panel.content, OpenPanel::Content::pdfsAndFolders);
     EXPECT_TRUE(panel.allowsMultipleSelection);
     EXPECT_FALSE(panel.canCreateDirectories);
+}
+
+TEST_F(SourceList, AFolderIsAddedByAPanelOfItsOwn)
+{
+    pdf("sub/a.pdf");
+    panels.answer = {pdf("sub/b.pdf").parent_path()};
+    model->chooseFolder();
+    EXPECT_EQ(listed(), "a.pdf b.pdf");
+    const OpenPanel &panel = panels.asked.at(0);
+    EXPECT_EQ(panel.title, QStringLiteral("Add Folder"));
+    EXPECT_EQ(panel.prompt, QStringLiteral("Add"));
+    EXPECT_EQ(panel.content, OpenPanel::Content::folderOfPdfs);
+    EXPECT_FALSE(panel.canCreateDirectories);
+}
+
+TEST_F(SourceList, WhatAPanelLostIsToldWithTheWayThatWorks)
+{
+    panels.answer = {pdf("a.pdf")};
+    panels.lost = {QStringLiteral("odd\ufffd.pdf")};
+    for (const auto choose : {&AppModel::chooseFiles, &AppModel::chooseFolder}) {
+        model->setProblem(std::nullopt);
+        ((*model).*choose)();
+        EXPECT_EQ(listed(), "a.pdf") << "what was found is added all the same";
+        EXPECT_EQ(model->problem(),
+                  QStringLiteral("“odd\ufffd.pdf” can’t be found by the name that the desktop’s dialog gives "
+                                 "it, as happens with names that aren’t valid text. Add the folder it is in "
+                                 "(File › Add Folder…), or drop it on the list."));
+    }
+    panels.answer.clear();
+    panels.lost = {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4"),
+                   QStringLiteral("5")};
+    model->chooseFiles();
+    EXPECT_EQ(model->problem(),
+              QStringLiteral("5 items can’t be found by the names that the desktop’s dialog gives them, as "
+                             "happens with names that aren’t valid text: 1, 2, 3, 4 and 1 more. Add the "
+                             "folder they are in (File › Add Folder…), or drop them on the list."));
+}
+
+TEST_F(SourceList, AnOutputFolderThatAPanelLostIsTold)
+{
+    panels.lost = {QStringLiteral("odd\ufffd")};
+    model->chooseOutputFolder();
+    EXPECT_EQ(model->outputFolder(), std::nullopt);
+    EXPECT_EQ(model->problem(),
+              QStringLiteral("“odd\ufffd” can’t be found by the name that the desktop’s dialog gives it, as "
+                             "happens with names that aren’t valid text. Choose another folder, or give this "
+                             "one another name."));
 }
 
 TEST_F(SourceList, TheFolderPanelChoosesTheOutputFolder)
@@ -108,6 +156,7 @@ TEST_F(SourceList, TheFolderPanelChoosesTheOutputFolder)
     model->chooseOutputFolder();
     EXPECT_EQ(counts->take(), (Counts{{"folderCheck", 1}}));
     const OpenPanel &panel = panels.asked[0];
+    EXPECT_EQ(panel.title, QStringLiteral("Output Folder"));
     EXPECT_EQ(panel.message,
               QStringLiteral("Choose an empty folder for the stamped copies and the index. Nothing in it "
                              "is ever replaced."));

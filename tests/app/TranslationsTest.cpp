@@ -125,7 +125,8 @@ TEST(TranslatedTexts, CountsHaveAContextOfTheirOwn)
 
 TEST(TranslatedTexts, PanelsHaveAContextOfTheirOwn)
 {
-    for (const auto panel : {OpenPanel::forFiles, OpenPanel::forOutputFolder}) {
+    for (const auto panel : {OpenPanel::forFiles, OpenPanel::forFolder, OpenPanel::forOutputFolder}) {
+        EXPECT_EQ(shown([&] { return panel().title; }), "<Panels>" + plain([&] { return panel().title; }));
         EXPECT_EQ(shown([&] { return panel().message; }),
                   "<Panels>" + plain([&] { return panel().message; }));
         EXPECT_EQ(shown([&] { return panel().prompt; }), "<Panels>" + plain([&] { return panel().prompt; }));

@@ -51,7 +51,7 @@ protected:
             QTRY_COMPARE(listOf(*dialog)->model()->rowCount(listOf(*dialog)->rootIndex()), 2);
             act(*dialog);
         });
-        return m_panels.run(OpenPanel::forOutputFolder());
+        return m_panels.run(OpenPanel::forOutputFolder()).chosen;
     }
 
     static QListView *listOf(const QDialog &dialog)

@@ -63,7 +63,8 @@ const QString help = QStringLiteral("&Help");
 
 TEST_F(Windows, TheMenusHaveTheirCommandsInOrder)
 {
-    EXPECT_EQ(entriesOf(file).join(u'|'), QStringLiteral("Add PDFs…|-|Close Window|Quit Tallyfold"));
+    EXPECT_EQ(entriesOf(file).join(u'|'),
+              QStringLiteral("Add PDFs…|Add Folder…|-|Close Window|Quit Tallyfold"));
     EXPECT_EQ(entriesOf(editMenu).join(u'|'),
               QStringLiteral("Undo|Redo|-|Cut|Copy|Paste|Delete|Select All|-|Settings…"));
     EXPECT_EQ(
@@ -194,6 +195,17 @@ TEST_F(Windows, CommandsAnswerToTheirKeys)
     ASSERT_EQ(panels->asked.size(), 2U);
     EXPECT_EQ(panels->asked[0], OpenPanel::forFiles());
     EXPECT_EQ(panels->asked[1], OpenPanel::forOutputFolder());
+}
+
+TEST_F(Windows, AFolderIsAddedFromMenuToolbarAndTheEmptyList)
+{
+    entry(file, QStringLiteral("Add Folder…"))->trigger();
+    click("toolbarAddFolder");
+    click("addFolder");
+    ASSERT_EQ(panels->asked.size(), 3U);
+    EXPECT_EQ(panels->asked, std::vector(3, OpenPanel::forFolder()));
+    EXPECT_EQ(text("addFolder"), "Add Folder…");
+    EXPECT_EQ(text("toolbarAddFolder"), "Add Folder");
 }
 
 TEST_F(Windows, CommandsAreThereOnlyWhenTheyCanDoSomething)

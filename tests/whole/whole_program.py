@@ -33,8 +33,9 @@ def wait_until(condition, what):
 class Session:
     """A screen with a window manager and a session bus, and the program on it."""
 
-    def __init__(self, program, home, *arguments, **variables):
-        """Starts `program` with `arguments`, and with `variables` of the environment besides those of the session."""
+    def __init__(self, program, home, *arguments, before=None, **variables):
+        """Starts `program` with `arguments`, and with `variables` of the environment besides those of the session.
+        `before` is called first, with the address of the session's bus."""
         self.program = program
         self.children = []
         read, write = os.pipe()
@@ -54,6 +55,8 @@ class Session:
         self.start(["openbox"], stdout=subprocess.DEVNULL)
         wait_until(lambda: self.xdotool("get_num_desktops").isdigit(), "the window manager")
         self.environment.update(variables)
+        if before:
+            before(self.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.main = self.start([program, *arguments])
 
     def start(self, command, **options):

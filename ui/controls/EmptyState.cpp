@@ -8,13 +8,13 @@
 namespace tallyfold {
 
 EmptyState::EmptyState(const QString &symbol, const QString &title, const QString &description,
-                       QWidget *button, QWidget *parent)
+                       QWidget *buttons, QWidget *parent)
     : EmptyState(symbol, new StyledLabel(title, TextStyle::title),
-                 new StyledLabel(description, TextStyle::callout, Tone::secondary), button, parent)
+                 new StyledLabel(description, TextStyle::callout, Tone::secondary), buttons, parent)
 {
 }
 
-EmptyState::EmptyState(const QString &symbol, StyledLabel *title, StyledLabel *description, QWidget *button,
+EmptyState::EmptyState(const QString &symbol, StyledLabel *title, StyledLabel *description, QWidget *buttons,
                        QWidget *parent)
     : QWidget(parent)
 {
@@ -29,9 +29,9 @@ EmptyState::EmptyState(const QString &symbol, StyledLabel *title, StyledLabel *d
     layout->addSpacing(spacing::tight);
     layout->addWidget(title);
     layout->addWidget(description);
-    if (button) {
+    if (buttons) {
         layout->addSpacing(spacing::normal);
-        layout->addWidget(button, 0, Qt::AlignHCenter);
+        layout->addWidget(buttons, 0, Qt::AlignHCenter);
     }
     layout->addStretch(1);
 }

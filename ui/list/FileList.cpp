@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QDragEnterEvent>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -82,11 +83,20 @@ QWidget *FileList::makeEmptyState()
     auto *button = new ProminentButton(words(QT_TRANSLATE_NOOP("Words", "Add PDFs…")));
     button->setObjectName(QStringLiteral("addPdfs"));
     connect(button, &QPushButton::clicked, this, [this] { m_environment.model.chooseFiles(); });
+    auto *folder = new QPushButton(words(QT_TRANSLATE_NOOP("Words", "Add Folder…")));
+    folder->setObjectName(QStringLiteral("addFolder"));
+    connect(folder, &QPushButton::clicked, this, [this] { m_environment.model.chooseFolder(); });
+    auto *buttons = new QWidget;
+    auto *row = new QHBoxLayout(buttons);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(spacing::normal);
+    row->addWidget(button);
+    row->addWidget(folder);
     auto *state =
         new EmptyState(QStringLiteral("doc.on.doc"), words(QT_TRANSLATE_NOOP("Words", "Drop PDFs Here")),
                        words(QT_TRANSLATE_NOOP("Words", "Drop a folder of PDFs, or the PDFs themselves. The "
                                                         "originals are only read, never changed.")),
-                       button);
+                       buttons);
     state->setAutoFillBackground(true);
     state->setBackgroundRole(QPalette::Base);
     return state;

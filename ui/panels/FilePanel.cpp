@@ -46,7 +46,7 @@ FilePanel::FilePanel(const OpenPanel &panel, const std::filesystem::path &folder
       m_add(new ProminentButton(panel.prompt))
 {
     setObjectName(QStringLiteral("filePanel"));
-    setWindowTitle(words(QT_TRANSLATE_NOOP("Words", "Add PDFs")));
+    setWindowTitle(panel.title);
     setAccessibleDescription(panel.message);
     m_path->setObjectName(QStringLiteral("path"));
     m_path->installEventFilter(this);

@@ -1,9 +1,8 @@
 #include "ui/panels/WindowPanels.h"
 
-#include "core/SourceFile.h"
 #include "ui/controls/StyledLabel.h"
+#include "ui/panels/DialogAnswer.h"
 #include "ui/panels/FilePanel.h"
-#include "ui/text/Words.h"
 #include "ui/theme/Spacing.h"
 
 #include <QDir>
@@ -12,37 +11,27 @@
 #include <QLayout>
 #include <QLineEdit>
 
+#include <optional>
 #include <system_error>
+#include <utility>
 
 namespace tallyfold {
+
+namespace fs = std::filesystem;
 
 namespace {
 
 const QString filesKey = QStringLiteral("panel/files");
 const QString folderKey = QStringLiteral("panel/folder");
 
-/// The folder that a dialog calls `text`. Dialogs give names as text, in which bytes that are none are lost:
-/// such a folder is looked for among its neighbours.
-std::filesystem::path folderCalled(const QString &text)
+std::optional<fs::path> itemOf(const QString &path)
 {
-    std::filesystem::path named = QFile::encodeName(text).toStdString();
-    std::error_code error;
-    if (std::filesystem::exists(named, error) || !text.contains(QChar::ReplacementCharacter)) {
-        return named;
-    }
-    std::filesystem::directory_iterator neighbours(named.parent_path(), error);
-    for (; !error && neighbours != std::filesystem::directory_iterator(); neighbours.increment(error)) {
-        if (displayName(neighbours->path()) == displayName(named)) {
-            return neighbours->path();
-        }
-    }
-    return named;
+    return itemCalled(QFile::encodeName(path).toStdString());
 }
 
 /// The folder that an accepted dialog means: the one in its field, typed or put there by a choice. Qt's own
 /// dialog also selects in its list what is being typed, keeps what it met on the way, and then gives several.
-/// Empty when there is none.
-std::filesystem::path chosenFolder(const QFileDialog &dialog)
+std::optional<fs::path> chosenFolder(const QFileDialog &dialog)
 {
     const auto *field = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
     QString text = field != nullptr ? field->text() : QString();
@@ -51,55 +40,71 @@ std::filesystem::path chosenFolder(const QFileDialog &dialog)
     }
     std::error_code error;
     if (!text.isEmpty()) {
-        const auto named = folderCalled(QDir::cleanPath(dialog.directory().absoluteFilePath(text)));
-        if (std::filesystem::is_directory(named, error)) {
+        const auto named = itemOf(QDir::cleanPath(dialog.directory().absoluteFilePath(text)));
+        if (named && fs::is_directory(*named, error)) {
             return named;
         }
     }
     const QStringList selected = dialog.selectedFiles();
-    return selected.size() == 1 ? folderCalled(selected.constFirst()) : std::filesystem::path();
+    return selected.size() == 1 ? itemOf(selected.constFirst()) : std::nullopt;
 }
 
-/// Has `dialog` say `message` above all else, if it is Qt's own. Those of desktops have no place for it.
+/// Has `dialog` say `message` above all else.
 void tell(const QString &message, QFileDialog &dialog)
 {
-    if (QLayout *layout = dialog.layout()) {
-        auto *label = new StyledLabel(message, TextStyle::body);
-        label->setObjectName(QStringLiteral("panelMessage"));
-        label->setContentsMargins(spacing::wide, spacing::wide, spacing::wide, 0);
-        layout->setMenuBar(label); // It stands above the rest of a layout.
-    }
+    auto *label = new StyledLabel(message, TextStyle::body);
+    label->setObjectName(QStringLiteral("panelMessage"));
+    label->setContentsMargins(spacing::wide, spacing::wide, spacing::wide, 0);
+    dialog.layout()->setMenuBar(label); // It stands above the rest of a layout.
     dialog.setAccessibleDescription(message);
 }
 
 } // namespace
 
-WindowPanels::WindowPanels(WindowState &state) : m_state(&state) {}
+WindowPanels::WindowPanels(WindowState &state, AskDesktop askDesktop)
+    : m_state(&state), m_askDesktop(std::move(askDesktop))
+{
+}
 
 void WindowPanels::setWindow(QWidget *window)
 {
     m_window = window;
 }
 
-std::vector<std::filesystem::path> WindowPanels::run(const OpenPanel &panel)
+PanelAnswer WindowPanels::run(const OpenPanel &panel)
 {
-    return panel.content == OpenPanel::Content::folder ? chooseFolder(panel) : chooseFiles(panel);
+    const bool isForFiles = panel.content != OpenPanel::Content::folder;
+    const QString &key = isForFiles ? filesKey : folderKey;
+    const fs::path begin = m_state->bytes(key).toStdString();
+    if (const std::optional<QList<QUrl>> urls = m_askDesktop(panel, begin, m_window)) {
+        const PanelAnswer answer = answerOf(*urls);
+        if (!answer.chosen.empty()) {
+            remember(key, answer.chosen.front().parent_path());
+        }
+        return answer;
+    }
+    return isForFiles ? chooseFiles(panel, begin) : chooseFolder(panel, begin);
 }
 
-std::vector<std::filesystem::path> WindowPanels::chooseFiles(const OpenPanel &panel)
+void WindowPanels::remember(const QString &key, const fs::path &folder)
 {
-    FilePanel dialog(panel, m_state->bytes(filesKey).toStdString(), m_window);
+    m_state->setBytes(key, QByteArray::fromStdString(folder.native()));
+}
+
+PanelAnswer WindowPanels::chooseFiles(const OpenPanel &panel, const fs::path &begin)
+{
+    FilePanel dialog(panel, begin, m_window);
     if (dialog.exec() != QDialog::Accepted) {
         return {};
     }
-    m_state->setBytes(filesKey, QByteArray::fromStdString(dialog.folder().native()));
-    return dialog.chosen();
+    remember(filesKey, dialog.folder());
+    return {dialog.chosen(), {}};
 }
 
-std::vector<std::filesystem::path> WindowPanels::chooseFolder(const OpenPanel &panel)
+PanelAnswer WindowPanels::chooseFolder(const OpenPanel &panel, const fs::path &begin)
 {
-    QFileDialog dialog(m_window, words(QT_TRANSLATE_NOOP("Words", "Output Folder")),
-                       QFile::decodeName(m_state->bytes(folderKey)));
+    QFileDialog dialog(m_window, panel.title, QFile::decodeName(begin.c_str()));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setObjectName(QStringLiteral("folderPanel"));
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
@@ -107,12 +112,12 @@ std::vector<std::filesystem::path> WindowPanels::chooseFolder(const OpenPanel &p
     dialog.setLabelText(QFileDialog::Accept, panel.prompt);
     tell(panel.message, dialog);
     const bool isAccepted = dialog.exec() == QDialog::Accepted;
-    const std::filesystem::path folder = isAccepted ? chosenFolder(dialog) : std::filesystem::path();
-    if (folder.empty()) {
+    const std::optional<fs::path> folder = isAccepted ? chosenFolder(dialog) : std::nullopt;
+    if (!folder) {
         return {};
     }
-    m_state->setBytes(folderKey, QByteArray::fromStdString(folder.parent_path().native()));
-    return {folder};
+    remember(folderKey, folder->parent_path());
+    return {{*folder}, {}};
 }
 
 } // namespace tallyfold

@@ -62,6 +62,8 @@ void AppCommands::makeCommands()
     m_checkForUpdates->setMenuRole(QAction::ApplicationSpecificRole);
     m_addPdfs = addOnModel("addPdfs", words(QT_TRANSLATE_NOOP("Words", "Add PDFs…")), Qt::CTRL | Qt::Key_O,
                            [model] { model->chooseFiles(); });
+    m_addFolder = addOnModel("addFolder", words(QT_TRANSLATE_NOOP("Words", "Add Folder…")), {},
+                             [model] { model->chooseFolder(); });
     m_quit = add("quit", words(QT_TRANSLATE_NOOP("Words", "Quit %1")).arg(displayedName()),
                  Qt::CTRL | Qt::Key_Q, m_application.quit);
     m_quit->setMenuRole(QAction::QuitRole);
@@ -95,7 +97,7 @@ void AppCommands::addTo(QMenuBar &bar, QWidget *window)
     baseline.language = applicationLanguage(Translations::languages(), QLocale().uiLanguages());
 
     QMenu *file = bar.addMenu(words(QT_TRANSLATE_NOOP("Words", "&File")));
-    file->addAction(m_addPdfs);
+    file->addActions({m_addPdfs, m_addFolder});
     file->addSeparator();
     baseline.addCloseTo(*file);
     file->addAction(m_quit);

@@ -43,6 +43,7 @@ private:
     QAction *m_about = nullptr;
     QAction *m_checkForUpdates = nullptr;
     QAction *m_addPdfs = nullptr;
+    QAction *m_addFolder = nullptr;
     QAction *m_quit = nullptr;
     QAction *m_settings = nullptr;
     QAction *m_stamp = nullptr;

@@ -106,6 +106,10 @@ void MainView::addToolBar()
         bar->addAction(symbolIcon(QStringLiteral("plus")), words(QT_TRANSLATE_NOOP("Words", "Add PDFs")),
                        this, [this] { m_environment.model.chooseFiles(); });
     add->setToolTip(words(QT_TRANSLATE_NOOP("Words", "Add PDFs or folders (⌘O)")));
+    QAction *addFolder =
+        bar->addAction(symbolIcon(QStringLiteral("folder")), words(QT_TRANSLATE_NOOP("Words", "Add Folder")),
+                       this, [this] { m_environment.model.chooseFolder(); });
+    addFolder->setToolTip(words(QT_TRANSLATE_NOOP("Words", "Add the PDFs of a folder and its subfolders")));
     auto *space = new QWidget;
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(space);
@@ -119,9 +123,10 @@ void MainView::addToolBar()
     presets->setFocusPolicy(Qt::TabFocus);
     presets->setMenu(m_presets);
     bar->addWidget(presets);
-    if (QWidget *button = bar->widgetForAction(add)) {
-        button->setFocusPolicy(Qt::TabFocus);
-        button->setObjectName(QStringLiteral("toolbarAdd"));
+    bar->widgetForAction(add)->setObjectName(QStringLiteral("toolbarAdd"));
+    bar->widgetForAction(addFolder)->setObjectName(QStringLiteral("toolbarAddFolder"));
+    for (QAction *action : {add, addFolder}) {
+        bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     }
 }
 
