@@ -10,7 +10,9 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Waiting.h"
 #include "ui/controls/CollapsibleSection.h"
+#include "ui/controls/ColorWell.h"
 #include "ui/desktop/ColorScheme.h"
+#include "ui/panels/WindowPanels.h"
 #include "ui/sheets/ReadingView.h"
 #include "ui/shell/TallyfoldApp.h"
 
@@ -20,6 +22,8 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
+#include <QTreeView>
 
 #include <atomic>
 #include <cstdlib>
@@ -135,17 +139,17 @@ public:
             std::exit(1);
         }
     }
-    /// The main window with what lies over it.
+    /// The main window with the sheet that lies over it.
     void shootWithSheet(const char *name)
     {
-        shootWith(app().mainView().sheets().current(), name);
+        shootUnder(app().mainView().sheets().current(), name);
     }
-    /// The main window with `sheet` over it, if there is one.
-    void shootWith(QDialog *sheet, const char *name)
+    /// The main window with `sheet` over it; null for none.
+    void shootUnder(QWidget *sheet, const char *name)
     {
         settle();
         QPixmap picture = window().grab();
-        if (sheet != nullptr) {
+        if (sheet) {
             QPainter painter(&picture);
             painter.fillRect(picture.rect(), QColor(0, 0, 0, 60));
             const QPixmap over = sheet->grab();
@@ -242,6 +246,66 @@ void shootWarnings(Stage &stage)
     stage.model().setProblem(std::nullopt);
 }
 
+/// Takes a picture of the panel that `choose` opens, and closes it.
+void shootPanel(Stage &stage, const OpenPanel &panel, const fs::path &folder, const char *name)
+{
+    tests::TemporaryFolder temporary;
+    WindowState state(QString::fromStdString(temporary / "window.ini"));
+    for (const char *key : {"panel/files", "panel/folder"}) {
+        state.setBytes(QLatin1String(key), QByteArray::fromStdString(folder.lexically_normal().native()));
+    }
+    WindowPanels panels(state);
+    panels.setWindow(&stage.window());
+    QTimer::singleShot(500, [&] { // Qt's own dialog lists its folder on a thread.
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (auto *list = dialog->findChild<QTreeView *>(QStringLiteral("contents"))) {
+            list->setCurrentIndex(list->model()->index(1, 0));
+        }
+        stage.shoot(*dialog, name);
+        dialog->reject();
+    });
+    (void)panels.run(panel);
+}
+
+void shootDialogs(Stage &stage)
+{
+    stage.model().removeAll();
+    stage.model().add(std::vector<fs::path>{stage.pdf("Correspondence.pdf", 40)});
+    stage.edit([](StampSettings &settings) { settings = StampSettings(); });
+    stage.model().setOutputFolder(stage.output());
+    stage.app().setReachable(false); // Or closing the window would only hide it.
+    stage.pdf("Minutes of the board, " + std::string(190, 'n') + " 2026.pdf", 1);
+    stage.window().close();
+    auto *question = stage.window().findChild<QDialog *>(QStringLiteral("closeAlert"));
+    stage.shootUnder(question, "close-question");
+    question->reject();
+    stage.hold(true);
+    fs::remove_all(stage.output());
+    fs::create_directory(stage.output());
+    stage.model().stamp();
+    stage.waitUntil([&] { return stage.model().progressPages() >= 10; });
+    stage.shoot(stage.window(), "progress");
+    stage.window().close();
+    question = nullptr;
+    for (auto *dialog : stage.window().findChildren<QDialog *>(QStringLiteral("closeAlert"))) {
+        question = dialog->isVisible() ? dialog : question;
+    }
+    stage.shootUnder(question, "close-question-running");
+    question->close();
+    question->hide();
+    stage.model().cancelRun();
+    stage.waitUntil([&] { return stage.model().sheet().has_value(); });
+    stage.model().setSheet(std::nullopt);
+    stage.hold(false);
+    stage.app().setReachable(true);
+    auto *well = stage.window().findChild<ColorWell *>();
+    well->click();
+    stage.shoot(*well->panel(), "colour");
+    well->panel()->reject();
+    shootPanel(stage, OpenPanel::forFiles(), stage.output().parent_path() / "sources", "file-panel");
+    shootPanel(stage, OpenPanel::forOutputFolder(), stage.output().parent_path(), "folder-dialog");
+}
+
 void shootOthers(Stage &stage)
 {
     stage.model().removeAll();
@@ -328,12 +392,12 @@ void shootReading(Stage &stage)
         ReadingView view(reading, &stage.window());
         view.show();
         folder.awaitArrival();
-        stage.shootWith(&view, "looking");
+        stage.shootUnder(&view, "looking");
         folder.open();
         file.awaitArrival();
         const auto *bar = view.findChild<QProgressBar *>(QStringLiteral("readingProgress"));
         stage.waitUntil([bar] { return bar->value() == 1233; });
-        stage.shootWith(&view, "reading");
+        stage.shootUnder(&view, "reading");
     }
     file.open();
     stage.waitUntil([] { return !LooseTask::isAnyLeft(); });
@@ -364,6 +428,7 @@ int main(int count, char **values)
     shootList(stage);
     shootRun(stage);
     shootWarnings(stage);
+    shootDialogs(stage);
     shootOthers(stage);
     shootUnshown(stage);
     shootMany(stage);

@@ -10,6 +10,7 @@
 #include <QListView>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 #include <gtest/gtest.h>
 
@@ -162,6 +163,26 @@ TEST_F(FolderPanelTest, TheTitleIsShortAndTheSentenceStandsInside)
             EXPECT_EQ(message->text(), OpenPanel::forOutputFolder().message);
             EXPECT_LT(message->mapTo(&dialog, QPoint()).y(), listOf(dialog)->mapTo(&dialog, QPoint()).y());
         }
+        dialog.reject();
+    });
+}
+
+TEST_F(FolderPanelTest, NamesAndDatesHaveTheRoomThatTheyNeed)
+{
+    (void)chosenBy([](QDialog &dialog) {
+        const auto *list = dialog.findChild<QTreeView *>(QStringLiteral("treeView"));
+        const auto needed = [list](int column) {
+            return list->fontMetrics().horizontalAdvance(
+                list->model()->index(0, column, list->rootIndex()).data().toString());
+        };
+        int shown = 0;
+        for (int column = 0; column < list->model()->columnCount(); ++column) {
+            shown += list->columnWidth(column);
+        }
+        EXPECT_EQ(shown, list->viewport()->width());
+        constexpr int modified = 3;
+        EXPECT_GE(list->columnWidth(modified), needed(modified));
+        EXPECT_GE(list->columnWidth(0), needed(0));
         dialog.reject();
     });
 }

@@ -129,6 +129,25 @@ TEST_F(SheetsTest, ButtonsStandInTheOrderOfTheDesktop)
     }
 }
 
+TEST_F(SheetsTest, ASheetIsAsTallAsWhatIsInIt)
+{
+    const auto rest = [](const QDialog *sheet) {
+        return sheet->height() - sheet->layout()->totalHeightForWidth(sheet->width());
+    };
+    const QString sentences = QStringLiteral("It did not work, and this is told in some more words. ");
+    for (const int count : {1, 2, 8, 40}) {
+        model().setProblem(sentences.repeated(count).trimmed());
+        EXPECT_EQ(rest(current()), 0) << count;
+        EXPECT_GE(current()->width(), 440) << count;
+        model().setProblem(std::nullopt);
+    }
+    model().setSheet(Sheet::welcome);
+    EXPECT_EQ(rest(current()), 0);
+    model().setSheet(std::nullopt);
+    addPdfs({"a.pdf"});
+    EXPECT_EQ(rest(produce()), 0);
+}
+
 TEST_F(SheetsTest, ReturnStampsTheOtherFiles)
 {
     addPdfs({"a.pdf"});

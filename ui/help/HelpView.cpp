@@ -21,6 +21,10 @@ namespace tallyfold {
 namespace {
 
 constexpr int readableWidth = 620;
+constexpr int topicsWidth = 230;
+constexpr int symbolSize = 18;
+/// What is left of a row beside its symbol, the gaps round it and a scroll bar's room.
+constexpr int titleWidth = topicsWidth - symbolSize - 2 * spacing::wide;
 
 } // namespace
 
@@ -36,16 +40,15 @@ HelpView::HelpView(HelpRouter &router, Desktop &desktop, QWidget *parent)
     m_topics->setObjectName(QStringLiteral("topics"));
     m_topics->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Topics")));
     m_topics->setFrameShape(QFrame::NoFrame);
-    m_topics->setIconSize(QSize(18, 18));
+    m_topics->setIconSize(QSize(symbolSize, symbolSize));
     m_topics->setWordWrap(true);
     for (const Topic &topic : helpTopics()) {
         auto *item = new QListWidgetItem(symbolIcon(topic.symbol), topic.title, m_topics);
         item->setData(Qt::UserRole, topic.id);
         item->setToolTip(topic.title);
-        const int textHeight = m_topics->fontMetrics().height();
-        item->setSizeHint(
-            QSize(0, textHeight * (m_topics->fontMetrics().horizontalAdvance(topic.title) > 170 ? 2 : 1) +
-                         2 * spacing::normal));
+        const QFontMetrics metrics = m_topics->fontMetrics();
+        const int lines = metrics.horizontalAdvance(topic.title) > titleWidth ? 2 : 1;
+        item->setSizeHint(QSize(0, metrics.height() * lines + 2 * spacing::normal));
     }
     m_detail->setObjectName(QStringLiteral("topicPage"));
     m_detail->setAccessibleName(words(QT_TRANSLATE_NOOP("Words", "Topic")));
@@ -57,8 +60,8 @@ HelpView::HelpView(HelpRouter &router, Desktop &desktop, QWidget *parent)
     splitter->addWidget(m_detail);
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
-    splitter->setSizes({230, 530});
-    m_topics->setMinimumWidth(170);
+    splitter->setSizes({topicsWidth, 550});
+    m_topics->setMinimumWidth(topicsWidth);
     m_detail->setMinimumWidth(300);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

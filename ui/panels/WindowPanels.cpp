@@ -8,8 +8,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLayout>
 #include <QLineEdit>
+#include <QSplitter>
+#include <QTreeView>
 
 #include <optional>
 #include <system_error>
@@ -21,6 +24,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr QSize folderDialogSize(760, 520);
+constexpr int placesWidth = 160;
 const QString filesKey = QStringLiteral("panel/files");
 const QString folderKey = QStringLiteral("panel/folder");
 
@@ -57,6 +62,24 @@ void tell(const QString &message, QFileDialog &dialog)
     label->setContentsMargins(spacing::wide, spacing::wide, spacing::wide, 0);
     dialog.layout()->setMenuBar(label); // It stands above the rest of a layout.
     dialog.setAccessibleDescription(message);
+}
+
+/// Gives the columns of `dialog`, Qt's own for folders, the room that they need.
+void arrangeColumns(const QFileDialog &dialog)
+{
+    if (auto *list = dialog.findChild<QTreeView *>(QStringLiteral("treeView"))) {
+        constexpr int sizeColumn = 1;
+        constexpr int typeColumn = 2;
+        constexpr int modifiedColumn = 3;
+        list->hideColumn(sizeColumn); // Folders are all of none and of one.
+        list->hideColumn(typeColumn);
+        list->header()->setStretchLastSection(false);
+        list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        list->header()->setSectionResizeMode(modifiedColumn, QHeaderView::ResizeToContents);
+    }
+    if (auto *splitter = dialog.findChild<QSplitter *>(QStringLiteral("splitter"))) {
+        splitter->setSizes({placesWidth, dialog.width() - placesWidth});
+    }
 }
 
 } // namespace
@@ -111,6 +134,8 @@ PanelAnswer WindowPanels::chooseFolder(const OpenPanel &panel, const fs::path &b
     dialog.setOption(QFileDialog::ReadOnly, !panel.canCreateDirectories);
     dialog.setLabelText(QFileDialog::Accept, panel.prompt);
     tell(panel.message, dialog);
+    dialog.resize(folderDialogSize);
+    arrangeColumns(dialog);
     const bool isAccepted = dialog.exec() == QDialog::Accepted;
     const std::optional<fs::path> folder = isAccepted ? chosenFolder(dialog) : std::nullopt;
     if (!folder) {

@@ -30,10 +30,10 @@ QDialogButtonBox::ButtonRole roleOf(Alert::Role role)
 } // namespace
 
 Alert::Alert(const QString &title, const QString &text, const QList<Button> &buttons, QWidget *parent)
-    : QDialog(parent), m_buttons(buttons), m_content(new QVBoxLayout)
+    : SheetDialog(alertWidth, {spacing::sheet, spacing::sheet, spacing::sheet, spacing::section}, parent),
+      m_buttons(buttons),
+      m_content(new QVBoxLayout)
 {
-    setWindowModality(Qt::WindowModal);
-    setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);
     auto *heading = new StyledLabel(title, TextStyle::title);
     heading->setObjectName(QStringLiteral("alertTitle"));
@@ -57,18 +57,15 @@ Alert::Alert(const QString &title, const QString &text, const QList<Button> &but
         connect(made, &QPushButton::clicked, this, [this, button] { press(button); });
         row->addButton(made, roleOf(button.role));
     }
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(spacing::sheet, spacing::sheet, spacing::sheet, spacing::section);
-    layout->setSpacing(spacing::wide);
-    layout->addWidget(heading);
-    layout->addWidget(message);
-    layout->addLayout(m_content);
-    layout->addSpacing(spacing::tight);
-    layout->addWidget(row);
+    content().setSpacing(spacing::wide);
+    content().addWidget(heading);
+    content().addWidget(message);
+    content().addLayout(m_content);
+    content().addSpacing(spacing::tight);
+    content().addWidget(row);
     if (prominent) {
         prominent->setFocus(); // Now that it belongs to the alert.
     }
-    setMinimumWidth(qMax(alertWidth, row->sizeHint().width() + 2 * spacing::sheet));
 }
 
 void Alert::addContent(QWidget *widget)

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/sheets/SheetDialog.h"
+
 #include <QList>
 #include <QString>
 #include <QVBoxLayout>
@@ -10,7 +11,7 @@
 namespace tallyfold {
 
 /// A message that has to be answered, over its window. Its buttons stand in the order of the desktop.
-class Alert final : public QDialog {
+class Alert final : public SheetDialog {
     Q_OBJECT
 public:
     /// What a button is for.

@@ -33,22 +33,17 @@ void tellPlace(QWidget &label, const std::filesystem::path &path)
 } // namespace
 
 ResultView::ResultView(const Environment &environment, QWidget *parent)
-    : QDialog(parent),
+    : SheetDialog(sheetWidth, {spacing::sheet, spacing::sheet, spacing::sheet, spacing::section}, parent),
       m_environment(environment),
       m_summary(environment.model.summary().value_or(RunSummary()))
 {
     setObjectName(QStringLiteral("resultView"));
-    setWindowModality(Qt::WindowModal);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setMinimumWidth(sheetWidth);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(spacing::sheet, spacing::sheet, spacing::sheet, spacing::section);
-    layout->setSpacing(spacing::wide);
-    addHeading(*layout);
-    addRows(*layout);
-    addFailures(*layout);
-    layout->addStretch(1);
-    addButtons(*layout);
+    content().setSpacing(spacing::wide);
+    addHeading(content());
+    addRows(content());
+    addFailures(content());
+    content().addStretch(1);
+    addButtons(content());
 }
 
 void ResultView::addHeading(QVBoxLayout &layout)

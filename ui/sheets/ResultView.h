@@ -2,14 +2,14 @@
 
 #include "app/RunSummary.h"
 #include "ui/Environment.h"
+#include "ui/sheets/SheetDialog.h"
 
-#include <QDialog>
 #include <QVBoxLayout>
 
 namespace tallyfold {
 
 /// Tells of a production that was written or stopped, and offers the next one.
-class ResultView final : public QDialog {
+class ResultView final : public SheetDialog {
     Q_OBJECT
 public:
     /// Shows the model's summary.

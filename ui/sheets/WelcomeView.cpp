@@ -33,12 +33,11 @@ QLayout *pointOf(const QString &symbol, const QString &heading, const QString &s
 } // namespace
 
 WelcomeView::WelcomeView(const Environment &environment, QWidget *parent)
-    : QDialog(parent), m_environment(environment)
+    : SheetDialog(sheetWidth, {spacing::sheet + 8, spacing::sheet + 8, spacing::sheet + 8, spacing::sheet},
+                  parent),
+      m_environment(environment)
 {
     setObjectName(QStringLiteral("welcomeView"));
-    setWindowModality(Qt::WindowModal);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setMinimumWidth(sheetWidth);
     const QString title = words(QT_TRANSLATE_NOOP("Words", "Welcome to %1")).arg(displayedName());
     setWindowTitle(title);
     setAccessibleName(title);
@@ -66,8 +65,7 @@ WelcomeView::WelcomeView(const Environment &environment, QWidget *parent)
     buttons->addButton(help, QDialogButtonBox::HelpRole);
     buttons->addButton(start, QDialogButtonBox::AcceptRole);
 
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(spacing::sheet + 8, spacing::sheet + 8, spacing::sheet + 8, spacing::sheet);
+    QVBoxLayout *layout = &content();
     layout->setSpacing(spacing::section);
     layout->addWidget(heading);
     layout->addWidget(subtitle);

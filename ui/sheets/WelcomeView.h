@@ -1,13 +1,12 @@
 #pragma once
 
 #include "ui/Environment.h"
-
-#include <QDialog>
+#include "ui/sheets/SheetDialog.h"
 
 namespace tallyfold {
 
 /// Greets a first launch.
-class WelcomeView final : public QDialog {
+class WelcomeView final : public SheetDialog {
     Q_OBJECT
 public:
     explicit WelcomeView(const Environment &environment, QWidget *parent = nullptr);
