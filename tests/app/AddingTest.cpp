@@ -41,6 +41,8 @@ protected:
     ~Adding() override
     {
         gate.open();
+        counts.reset();
+        model.reset(); // With the previews that are being drawn.
         EXPECT_TRUE(waitUntil([] { return !LooseTask::isAnyLeft(); }));
     }
 

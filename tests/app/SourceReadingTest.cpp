@@ -149,11 +149,12 @@ TEST(SourceReading, ReadsNothingMoreOnceItIsStopped)
 TEST(SourceReading, ThatIsStoppedWhileFilesAreLookedForKnowsOfNone)
 {
     tests::Gate gate;
+    std::atomic<bool> wasToldToEnd = false;
     {
         SourceReading reading(
             [&](const std::stop_token &stopped) {
                 gate.pass();
-                EXPECT_TRUE(stopped.stop_requested());
+                wasToldToEnd = stopped.stop_requested();
                 return numbered(3);
             },
             [](const fs::path &location) {
@@ -165,11 +166,11 @@ TEST(SourceReading, ThatIsStoppedWhileFilesAreLookedForKnowsOfNone)
         EXPECT_FALSE(reading.waitFor(std::chrono::milliseconds(1)));
         reading.stop();
         EXPECT_TRUE(reading.isOver());
-        gate.open();
-        awaitThoseLeft();
-        EXPECT_EQ(reading.progress(), (Progress{std::nullopt, 0})) << "which whoever stopped it goes by";
         EXPECT_TRUE(reading.take().empty());
     }
+    gate.open();
+    awaitThoseLeft();
+    EXPECT_TRUE(wasToldToEnd);
 }
 
 TEST(SourceReading, UsesNoMoreThreadsThanThereAreProcessors)
@@ -188,9 +189,8 @@ TEST(SourceReading, TwoThreadsFindWhatOneFinds)
     for (int number = 0; number < 40; ++number) {
         names.push_back(std::to_string(number) + ".pdf");
     }
-    Paths paths = tests::writeSamples(folder.path(), names, 2);
+    (void)tests::writeSamples(folder.path(), names, 2);
     tests::writeFile(folder / "broken.pdf", "no PDF");
-    tests::encrypt(paths.front(), folder / "locked.pdf", "secret owner 256");
     Paths places{folder.path(), TALLYFOLD_SAMPLES};
     if (const char *corpus = std::getenv("TALLYFOLD_CORPUS")) {
         places.emplace_back(corpus);
@@ -198,7 +198,7 @@ TEST(SourceReading, TwoThreadsFindWhatOneFinds)
         std::cout << "TALLYFOLD_CORPUS is not set to a folder of PDF files: the samples alone are read.\n";
     }
     const Paths locations = collectPdfs(places).locations;
-    ASSERT_GE(locations.size(), 42U);
+    ASSERT_GE(locations.size(), 45U);
     const auto readBy = [&](int threads) {
         SourceReading reading(giving(locations), KnownSources::read, threads);
         reading.wait();
