@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QSplitter>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -183,6 +184,8 @@ TEST_F(FolderPanelTest, NamesAndDatesHaveTheRoomThatTheyNeed)
         constexpr int modified = 3;
         EXPECT_GE(list->columnWidth(modified), needed(modified));
         EXPECT_GE(list->columnWidth(0), needed(0));
+        EXPECT_GT(list->columnWidth(0), list->viewport()->width() / 2) << "folders have no sizes and types";
+        EXPECT_GE(dialog.findChild<QSplitter *>(QStringLiteral("splitter"))->sizes().at(0), 120);
         dialog.reject();
     });
 }

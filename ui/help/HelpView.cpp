@@ -24,7 +24,7 @@ constexpr int readableWidth = 620;
 constexpr int topicsWidth = 230;
 constexpr int symbolSize = 18;
 /// What is left of a row beside its symbol, the gaps round it and a scroll bar's room.
-constexpr int titleWidth = topicsWidth - symbolSize - 2 * spacing::wide;
+constexpr int titleWidth = topicsWidth - symbolSize - 2 * spacing::normal;
 
 } // namespace
 
