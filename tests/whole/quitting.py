@@ -1,7 +1,8 @@
 #!/usr/bin/python3
-"""Ends the built program while it is at something that takes without end, and holds it to waiting for as little as it may: a
-preview is not waited for, whatever it hangs on, and its reader goes with the program; a production stops after its page, but
-the name on the session's bus is given back before that, so that the next start is a program of its own that others reach.
+"""Ends the built program while it is at something that takes without end, and holds it to waiting for as little as it may: files
+that are added are not waited for, nor is a preview, whatever they hang on, and its reader goes with the program; a production
+stops after its page, but the name on the session's bus is given back before that, so that the next start is a program of its
+own that others reach.
 
 Usage: quitting.py TALLYFOLD STUCK_DISK.so SAMPLE.pdf
 Exits 77 when there is no X server to be had.
@@ -121,6 +122,12 @@ def wait_for_preview(session, begun, what):
     return wait_until(has_begun, what)
 
 
+def adding_from_a_stuck_disk(session, _):
+    wait_for_preview(session, lambda: waiting_threads(session.main.pid) > 0, "the file to be read")
+    end(session)
+    expect(owner(session) == 0, "the name is still taken")
+
+
 def preview_on_a_stuck_disk(session, _):
     wait_for_preview(session, lambda: waiting_threads(session.main.pid) > 0, "the preview to read")
     end(session)
@@ -172,11 +179,12 @@ def main():
         if not shutil.which(tool):
             print(f"skipped: {tool} is not installed")
             return 77
-    for case in (preview_on_a_stuck_disk, preview_that_takes_without_end, production_on_a_stuck_disk):
+    names = {adding_from_a_stuck_disk: "stuck from the first.pdf", preview_that_takes_without_end: "endless.pdf"}
+    for case in (adding_from_a_stuck_disk, preview_on_a_stuck_disk, preview_that_takes_without_end, production_on_a_stuck_disk):
         with tempfile.TemporaryDirectory() as work:
             home = os.path.join(work, "home")
             os.makedirs(home, mode=0o700)
-            source = os.path.join(work, "endless.pdf" if case is preview_that_takes_without_end else "stuck.pdf")
+            source = os.path.join(work, names.get(case, "stuck.pdf"))
             if case is preview_that_takes_without_end:
                 endless_page(source)
             else:

@@ -1,7 +1,10 @@
-// Loaded before a program's own libraries, it lets every thread but the main one wait without end when it
-// reads a file whose name begins with "stuck": a disk that was unplugged, or a server that is gone.
+// Loaded before a program's own libraries, it lets threads wait without end when they read a file whose name
+// begins with "stuck": a disk that was unplugged, or a server that is gone. The main thread never waits, and
+// the first other thread, by which the file comes into the list, only where the name begins with
+// "stuck from the first".
 
 #include <array>
+#include <atomic>
 #include <string>
 #include <string_view>
 #include <sys/prctl.h>
@@ -10,13 +13,22 @@
 
 namespace {
 
+std::atomic<pid_t> firstThread = 0;
+
+bool isFirst()
+{
+    pid_t none = 0;
+    return firstThread.compare_exchange_strong(none, ::gettid()) || firstThread == ::gettid();
+}
+
 bool isStuck(int file)
 {
     std::array<char, 4096> target{};
     const std::string link = "/proc/self/fd/" + std::to_string(file);
     const ssize_t length = ::readlink(link.c_str(), target.data(), target.size());
     const std::string_view path(target.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
-    return path.substr(path.rfind('/') + 1).starts_with("stuck");
+    const std::string_view name = path.substr(path.rfind('/') + 1);
+    return name.starts_with("stuck from the first") || (name.starts_with("stuck") && !isFirst());
 }
 
 ssize_t readOrWait(int file, void *bytes, size_t count, off_t offset)
