@@ -17,6 +17,10 @@ const char *keyOf(Counted counted)
         return QT_TRANSLATE_N_NOOP("CountText", "%lld files");
     case Counted::pages:
         return QT_TRANSLATE_N_NOOP("CountText", "%lld pages");
+    case Counted::copies:
+        return QT_TRANSLATE_N_NOOP("CountText", "%lld copies");
+    case Counted::findings:
+        return QT_TRANSLATE_N_NOOP("CountText", "%lld findings");
     case Counted::stampedCopies:
         break;
     }

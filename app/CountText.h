@@ -7,7 +7,7 @@
 namespace tallyfold {
 
 /// The kind of thing that is counted.
-enum class Counted { files, pages, stampedCopies };
+enum class Counted { files, pages, stampedCopies, copies, findings };
 
 /// The count with its noun, for example "3 files", in the plural form of the translation.
 [[nodiscard]] QString countText(std::int64_t count, Counted counted);

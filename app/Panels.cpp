@@ -39,4 +39,15 @@ OpenPanel OpenPanel::forOutputFolder()
             true};
 }
 
+OpenPanel OpenPanel::forProduction()
+{
+    return {QCoreApplication::translate("Panels", "Production Folder"),
+            QCoreApplication::translate(
+                "Panels", "Choose the folder of a finished production. It’s only read, never changed."),
+            QCoreApplication::translate("Panels", "Choose"),
+            Content::folder,
+            false,
+            false};
+}
+
 } // namespace tallyfold

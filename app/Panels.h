@@ -30,6 +30,8 @@ struct OpenPanel {
     [[nodiscard]] static OpenPanel forFolder();
     /// The panel that chooses the output folder.
     [[nodiscard]] static OpenPanel forOutputFolder();
+    /// The panel that chooses the folder of a finished production.
+    [[nodiscard]] static OpenPanel forProduction();
 
     bool operator==(const OpenPanel &) const = default;
 };

@@ -1,32 +1,14 @@
 #include "app/PreviewImages.h"
 
 #include "app/Log.h"
+#include "app/PageImage.h"
 #include "core/StampError.h"
 #include "core/Stamper.h"
 
-#include <QColorSpace>
-
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace tallyfold {
-
-namespace {
-
-QImage imageOf(const pdf::Bitmap &bitmap)
-{
-    QImage image(bitmap.width, bitmap.height, QImage::Format_RGBA8888_Premultiplied);
-    const auto rowBytes = static_cast<std::size_t>(bitmap.width) * 4;
-    for (int row = 0; row < image.height(); ++row) {
-        std::memcpy(image.scanLine(row), bitmap.pixels.data() + static_cast<std::size_t>(row) * rowBytes,
-                    rowBytes);
-    }
-    image.setColorSpace(QColorSpace::SRgb);
-    return image;
-}
-
-} // namespace
 
 PreviewImages PreviewImages::of(const PlannedFile &file, const StampSettings &settings, std::int64_t width,
                                 const std::stop_token &givenUp)

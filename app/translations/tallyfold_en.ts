@@ -24,5 +24,19 @@
             <numerusform>%lld stamped copies</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%lld copies</source>
+        <translation>
+            <numerusform>%lld copy</numerusform>
+            <numerusform>%lld copies</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%lld findings</source>
+        <translation>
+            <numerusform>%lld finding</numerusform>
+            <numerusform>%lld findings</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -125,7 +125,8 @@ TEST(TranslatedTexts, CountsHaveAContextOfTheirOwn)
 
 TEST(TranslatedTexts, PanelsHaveAContextOfTheirOwn)
 {
-    for (const auto panel : {OpenPanel::forFiles, OpenPanel::forFolder, OpenPanel::forOutputFolder}) {
+    for (const auto panel :
+         {OpenPanel::forFiles, OpenPanel::forFolder, OpenPanel::forOutputFolder, OpenPanel::forProduction}) {
         EXPECT_EQ(shown([&] { return panel().title; }), "<Panels>" + plain([&] { return panel().title; }));
         EXPECT_EQ(shown([&] { return panel().message; }),
                   "<Panels>" + plain([&] { return panel().message; }));
