@@ -12,7 +12,7 @@
 namespace tallyfold {
 
 /// The windows that can be opened by name.
-enum class WindowId { main, help, settings };
+enum class WindowId { main, help, settings, check };
 
 /// The dependencies of every view: the model, the objects derived from it, and access to other windows and
 /// the desktop. Outlives the views.

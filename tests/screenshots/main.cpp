@@ -6,6 +6,7 @@
 #include "app/Translations.h"
 #include "tests/app/FakePanels.h"
 #include "tests/app/Gate.h"
+#include "tests/screenshots/CheckPictures.h"
 #include "tests/support/Sample.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Waiting.h"
@@ -17,6 +18,7 @@
 #include "ui/shell/TallyfoldApp.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QIcon>
 #include <QMenuBar>
 #include <QPainter>
@@ -85,6 +87,10 @@ public:
     QWidget &window()
     {
         return m_app->mainView();
+    }
+    [[nodiscard]] fs::path folder() const
+    {
+        return m_temporary.path();
     }
     [[nodiscard]] fs::path output() const
     {
@@ -424,7 +430,8 @@ int main(int count, char **values)
                        look.endsWith(QStringLiteral("contrast")) ? Contrast::high : Contrast::normal);
     const QSize size = count > 4 ? QSize(std::atoi(values[3]), std::atoi(values[4])) : QSize(1240, 800);
     fs::create_directories(values[1]);
-    Stage stage(QString::fromLocal8Bit(values[1]), QStringLiteral("-") + look, size);
+    Stage stage(QFileInfo(QString::fromLocal8Bit(values[1])).absoluteFilePath(), QStringLiteral("-") + look,
+                size);
     shootList(stage);
     shootRun(stage);
     shootWarnings(stage);
@@ -433,5 +440,7 @@ int main(int count, char **values)
     shootUnshown(stage);
     shootMany(stage);
     shootReading(stage);
+    tests::shootCheck(stage.folder(), size,
+                      [&stage](QWidget &window, const char *name) { stage.shoot(window, name); });
     return 0;
 }

@@ -1,3 +1,4 @@
+#include "tests/app/FinishedProduction.h"
 #include "tests/ui/WindowFixture.h"
 #include "ui/controls/PositionGrid.h"
 #include "ui/controls/SectionTitle.h"
@@ -113,6 +114,24 @@ TEST_F(Accessibility, EveryControlOfTheOtherWindowsHasAName)
         app->environment().openHelp(topic.id);
         EXPECT_GT(namesIn(app->help()), 8); // The window and its topics.
     }
+}
+
+TEST_F(Accessibility, EveryControlOfTheCheckHasAName)
+{
+    app->openWindow(WindowId::check);
+    EXPECT_GT(namesIn(app->check()), 1);
+    tests::makeProduction(folder / "Production 3", {{"a.pdf", 2}, {"b.pdf", 1}});
+    std::filesystem::remove(folder / "Production 3" / "b.pdf");
+    app->check()->model().add(std::vector{folder / "Production 3", output});
+    app->check()->model().start();
+    EXPECT_GT(namesIn(app->check()), 4);
+    ASSERT_TRUE(waitUntil([] { return isShown("findings"); }));
+    EXPECT_GT(namesIn(app->check()), 7);
+    CopyViewer viewer(app->check());
+    viewer.showPage(folder / "Production 3", QStringLiteral("a.pdf"), 1, {});
+    viewer.show();
+    ASSERT_TRUE(waitUntil([&] { return !viewer.isDrawing(); }));
+    EXPECT_GT(namesIn(&viewer), 3);
 }
 
 TEST_F(Accessibility, EveryControlOfTheSheetsHasAName)

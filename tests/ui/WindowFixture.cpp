@@ -67,6 +67,8 @@ void WindowFixture::makeApp(AppModel::Writer writer)
     parts.writer = std::move(writer);
     parts.reader = reader;
     parts.patience = patience;
+    parts.checker = checker;
+    parts.askForReport = askForReport;
     app = std::make_unique<TallyfoldApp>(std::move(parts));
 }
 

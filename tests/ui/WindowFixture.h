@@ -95,6 +95,9 @@ protected:
     /// What the next application reads files by, and how long before it shows that.
     SourceReading::Read reader = KnownSources::read;
     std::chrono::milliseconds patience = WindowReadingPanel::usualPatience;
+    /// What it checks productions by, and how it asks for the place of a report.
+    CheckModel::Checker checker = check::checkProductions;
+    AskForReport askForReport = tallyfold::askForReport;
     std::unique_ptr<TallyfoldApp> app;
 };
 

@@ -67,10 +67,9 @@ TEST_F(Windows, TheMenusHaveTheirCommandsInOrder)
               QStringLiteral("Add PDFs…|Add Folder…|-|Close Window|Quit Tallyfold"));
     EXPECT_EQ(entriesOf(editMenu).join(u'|'),
               QStringLiteral("Undo|Redo|-|Cut|Copy|Paste|Delete|Select All|-|Settings…"));
-    EXPECT_EQ(
-        entriesOf(production).join(u'|'),
-        QStringLiteral(
-            "Stamp|Choose Output Folder…|Start Next Production|-|Remove Selected Files|Remove All Files"));
+    EXPECT_EQ(entriesOf(production).join(u'|'),
+              QStringLiteral("Stamp|Choose Output Folder…|Start Next Production|-|Check a "
+                             "Production…|-|Remove Selected Files|Remove All Files"));
     EXPECT_EQ(entriesOf(help).join(u'|'),
               QStringLiteral("Tallyfold Help|About Tallyfold|Check for Updates…"));
 }

@@ -80,6 +80,8 @@ void AppCommands::makeCommands()
     m_startNext =
         addOnModel("startNextProduction", words(QT_TRANSLATE_NOOP("Words", "Start Next Production")), {},
                    [model] { model->startNextProduction(); });
+    m_check = add("checkProduction", words(QT_TRANSLATE_NOOP("Words", "Check a Production…")), {},
+                  [this] { m_environment.openWindow(WindowId::check); });
     m_removeSelected =
         addOnModel("removeSelected", words(QT_TRANSLATE_NOOP("Words", "Remove Selected Files")), {},
                    [model] { model->removeSelected(); });
@@ -109,6 +111,8 @@ void AppCommands::addTo(QMenuBar &bar, QWidget *window)
 
     QMenu *production = bar.addMenu(words(QT_TRANSLATE_NOOP("Words", "&Production")));
     production->addActions({m_stamp, m_chooseFolder, m_startNext});
+    production->addSeparator();
+    production->addAction(m_check);
     production->addSeparator();
     production->addActions({m_removeSelected, m_removeAll});
 

@@ -49,6 +49,7 @@ private:
     QAction *m_stamp = nullptr;
     QAction *m_chooseFolder = nullptr;
     QAction *m_startNext = nullptr;
+    QAction *m_check = nullptr;
     QAction *m_removeSelected = nullptr;
     QAction *m_removeAll = nullptr;
 };

@@ -73,8 +73,11 @@ TallyfoldApp::TallyfoldApp(Parts parts, QObject *parent)
       m_desktop(std::move(parts.desktop)),
       m_updater(std::move(parts.updater)),
       m_windowPanels(*m_windowState),
+      m_checkPanels(*m_windowState),
       m_otherPanels(std::move(parts.panels)),
       m_readingPanel(parts.patience),
+      m_checker(std::move(parts.checker)),
+      m_askForReport(std::move(parts.askForReport)),
       m_model(std::move(parts.settings),
               m_otherPanels ? *m_otherPanels : static_cast<Panels &>(m_windowPanels), std::move(parts.writer),
               std::move(parts.reader)),
@@ -173,6 +176,12 @@ void TallyfoldApp::openWindow(WindowId window)
         }
         bringForward(*m_settings);
         break;
+    case WindowId::check:
+        if (!m_check) {
+            makeCheckWindow();
+        }
+        bringForward(*m_check);
+        break;
     }
 }
 
@@ -187,6 +196,14 @@ void TallyfoldApp::makeMainView()
     m_commands->addTo(*m_mainView->menuBar(), m_mainView.get());
     new WindowReader([](QWidget *found) { CloseGuard::shared().install(found); },
                      m_mainView->centralWidget());
+}
+
+void TallyfoldApp::makeCheckWindow()
+{
+    Panels &panels = m_otherPanels ? *m_otherPanels : static_cast<Panels &>(m_checkPanels);
+    m_check = std::make_unique<CheckWindow>(
+        CheckWindow::Parts{panels, *m_windowState, *m_desktop, m_askForReport, m_checker});
+    m_checkPanels.setWindow(m_check.get());
 }
 
 void TallyfoldApp::showAbout()
@@ -291,6 +308,11 @@ HelpView *TallyfoldApp::help() const
 SettingsView *TallyfoldApp::settings() const
 {
     return m_settings.get();
+}
+
+CheckWindow *TallyfoldApp::check() const
+{
+    return m_check.get();
 }
 
 } // namespace tallyfold

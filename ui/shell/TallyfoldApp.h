@@ -4,6 +4,7 @@
 #include "app/CurrentPlan.h"
 #include "app/OutputCheck.h"
 #include "ui/Environment.h"
+#include "ui/check/CheckWindow.h"
 #include "ui/help/HelpRouter.h"
 #include "ui/help/HelpView.h"
 #include "ui/panels/WindowPanels.h"
@@ -44,6 +45,8 @@ public:
         SourceReading::Read reader = KnownSources::read;
         /// How long files are read before that is shown.
         std::chrono::milliseconds patience = WindowReadingPanel::usualPatience;
+        CheckModel::Checker checker = check::checkProductions;
+        AskForReport askForReport = tallyfold::askForReport;
     };
     /// The dependencies in a real session.
     [[nodiscard]] static Parts systemParts();
@@ -75,11 +78,13 @@ public:
     /// The main window; null before it is opened.
     [[nodiscard]] HelpView *help() const;
     [[nodiscard]] SettingsView *settings() const;
+    [[nodiscard]] CheckWindow *check() const;
 
 private:
     void makeMainView();
     void showAbout();
     void guardMainView();
+    void makeCheckWindow();
     void tellOfUpdate(const UpdateOutcome &outcome);
     [[nodiscard]] bool mayClose();
     [[nodiscard]] Alert *askToStop();
@@ -89,8 +94,11 @@ private:
     std::unique_ptr<Desktop> m_desktop;
     std::unique_ptr<Updater> m_updater;
     WindowPanels m_windowPanels;
+    WindowPanels m_checkPanels;
     std::unique_ptr<Panels> m_otherPanels;
     WindowReadingPanel m_readingPanel;
+    CheckModel::Checker m_checker;
+    AskForReport m_askForReport;
     AppModel m_model;
     CurrentPlan m_plan;
     OutputCheck m_output;
@@ -100,6 +108,7 @@ private:
     std::unique_ptr<MainView> m_mainView;
     std::unique_ptr<HelpView> m_help;
     std::unique_ptr<SettingsView> m_settings;
+    std::unique_ptr<CheckWindow> m_check;
     QPointer<AboutPanel> m_about;
     std::unique_ptr<AppCommands> m_commands; ///< Declared before the window whose undo stack they use.
     bool m_isReachable = true;
