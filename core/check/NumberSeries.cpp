@@ -15,6 +15,8 @@ namespace {
 constexpr std::size_t maxTried = 2000;
 /// Digits of prefix or suffix right beside the number that are thought of.
 constexpr qsizetype maxFixedDigits = 8;
+/// Runs of digits that are thought of, from the last.
+constexpr std::size_t maxRuns = 8;
 
 /// A range with its texts cut.
 struct CutRange {
@@ -114,10 +116,11 @@ Cut bestCut(std::span<const NumberRange> ranges, const Members &members)
             best = cut;
         }
     };
-    for (std::size_t run = runs; run-- > 0;) {
+    const std::size_t firstRun = runs - std::min(runs, maxRuns);
+    for (std::size_t run = runs; run-- > firstRun;) {
         attempt({run, 0, 0});
     }
-    for (std::size_t run = runs; run-- > 0;) {
+    for (std::size_t run = runs; run-- > firstRun;) {
         for (qsizetype before = 0; before <= maxFixedDigits; ++before) {
             for (qsizetype behind = 0; behind <= maxFixedDigits; ++behind) {
                 attempt({run, before, behind});

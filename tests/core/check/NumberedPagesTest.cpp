@@ -36,6 +36,13 @@ TEST(NumberedPages, AreNotUnderstoodWhereTheTextsDoNotGoTogether)
     EXPECT_FALSE(NumberedPages::of(u"A1"_s, u"A0"_s, -1));
 }
 
+TEST(NumberedPages, AreSoonSeenNotToBeInTextsThatNoSettingsPrint)
+{
+    const QString digits(100'000, u'1');
+    EXPECT_FALSE(NumberedPages::of(digits, digits, 1));
+    EXPECT_FALSE(NumberedPages::of(QString(512, u'1'), QString(511, u'1') + u'2', 7));
+}
+
 TEST(NumberedPages, GiveTheNumbersThatAnySettingsPrint)
 {
     for (const QString &prefix : {u""_s, u"ABC"_s, u"A1-"_s, u"2024"_s, u"A1"_s, u"\u6587 "_s}) {
