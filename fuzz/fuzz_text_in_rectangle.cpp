@@ -44,6 +44,9 @@ void readPage(pdf::PageReader &reader, int page)
     if (texts && texts->size() != strips.size()) {
         std::abort();
     }
+    if (reader.quickTextIn(page, strips.front()).has_value() != texts.has_value()) {
+        std::abort();
+    }
     for (const QString &text : texts.value_or(std::vector<QString>())) {
         (void)earlierNumberIn(text);
     }

@@ -86,13 +86,26 @@ QString separator(const poppler::text_box &word, const poppler::text_box &next)
     return gap < thickness * joiningGap ? QString() : QStringLiteral(" ");
 }
 
+Matrix toDisplayOf(const poppler::page &page)
+{
+    return displayMatrix(page.page_rect(poppler::crop_box), page.orientation());
+}
+
 } // namespace
 
-PageText::PageText(const poppler::page &page)
-    : m_toDisplay(displayMatrix(page.page_rect(poppler::crop_box), page.orientation())),
-      m_words(page.text_list())
+QString quickTextIn(const poppler::page &page, const Rect &area)
 {
+    const Rect shown = boundsOfTransformed(toDisplayOf(page), area);
+    if (!(shown.minX < shown.maxX && shown.minY < shown.maxY)) {
+        return {}; // Poppler takes an empty rectangle for the whole page.
+    }
+    const poppler::rectf rect(shown.minX, shown.minY, shown.maxX - shown.minX, shown.maxY - shown.minY);
+    // A form feed ends it.
+    const poppler::byte_array text = page.text(rect, poppler::page::raw_order_layout).to_utf8();
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).trimmed();
 }
+
+PageText::PageText(const poppler::page &page) : m_toDisplay(toDisplayOf(page)), m_words(page.text_list()) {}
 
 std::vector<QString> PageText::in(std::span<const Rect> areas) const
 {

@@ -11,6 +11,9 @@
 
 namespace tallyfold::reader {
 
+/// The text of `page` in `area`, as `PageReader::quickTextIn` gives it.
+[[nodiscard]] QString quickTextIn(const poppler::page &page, const pdf::Rect &area);
+
 /// The words of one page with the boxes of their glyphs, read once for any number of areas.
 class PageText {
 public:

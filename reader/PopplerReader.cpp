@@ -102,6 +102,18 @@ public:
         return std::nullopt;
     }
 
+    std::optional<QString> quickTextIn(int pageIndex, const Rect &area) override
+    {
+        try {
+            if (const auto page = pageAt(pageIndex)) {
+                return reader::quickTextIn(*page, area);
+            }
+        } catch (const std::exception &failure) {
+            qCInfo(readerLog) << "text of page" << pageIndex + 1 << "failed:" << failure.what();
+        }
+        return std::nullopt;
+    }
+
     std::optional<Bitmap> render(int pageIndex, int width, int height, double scale) override
     {
         std::optional<Pixels> pixels = Pixels::ofSize(pictureBytes(width, height).value_or(0));

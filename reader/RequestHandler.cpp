@@ -78,6 +78,9 @@ Writer RequestHandler::handle(std::string_view message, int descriptor)
     case Request::text:
         putTexts(answer, page, request);
         break;
+    case Request::quickText:
+        putQuickText(answer, page, request);
+        break;
     case Request::render:
         answer.put(render(page, request, descriptor));
         break;
@@ -105,6 +108,16 @@ void RequestHandler::putTexts(Writer &answer, int page, Reader &request)
     answer.put(texts.has_value());
     if (texts) {
         std::for_each(texts->begin(), texts->end(), [&](const QString &text) { answer.putText(text); });
+    }
+}
+
+void RequestHandler::putQuickText(Writer &answer, int page, Reader &request)
+{
+    const auto area = request.take<pdf::Rect>();
+    const auto text = m_pages && request.isSound() ? m_pages->quickTextIn(page, area) : std::nullopt;
+    answer.put(text.has_value());
+    if (text) {
+        answer.putText(*text);
     }
 }
 

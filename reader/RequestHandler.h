@@ -32,6 +32,7 @@ public:
 private:
     void open(int descriptor);
     void putTexts(pdf::ReaderMessages::Writer &answer, int page, pdf::ReaderMessages::Reader &request);
+    void putQuickText(pdf::ReaderMessages::Writer &answer, int page, pdf::ReaderMessages::Reader &request);
     [[nodiscard]] bool render(int page, pdf::ReaderMessages::Reader &request, int descriptor);
 
     std::chrono::seconds m_maxAnswerTime;

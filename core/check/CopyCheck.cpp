@@ -6,6 +6,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -37,21 +38,22 @@ public:
         return m_reader->pageCount();
     }
 
-    /// Nothing where the page cannot be read.
-    [[nodiscard]] std::optional<std::vector<QString>> of(int page)
+    /// What stands on the page with the 0-based index `page`, of which the number with the index `index` of
+    /// `numbers` is expected; nothing where the page cannot be read.
+    [[nodiscard]] std::optional<NumberOnPage> numberOn(int page, const NumberedPages &numbers,
+                                                       std::int64_t index)
     {
         if (!m_reader) {
             return std::nullopt;
         }
-        const std::optional<pdf::Rect> crop = m_reader->cropBox(page);
-        auto texts = crop ? m_reader->textIn(page, stampStrips(*crop)) : std::nullopt;
-        if (!texts) {
+        auto found = look(page, numbers, index);
+        if (!found) {
             m_reader.reset();
             if (m_replacements++ < maxReplacements) {
                 open();
             }
         }
-        return texts;
+        return found;
     }
 
 private:
@@ -60,10 +62,39 @@ private:
         m_reader = pdf::PageReader::open(m_path, m_givenUp);
     }
 
+    /// Mostly the number is where it was on the page before, and a quick look finds it.
+    std::optional<NumberOnPage> look(int page, const NumberedPages &numbers, std::int64_t index)
+    {
+        const std::optional<pdf::Rect> crop = m_reader->cropBox(page);
+        if (!crop) {
+            return std::nullopt;
+        }
+        const auto strips = stampStrips(*crop);
+        const auto quick = m_reader->quickTextIn(page, strips.at(m_strip));
+        if (!quick) {
+            return std::nullopt;
+        }
+        NumberOnPage found = numberIn(std::array{*quick}, numbers, index);
+        if (found.kind == NumberOnPage::Kind::expected) {
+            return found;
+        }
+        const auto texts = m_reader->textIn(page, strips);
+        if (!texts) {
+            return std::nullopt;
+        }
+        for (std::size_t strip = 0; strip < strips.size(); ++strip) {
+            if (numberIn(std::array{texts->at(strip)}, numbers, index).kind == NumberOnPage::Kind::expected) {
+                m_strip = strip;
+            }
+        }
+        return numberIn(*texts, numbers, index);
+    }
+
     std::filesystem::path m_path;
     std::stop_token m_givenUp;
     std::unique_ptr<pdf::PageReader> m_reader;
     int m_replacements = 0;
+    std::size_t m_strip = 0; ///< Where a number was found last.
 };
 
 /// The findings of one copy.
@@ -123,23 +154,22 @@ private:
         if (!isNumbered && isAsIndexed) {
             return;
         }
-        const auto texts = m_texts.of(page);
+        const std::int64_t asked = std::clamp<std::int64_t>(index, 0, numbers.count - 1);
+        const std::optional<NumberOnPage> there = m_texts.numberOn(page, numbers, asked);
         if (m_givenUp.stop_requested()) {
             return;
         }
-        if (!texts) {
+        if (!there) {
             add(page + 1, PageNotChecked{});
             m_isAllRead = false;
             return;
         }
-        const std::int64_t asked = std::clamp<std::int64_t>(index, 0, numbers.count - 1);
-        const NumberOnPage there = numberIn(*texts, numbers, asked);
         const QString number = numbers.text(asked);
         if (!isAsIndexed) {
-            m_seen.insert(there.kind == NumberOnPage::Kind::expected ? withoutSpace(number) : there.text);
-        } else if (there.kind == NumberOnPage::Kind::other) {
-            add(page + 1, OtherNumber{number, there.text});
-        } else if (there.kind == NumberOnPage::Kind::none) {
+            m_seen.insert(there->kind == NumberOnPage::Kind::expected ? withoutSpace(number) : there->text);
+        } else if (there->kind == NumberOnPage::Kind::other) {
+            add(page + 1, OtherNumber{number, there->text});
+        } else if (there->kind == NumberOnPage::Kind::none) {
             add(page + 1, NumberMissing{number});
         }
     }

@@ -43,6 +43,11 @@ public:
     [[nodiscard]] virtual std::optional<std::vector<QString>> textIn(int pageIndex,
                                                                      std::span<const Rect> areas) = 0;
 
+    /// The text of the glyphs whose boxes lie in `area`, in the page's own coordinates, in the order in which
+    /// the page draws them, with or without separators. Several times as fast as `textIn`, for which lines
+    /// and words are put in order. Nothing where the page cannot be read.
+    [[nodiscard]] virtual std::optional<QString> quickTextIn(int pageIndex, const Rect &area) = 0;
+
     /// The page on white, `scale` pixels to the point, `width` by `height` pixels from its upper left corner.
     /// Nothing when there is no such page or the picture cannot be made.
     [[nodiscard]] virtual std::optional<Bitmap> render(int pageIndex, int width, int height,

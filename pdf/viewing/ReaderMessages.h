@@ -27,6 +27,7 @@ enum class Request : std::uint8_t {
     text,      ///< Page and areas. Reply: whether it was read, and then a text for each area.
     render,    ///< Page, width, height, scale, with a file of the size of the bitmap. Reply: whether it was
                ///< drawn.
+    quickText, ///< Page and area. Reply: whether it was read, and then a text.
 };
 
 /// Larger messages are neither sent nor received.

@@ -81,6 +81,20 @@ public:
         return wasRead && answer.isSound() ? std::optional(std::move(texts)) : std::nullopt;
     }
 
+    [[nodiscard]] std::optional<QString> quickTextIn(int pageIndex, const Rect &area) override
+    {
+        Writer message = request(Request::quickText, pageIndex);
+        message.put(area);
+        const auto bytes = ask(message, -1);
+        if (!bytes) {
+            return std::nullopt;
+        }
+        Reader answer(*bytes);
+        const bool wasRead = answer.takeFlag();
+        QString text = answer.takeText();
+        return wasRead && answer.isSound() ? std::optional(std::move(text)) : std::nullopt;
+    }
+
     [[nodiscard]] std::optional<Bitmap> render(int pageIndex, int width, int height, double scale) override
     {
         const std::size_t size =

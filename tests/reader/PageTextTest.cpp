@@ -43,11 +43,25 @@ QString textIn(LocalReader &reader, const Rect &area)
     return reader.textIn(0, std::array{area}).value_or(std::vector<QString>(1)).at(0);
 }
 
+/// Without white space, which may be there or not.
+QString quickTextIn(LocalReader &reader, const Rect &area)
+{
+    return reader.quickTextIn(0, area).value_or(QString()).remove(u' ').remove(u'\n');
+}
+
 class EveryTurn : public testing::TestWithParam<int> {};
 
 constexpr Rect wholePage{100, 50, 500, 350};
 
 } // namespace
+
+TEST(QuickText, IsInTheOrderOfDrawing)
+{
+    const TemporaryFolder folder;
+    const auto reader = readerOf(folder, 0, shown("lower", 150, 100) + shown("upper", 150, 200));
+    EXPECT_EQ(quickTextIn(*reader, wholePage), QStringLiteral("lowerupper"));
+    EXPECT_EQ(quickTextIn(*reader, {200, 200, 200, 200}), QString());
+}
 
 TEST_P(EveryTurn, AWordIsWhereItWasWritten)
 {
@@ -69,6 +83,8 @@ TEST_P(EveryTurn, AWordIsWhereItWasWritten)
         const double x = place.x;
         const double y = place.y;
         EXPECT_EQ(textIn(*reader, {x - 5, y - 5, x + 40, y + 15}), QString::fromLatin1(place.word));
+        EXPECT_EQ(quickTextIn(*reader, {x - 5, y - 5, x + 40, y + 15}), QString::fromLatin1(place.word));
+        EXPECT_EQ(quickTextIn(*reader, {x - 45, y - 5, x - 1, y + 15}), QString()) << place.word;
         EXPECT_EQ(textIn(*reader, {x - 45, y - 5, x - 1, y + 15}), QString()) << place.word;
         EXPECT_EQ(textIn(*reader, {x - 5, y + 15, x + 40, y + 35}), QString()) << place.word;
         EXPECT_EQ(textIn(*reader, {x - 5, y - 25, x + 40, y - 5}), QString()) << place.word;

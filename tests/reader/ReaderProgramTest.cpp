@@ -94,6 +94,7 @@ void expectTheSame(PageReader &remote, PageReader &here, int mostPages)
         EXPECT_EQ(remote.mediaSize(page), here.mediaSize(page));
         const std::array areas{here.cropBox(page).value_or(Rect{}), Rect{0, 0, 612, 90}};
         EXPECT_EQ(remote.textIn(page, areas), here.textIn(page, areas));
+        EXPECT_EQ(remote.quickTextIn(page, areas.front()), here.quickTextIn(page, areas.front()));
         const auto drawn = here.render(page, 300, 400, 0.5);
         const auto drawnThere = remote.render(page, 300, 400, 0.5);
         ASSERT_EQ(drawnThere.has_value(), drawn.has_value());

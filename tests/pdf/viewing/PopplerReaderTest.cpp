@@ -173,6 +173,7 @@ TEST(PopplerReader, PagesThatDoNotExistGiveNothing)
         EXPECT_FALSE(reader->mediaSize(index));
         EXPECT_FALSE(reader->render(index, 10, 10, 1));
         EXPECT_FALSE(reader->textIn(index, std::array{letter, letter}));
+        EXPECT_FALSE(reader->quickTextIn(index, letter));
     }
 }
 
