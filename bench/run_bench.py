@@ -20,6 +20,7 @@ import sys
 import tempfile
 from dataclasses import dataclass, field
 
+from check_bench import bench_check
 from make_workloads import make
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -226,6 +227,7 @@ def main():
     parser.add_argument("--write-results", action="store_true")
     arguments = parser.parse_args()
     arguments.produce = os.path.abspath(arguments.produce)
+    arguments.settings = SETTINGS
     # (times as fast, size of output, KB more a file)
     targets = {"text": (5, 1.05, None), "scans": (2.5, 1.005, None), "small": (4, None, 5)}
 
@@ -246,6 +248,9 @@ def main():
             if arguments.only and name not in arguments.only:
                 continue
             long[name] = bench_workload(name, os.path.join(files, name), arguments, table, targets)
+        if not arguments.only or "check" in arguments.only:
+            sources = sorted(os.path.join(files, "text", name) for name in os.listdir(os.path.join(files, "text")))
+            bench_check(sources, sum(map(pages_of, sources)), arguments, table)
         if "long-20000" in long and "long-2000" in long:
             table.target("pages a second of the long file, in those of the shorter one",
                          long["long-20000"][0] / long["long-2000"][0], 0.8, True)
