@@ -17,7 +17,7 @@ import time
 from whole_program import Failed, Session, add_folder, choose_output, expect, text_of, wait_until
 
 MOST_STEPS = 60  # Of the Tab key; there are fewer controls.
-REPEATS = 4000  # Of three pages, in a production that takes long enough to be followed.
+REPEATS = 15000  # Of three pages, in a production that takes long enough to be followed.
 
 
 class Reader:
@@ -150,6 +150,7 @@ def rows(reader):
 
 
 def begin(session, reader, sources):
+    session.wait_for("Welcome to Tallyfold")
     reader.wait_for_focus("push button", "Get Started")
     expect(reader.find("heading", "Welcome to Tallyfold"), "the title of the welcome is no heading")
     session.key("Return")
