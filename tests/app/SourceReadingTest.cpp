@@ -103,8 +103,8 @@ TEST(SourceReading, ReadsTheNextFilesWhileOneTakesLong)
 TEST(SourceReading, ThatIsStoppedGivesTheFirstFilesWithoutAGapAtOnce)
 {
     tests::Gate gate;
+    std::atomic<bool> isLastRead = false; // Like the gate, it outlives the thread that is left.
     {
-        std::atomic<bool> isLastRead = false;
         SourceReading reading(
             giving(numbered(5)),
             [&](const fs::path &location) {
