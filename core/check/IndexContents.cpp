@@ -88,11 +88,11 @@ IndexContents IndexContents::of(QByteArrayView bytes)
     }
     while ((row = table->next())) {
         fit(*row);
-        if (row->size() > columns) {
-            contents.rowsNotUnderstood.push_back(table->row());
-        } else if (isBlank((*row)[copy])) {
+        const bool isLonger = row->size() > columns;
+        if (!isLonger && isBlank((*row)[copy])) {
             continue; // A source without a copy, or nothing at all.
-        } else if (auto indexed = copyIn(*row)) {
+        }
+        if (auto indexed = isLonger ? std::nullopt : copyIn(*row)) {
             indexed->row = table->row();
             contents.copies.push_back(std::move(*indexed));
         } else {
