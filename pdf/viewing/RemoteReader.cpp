@@ -68,31 +68,15 @@ public:
         for (const Rect &area : areas) {
             message.put(area);
         }
-        const auto bytes = ask(message, -1);
-        if (!bytes) {
-            return std::nullopt;
-        }
-        Reader answer(*bytes);
-        const bool wasRead = answer.takeFlag();
-        std::vector<QString> texts(areas.size());
-        for (QString &text : texts) {
-            text = answer.takeText();
-        }
-        return wasRead && answer.isSound() ? std::optional(std::move(texts)) : std::nullopt;
+        return askForTexts(message, areas.size());
     }
 
     [[nodiscard]] std::optional<QString> quickTextIn(int pageIndex, const Rect &area) override
     {
         Writer message = request(Request::quickText, pageIndex);
         message.put(area);
-        const auto bytes = ask(message, -1);
-        if (!bytes) {
-            return std::nullopt;
-        }
-        Reader answer(*bytes);
-        const bool wasRead = answer.takeFlag();
-        QString text = answer.takeText();
-        return wasRead && answer.isSound() ? std::optional(std::move(text)) : std::nullopt;
+        const auto texts = askForTexts(message, 1);
+        return texts ? std::optional(texts->front()) : std::nullopt;
     }
 
     [[nodiscard]] std::optional<Bitmap> render(int pageIndex, int width, int height, double scale) override
@@ -121,6 +105,22 @@ private:
         auto answer = m_isUsable ? m_process->ask(message.bytes(), descriptor, m_givenUp) : std::nullopt;
         m_isUsable = answer.has_value();
         return answer;
+    }
+
+    /// So many texts; nothing where the page was not read.
+    std::optional<std::vector<QString>> askForTexts(const Writer &message, std::size_t count)
+    {
+        const auto bytes = ask(message, -1);
+        if (!bytes) {
+            return std::nullopt;
+        }
+        Reader answer(*bytes);
+        const bool wasRead = answer.takeFlag();
+        std::vector<QString> texts(count);
+        for (QString &text : texts) {
+            text = answer.takeText();
+        }
+        return wasRead && answer.isSound() ? std::optional(std::move(texts)) : std::nullopt;
     }
 
     template <typename Value> std::optional<Value> value(Request kind, int pageIndex)
